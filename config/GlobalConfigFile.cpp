@@ -1,0 +1,58 @@
+#include "config/GlobalConfigFile.h"
+
+#include "config/MacConfigPath.h"
+#include "paths/BundlePath.h"
+
+#include <INIReader.h>
+#include <filesystem>
+#include <optional>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The parsed file, or nothing when it cannot be read as a whole. Anything but a regular file is refused unopened:
+/// opening a FIFO would wait for a writer.
+std::optional<INIReader> readGlobalFile()
+{
+    const std::string path = GetDatPath();
+    std::error_code error;
+    if (!isPathExist(path) || !fs::is_regular_file(path, error))
+        return std::nullopt;
+    INIReader reader(path);
+    if (reader.ParseError() != 0)
+        return std::nullopt;
+    return reader;
+}
+
+} // namespace
+
+bool isPathExist(const std::string &path)
+{
+    if (path.empty())
+        return false;
+    std::error_code error;
+    const fs::file_type type = fs::status(path, error).type();
+    return type != fs::file_type::none && type != fs::file_type::not_found;
+}
+
+std::string GetDatPath()
+{
+    // Not through the MacConfigPath instance: the switches are read while that is being built.
+    const std::string directory = withTrailingSlash(fs::path(MacConfigPath::GetCurrentExePath()).parent_path());
+    const std::optional<std::string> prefix = prefixOfMainBundle(directory);
+    return prefix ? *prefix + ".app/Contents/Resources/mk.dat" : "mk.dat";
+}
+
+long GetIntValueFromMKDat(const std::string &section, const std::string &key, long defaultValue)
+{
+    const std::optional<INIReader> file = readGlobalFile();
+    // A readable file answers 0 for a key that it lacks: callers rely on the default standing for a missing file only.
+    return file ? file->GetInteger(section, key, 0) : defaultValue;
+}
+
+std::string GetStrValueFromMKDat(const std::string &section, const std::string &key, const std::string &defaultValue)
+{
+    const std::optional<INIReader> file = readGlobalFile();
+    return file ? file->GetString(section, key, defaultValue) : defaultValue;
+}

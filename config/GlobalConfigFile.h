@@ -1,0 +1,32 @@
+#pragma once
+
+#include "config/Export.h"
+
+#include <string>
+
+// The global configuration file "mk.dat": an INI file in the bundle's resources that carries the build switches.
+//
+// The grammar is that of the inih library: [section] lines, key=value or key:value lines, comment lines that begin with
+// ";" or "#", a byte-order mark at the front allowed, names matched without regard to case, indented lines continuing
+// the value above, lines of at most 200 bytes. One line that fits none of these makes the whole file unreadable.
+//
+// Stateless, callable from any thread. The file is opened and parsed anew on every call, and never written.
+
+/// Whether anything exists at `path`: a file, a folder or any other type. False for the empty path, and when the file
+/// system does not tell.
+ONDPDFTOOLUTILS_EXPORT bool isPathExist(const std::string &path);
+
+/// Path of "mk.dat": in "Contents/Resources/" of the first bundle in the executable's canonical path; for an executable
+/// outside a bundle the bare name, which the system resolves against the current directory. The file need not exist.
+/// Throws std::filesystem::filesystem_error when the executable has been removed.
+ONDPDFTOOLUTILS_EXPORT std::string GetDatPath();
+
+/// The integer stored under `key` in `section`. `defaultValue` when the file is missing, no regular file, unreadable or
+/// malformed; 0 when a readable file lacks the key or holds no integer there. Values past the range of long are
+/// clamped.
+ONDPDFTOOLUTILS_EXPORT long GetIntValueFromMKDat(const std::string &section, const std::string &key, long defaultValue);
+
+/// The text stored under `key` in `section`; `defaultValue` when the file is missing, no regular file, unreadable or
+/// malformed, or lacks the key or a value for it.
+ONDPDFTOOLUTILS_EXPORT std::string GetStrValueFromMKDat(const std::string &section, const std::string &key,
+                                                        const std::string &defaultValue);

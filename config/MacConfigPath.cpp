@@ -1,0 +1,185 @@
+#include "config/MacConfigPath.h"
+
+#include "config/GlobalConfigFile.h"
+#include "config/MacGlobalConfig.h"
+#include "paths/BundlePath.h"
+#include "paths/MacPath.h"
+#include "paths/MacSandbox.h"
+#include "paths/platform/Bundle.h"
+#include "runtime/CommonFileLog.h"
+
+#include <filesystem>
+#include <identity.h>
+#include <optional>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kMaxReplacements = 64;
+
+std::string withForwardSlashes(std::string name)
+{
+    MacConfigPath::ReplaceAll(name, "\\", "/");
+    return name;
+}
+
+std::string logged(const char *caller, std::string path)
+{
+    CommonFileLog::WriteLog(std::string(caller) + " -> " + path);
+    return path;
+}
+
+} // namespace
+
+MacConfigPath *MacConfigPath::GetInstance()
+{
+    static MacConfigPath g_instance;
+    return &g_instance;
+}
+
+MacConfigPath::MacConfigPath()
+{
+    InitCurrentExePathName();
+    InitMainAppRootDir();
+    InitUserDataDir();
+}
+
+MacConfigPath::~MacConfigPath() = default;
+
+std::string MacConfigPath::GetExeDir() const
+{
+    return m_exeDir;
+}
+
+std::string MacConfigPath::GetExeName() const
+{
+    return m_exeName;
+}
+
+std::string MacConfigPath::GetMainAppRootDir() const
+{
+    return m_mainAppRootDir;
+}
+
+std::string MacConfigPath::GetMainAppName() const
+{
+    return m_mainAppName;
+}
+
+std::string MacConfigPath::GetUserDataDir() const
+{
+    return m_userDataDir;
+}
+
+std::string MacConfigPath::GetAppConfigDir() const
+{
+    return m_mainAppRootDir.empty() ? std::string() : m_mainAppRootDir + "Contents/Resources/";
+}
+
+std::string MacConfigPath::GetAppConfigPath(const std::string &relative) const
+{
+    const std::string directory = GetAppConfigDir();
+    return logged("MacConfigPath::GetAppConfigPath",
+                  directory.empty() ? std::string() : directory + withForwardSlashes(relative));
+}
+
+std::string MacConfigPath::GetExeFullPath(const std::string &relative) const
+{
+    const std::string directory = m_mainAppRootDir.empty() ? std::string() : m_mainAppRootDir + "Contents/";
+    return logged("MacConfigPath::GetExeFullPath", directory + withForwardSlashes(relative));
+}
+
+std::string MacConfigPath::GetUserDataPath(const std::string &relative) const
+{
+    return logged("MacConfigPath::GetUserDataPath", m_userDataDir + withForwardSlashes(relative));
+}
+
+std::string MacConfigPath::GetLogPath() const
+{
+    constexpr char suffix[] = ".log";
+    const std::string name = m_exeName.empty() ? product::kDefaultLogName.str() : m_exeName;
+    std::string path;
+    path.reserve(m_userDataDir.size() + name.size() + sizeof suffix);
+    return path.append(m_userDataDir).append(name).append(suffix);
+}
+
+bool MacConfigPath::IsAppDataFileExist(const std::string &relative) const
+{
+    if (m_userDataDir.empty() || relative.empty())
+        return false;
+    const std::string path = m_userDataDir + relative;
+    const bool exists = isPathExist(path);
+    CommonFileLog::WriteLog(std::string("IsAppDataFileExist return ") + (exists ? "1" : "0") + ", path -> " + path);
+    return exists;
+}
+
+std::string MacConfigPath::GetCurrentExePath()
+{
+    using platform::ExecutablePathStatus;
+
+    char fixed[1024];
+    std::size_t size = sizeof fixed;
+    ExecutablePathStatus status = platform::executablePath(fixed, size);
+    if (status == ExecutablePathStatus::ok)
+        return fs::canonical(fixed).string();
+    if (status == ExecutablePathStatus::failed)
+        return {};
+
+    std::string grown(size, '\0');
+    status = platform::executablePath(grown.data(), size);
+    return status == ExecutablePathStatus::ok ? fs::canonical(grown.c_str()).string() : std::string();
+}
+
+int MacConfigPath::ReplaceAll(std::string &text, const std::string &from, const std::string &to)
+{
+    if (from.empty()) {
+        text.insert(0, to);
+        return 1;
+    }
+    int count = 0;
+    std::size_t at = text.find(from);
+    while (at != std::string::npos && count < kMaxReplacements) {
+        text.replace(at, from.size(), to);
+        ++count;
+        at = text.find(from, at + to.size());
+    }
+    return count;
+}
+
+void MacConfigPath::InitCurrentExePathName()
+{
+    if (!m_exeDir.empty() && !m_exeName.empty())
+        return;
+    const fs::path executable = GetCurrentExePath();
+    m_exeDir = withTrailingSlash(executable.parent_path().string());
+    m_exeName = executable.filename().string();
+}
+
+void MacConfigPath::InitMainAppRootDir()
+{
+    if (!m_mainAppRootDir.empty() && !m_mainAppName.empty())
+        return;
+    const std::optional<std::string> prefix = prefixOfMainBundle(m_exeDir);
+    if (!prefix)
+        return;
+
+    const std::size_t slash = prefix->rfind('/');
+    if (slash != std::string::npos)
+        m_mainAppName = prefix->substr(slash + 1);
+    if (m_mainAppName.empty())
+        m_mainAppName = product::kDefaultAppName.str();
+    m_mainAppRootDir = *prefix + ".app/";
+}
+
+void MacConfigPath::InitUserDataDir()
+{
+    if (MacGlobalConfig::IsEnableSandBox()) {
+        m_userDataDir = MacSandbox::getSharedPath("") + "/";
+        return;
+    }
+    std::string directory = withTrailingSlash(MacPath::getUserDirPath());
+    if (directory.empty())
+        directory = "~/Library/Application Support/"; // literally: the tilde is not expanded
+    m_userDataDir = directory + m_mainAppName + "/";
+}

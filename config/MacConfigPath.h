@@ -1,0 +1,73 @@
+#pragma once
+
+#include "config/Export.h"
+
+#include <string>
+
+/// Where this process's application lies on disk, and where its user's data lies.
+///
+/// Worked out once, from the canonical path of the running executable, and immutable afterwards: callable from any
+/// thread. Nothing is created on disk. All texts are UTF-8; folders end in "/". The main application's bundle is what
+/// lies before the first ".app/Contents/" of the executable's folder, so that executables nested deeper in the bundle
+/// find the same one; outside a bundle its root and name are empty.
+///
+/// Relative names may use "\" or "/". The getters that take one write their answer to the diagnostic log.
+class ONDPDFTOOLUTILS_EXPORT MacConfigPath
+{
+public:
+    /// The process's only instance, made by the first call and destroyed at exit.
+    /// Throws std::filesystem::filesystem_error when the executable has been removed before that call.
+    static MacConfigPath *GetInstance();
+
+    MacConfigPath(const MacConfigPath &) = delete;
+    MacConfigPath &operator=(const MacConfigPath &) = delete;
+
+    /// The folder of the running executable, symbolic links resolved.
+    std::string GetExeDir() const;
+    /// The file name of the running executable.
+    std::string GetExeName() const;
+    /// The main application's bundle, ending in ".app/".
+    std::string GetMainAppRootDir() const;
+    /// The bundle's name without ".app"; the product's default name for a bundle called just ".app".
+    std::string GetMainAppName() const;
+    /// The user's data folder. With the sandbox on: the application group's container; otherwise the user's
+    /// application-support folder + bundle name + "/", which ends in "//" outside a bundle.
+    std::string GetUserDataDir() const;
+
+    /// The bundle's resource folder; empty outside a bundle.
+    std::string GetAppConfigDir() const;
+    /// `relative` in the bundle's resource folder; empty outside a bundle.
+    std::string GetAppConfigPath(const std::string &relative) const;
+    /// `relative` in the bundle's Contents folder; outside a bundle the name alone, with "/" for "\".
+    std::string GetExeFullPath(const std::string &relative) const;
+    /// `relative` in the user's data folder.
+    std::string GetUserDataPath(const std::string &relative) const;
+    /// The diagnostic log's file: executable name + ".log" in the user's data folder. Writes no log line itself.
+    std::string GetLogPath() const;
+    /// Whether `relative` (here with "/" only) exists in the user's data folder; false for an empty name.
+    bool IsAppDataFileExist(const std::string &relative) const;
+
+    /// The running executable's canonical path, asked anew on every call; empty when the platform does not tell.
+    /// Throws std::filesystem::filesystem_error when the executable has been removed.
+    static std::string GetCurrentExePath();
+
+    /// Replaces occurrences of `from` in `text` by `to`, from left to right and at most 64 of them, and returns how
+    /// many were replaced. An empty `from` inserts `to` once at the front and returns 1.
+    static int ReplaceAll(std::string &text, const std::string &from, const std::string &to);
+
+    /// Fill the fields, in this order. The constructor calls them; calling them again changes nothing that a getter
+    /// answers, but is not safe beside other threads.
+    void InitCurrentExePathName();
+    void InitMainAppRootDir();
+    void InitUserDataDir();
+
+private:
+    MacConfigPath();
+    ~MacConfigPath();
+
+    std::string m_exeDir;
+    std::string m_exeName;
+    std::string m_mainAppRootDir;
+    std::string m_mainAppName;
+    std::string m_userDataDir;
+};

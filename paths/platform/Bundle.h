@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+/// The running executable and application bundles. All texts are UTF-8; a value that the platform does not know is
+/// empty. Callable from any thread.
+namespace platform {
+
+enum class ExecutablePathStatus { ok, bufferTooSmall, failed };
+
+/// Writes the running executable's path, NUL-terminated and as the platform knows it (not canonical), to `buffer`.
+/// `size` is the buffer's size; with `bufferTooSmall` it receives the size that would do, the NUL included.
+[[nodiscard]] ExecutablePathStatus executablePath(char *buffer, std::size_t &size);
+
+/// Path of the executable of the running bundle.
+[[nodiscard]] std::string bundleExecutablePath();
+/// Path of the running bundle, without a trailing "/"; for an executable outside a bundle, its folder.
+[[nodiscard]] std::string bundlePath();
+/// Identifier of the running bundle.
+[[nodiscard]] std::string bundleIdentifier();
+
+/// A text of the information dictionary of the running bundle, of the bundle at `bundlePath`, and of the dictionary
+/// that the property list at `plistPath` holds.
+[[nodiscard]] std::string bundleInfo(const std::string &key);
+[[nodiscard]] std::string bundleInfo(const std::string &bundlePath, const std::string &key);
+[[nodiscard]] std::string propertyListInfo(const std::string &plistPath, const std::string &key);
+
+} // namespace platform

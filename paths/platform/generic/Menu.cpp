@@ -1,0 +1,44 @@
+#include "paths/platform/Menu.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace platform {
+
+namespace {
+
+/// The menu bar of the active window, else of the first window that has one.
+QMenuBar *mainMenu()
+{
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return nullptr;
+    QWidgetList windows = QApplication::topLevelWidgets();
+    if (QWidget *active = QApplication::activeWindow())
+        windows.prepend(active);
+    for (const QWidget *window : qAsConst(windows)) {
+        if (auto *bar = window->findChild<QMenuBar *>())
+            return bar;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)
+{
+    const QMenuBar *bar = mainMenu();
+    if (!bar)
+        return;
+    for (const QAction *top : bar->actions()) {
+        if (!top->menu())
+            continue;
+        for (QAction *item : top->menu()->actions()) {
+            if (const std::optional<QString> title = newTitle(item->text()))
+                item->setText(*title);
+        }
+    }
+}
+
+} // namespace platform

@@ -1,0 +1,11 @@
+#include "paths/platform/System.h"
+
+namespace platform {
+
+const char *sharedMemorySizeCommand()
+{
+    // Not sysctl: it is no part of a minimal installation.
+    return "cat /proc/sys/kernel/shmmax";
+}
+
+} // namespace platform

@@ -1,0 +1,79 @@
+#include "paths/platform/Bundle.h"
+
+#include "paths/platform/mac/Strings.h"
+
+#include <cstdint>
+#include <mach-o/dyld.h>
+
+namespace platform {
+
+using mac::toNSString;
+using mac::toUtf8;
+
+namespace {
+
+    std::string textIn(NSDictionary *dictionary, const std::string &key)
+    {
+        NSString *name = toNSString(key);
+        id value = name ? [dictionary objectForKey:name] : nil;
+        return [value isKindOfClass:[NSString class]] ? toUtf8(value) : std::string();
+    }
+
+} // namespace
+
+ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
+{
+    auto bufferSize = static_cast<std::uint32_t>(size);
+    if (_NSGetExecutablePath(buffer, &bufferSize) == 0)
+        return ExecutablePathStatus::ok;
+    if (bufferSize <= size)
+        return ExecutablePathStatus::failed;
+    size = bufferSize;
+    return ExecutablePathStatus::bufferTooSmall;
+}
+
+std::string bundleExecutablePath()
+{
+    @autoreleasepool {
+        return toUtf8([[NSBundle mainBundle] executablePath]);
+    }
+}
+
+std::string bundlePath()
+{
+    @autoreleasepool {
+        return toUtf8([[NSBundle mainBundle] bundlePath]);
+    }
+}
+
+std::string bundleIdentifier()
+{
+    @autoreleasepool {
+        return toUtf8([[NSBundle mainBundle] bundleIdentifier]);
+    }
+}
+
+std::string bundleInfo(const std::string &key)
+{
+    @autoreleasepool {
+        return textIn([[NSBundle mainBundle] infoDictionary], key);
+    }
+}
+
+std::string bundleInfo(const std::string &bundlePath, const std::string &key)
+{
+    @autoreleasepool {
+        NSString *path = toNSString(bundlePath);
+        return path ? textIn([[NSBundle bundleWithPath:path] infoDictionary], key) : std::string();
+    }
+}
+
+std::string propertyListInfo(const std::string &plistPath, const std::string &key)
+{
+    @autoreleasepool {
+        NSString *path = toNSString(plistPath);
+        return path ? textIn([NSDictionary dictionaryWithContentsOfFile:path], key) : std::string();
+    }
+}
+
+} // namespace platform

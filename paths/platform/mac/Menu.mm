@@ -1,0 +1,22 @@
+#include "paths/platform/Menu.h"
+
+#include "paths/platform/mac/Strings.h"
+
+#import <AppKit/AppKit.h>
+
+namespace platform {
+
+void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)
+{
+    @autoreleasepool {
+        for (NSMenuItem *top in [[NSApp mainMenu] itemArray]) {
+            for (NSMenuItem *item in [[top submenu] itemArray]) {
+                const std::optional<QString> title = newTitle(QString::fromStdString(mac::toUtf8([item title])));
+                if (title)
+                    [item setTitle:mac::toNSString(title->toStdString())];
+            }
+        }
+    }
+}
+
+} // namespace platform

@@ -1,0 +1,18 @@
+#include "paths/platform/Screen.h"
+
+#import <AppKit/AppKit.h>
+
+namespace platform {
+
+std::pair<double, double> mainScreenSize()
+{
+    @autoreleasepool {
+        NSScreen *screen = [NSScreen mainScreen];
+        if (!screen)
+            return { 0.0, 0.0 };
+        const NSSize size = [screen frame].size;
+        return { size.width, size.height };
+    }
+}
+
+} // namespace platform

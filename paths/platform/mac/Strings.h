@@ -1,0 +1,19 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+#include <string>
+
+/// Texts across the language border. Call inside an autorelease pool.
+namespace platform::mac {
+
+/// UTF-8 of a text; empty for nil and for a text that has none.
+inline std::string toUtf8(NSString *text)
+{
+    const char *bytes = [text UTF8String];
+    return bytes ? bytes : "";
+}
+
+/// Nil when the bytes are not UTF-8.
+inline NSString *toNSString(const std::string &text) { return [NSString stringWithUTF8String:text.c_str()]; }
+
+} // namespace platform::mac

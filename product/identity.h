@@ -1,0 +1,28 @@
+#pragma once
+
+#include "config/MaskedText.h"
+
+/// What names this product build. Data only: a product build replaces this file (OND_PRODUCT_DIR).
+namespace product {
+
+inline constexpr auto kDefaultAppName = masked::text("PDF Orvell");
+inline constexpr auto kDefaultLogName = masked::text("pdforvell");
+
+inline constexpr auto kIdentifierDomestic = masked::text("com.vantpdf.reader");
+inline constexpr auto kIdentifierInternational = masked::text("com.pdforvell.reader");
+
+inline constexpr auto kProductNameDomestic = masked::text("Vant PDF");
+inline constexpr auto kProductNameInternational = masked::text("PDF Orvell");
+inline constexpr auto kProductNameInternationalForMac = masked::text("PDF Orvell for Mac");
+
+inline constexpr auto kNamePrefixDomestic = masked::text("VantPDF");
+inline constexpr auto kNamePrefixInternational = masked::text("PDFOrvell");
+
+/// One group for both editions.
+inline constexpr auto kDefaultGroupName = masked::text("group.com.vantpdf.shared");
+
+/// Development keys; a product build supplies its own, of at most 47 characters.
+inline constexpr auto kSignKeyDomestic = masked::text("dev0d7c1f4a92b3e8650c7d9e1f3a5b4");
+inline constexpr auto kSignKeyInternational = masked::text("dev1b85e2c6f0a9d4731e8f2b6c0d5a7");
+
+} // namespace product

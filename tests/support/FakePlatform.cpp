@@ -1,0 +1,164 @@
+#include "tests/support/FakePlatform.h"
+
+#include "paths/platform/Bundle.h"
+#include "paths/platform/Idle.h"
+#include "paths/platform/Menu.h"
+#include "paths/platform/Screen.h"
+#include "paths/platform/System.h"
+#include "paths/platform/UserDirectories.h"
+#include "paths/platform/Workspace.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace test {
+
+FakePlatform &fakePlatform()
+{
+    static FakePlatform platform;
+    return platform;
+}
+
+FakeBundle::FakeBundle(const std::string &executable)
+{
+    writeFile(m_dir / executable, "");
+    FakePlatform &platform = fakePlatform();
+    platform.executablePath = platform.bundleExecutablePath = m_dir / executable;
+    platform.applicationSupportDirectory = m_dir / "support";
+}
+
+void FakeBundle::writeGlobalFile(const std::string &content) const
+{
+    writeFile(m_dir / "Foo.app/Contents/Resources/mk.dat", content);
+}
+
+std::string FakeBundle::makeUserDataDir() const
+{
+    const std::string path = m_dir / "support/Foo/";
+    std::filesystem::create_directories(path);
+    return path;
+}
+
+} // namespace test
+
+namespace platform {
+
+using test::fakePlatform;
+
+namespace {
+
+std::string valueOf(const std::string &dictionary, const std::string &key)
+{
+    return fakePlatform().info[dictionary][key];
+}
+
+} // namespace
+
+ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
+{
+    const std::string &path = fakePlatform().executablePath;
+    if (path.empty())
+        return ExecutablePathStatus::failed;
+    if (path.size() + 1 > size) {
+        size = path.size() + 1;
+        return ExecutablePathStatus::bufferTooSmall;
+    }
+    std::memcpy(buffer, path.c_str(), path.size() + 1);
+    return ExecutablePathStatus::ok;
+}
+
+std::string bundleExecutablePath()
+{
+    return fakePlatform().bundleExecutablePath;
+}
+
+std::string bundlePath()
+{
+    return fakePlatform().bundlePath;
+}
+
+std::string bundleIdentifier()
+{
+    return fakePlatform().bundleIdentifier;
+}
+
+std::string bundleInfo(const std::string &key)
+{
+    return valueOf("", key);
+}
+
+std::string bundleInfo(const std::string &bundlePath, const std::string &key)
+{
+    return valueOf(bundlePath, key);
+}
+
+std::string propertyListInfo(const std::string &plistPath, const std::string &key)
+{
+    return valueOf(plistPath, key);
+}
+
+std::string applicationSupportDirectory()
+{
+    return fakePlatform().applicationSupportDirectory;
+}
+
+std::string homeDirectoryOfUser()
+{
+    return fakePlatform().homeDirectoryOfUser;
+}
+
+std::string groupContainer(const std::string &groupId)
+{
+    return fakePlatform().groupContainers[groupId];
+}
+
+bool isApplicationRunning(const std::string &bundleId)
+{
+    const std::vector<std::string> &running = fakePlatform().runningApplications;
+    return std::find(running.begin(), running.end(), bundleId) != running.end();
+}
+
+bool openUrl(const std::string &url)
+{
+    fakePlatform().openedUrls.push_back(url);
+    return true;
+}
+
+void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)
+{
+    for (QString &item : fakePlatform().submenuItems)
+        item = newTitle(item).value_or(item);
+}
+
+std::pair<double, double> mainScreenSize()
+{
+    return fakePlatform().screenSize;
+}
+
+double secondsSinceLastInput()
+{
+    return fakePlatform().secondsSinceLastInput;
+}
+
+std::optional<ReachabilityFlags> zeroAddressReachability()
+{
+    return fakePlatform().reachability;
+}
+
+std::uint64_t monotonicTicks()
+{
+    return fakePlatform().ticks;
+}
+
+Timebase monotonicTimebase()
+{
+    ++fakePlatform().timebaseReads;
+    return fakePlatform().timebase;
+}
+
+const char *sharedMemorySizeCommand()
+{
+    return fakePlatform().sharedMemorySizeCommand.c_str();
+}
+
+} // namespace platform

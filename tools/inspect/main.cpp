@@ -1,0 +1,6 @@
+#include "config/MacConfigPath.h"
+#include <cstdio>
+int main()
+{
+    std::puts(MacConfigPath::GetInstance()->GetLogPath().c_str());
+}
