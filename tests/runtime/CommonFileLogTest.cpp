@@ -54,7 +54,7 @@ TEST(CommonFileLog, ThreadHandleIsWrittenAsAPointer)
     test::writeFile(log, "");
     CommonFileLog::WriteLog("x");
     std::ostringstream expected;
-    expected << " tid:" << reinterpret_cast<void *>(pthread_self()) << "]  x\n";
+    expected << " tid:0x" << std::hex << (std::uintptr_t)pthread_self() << "]  x\n";
     EXPECT_NE(test::readFile(log).find(expected.str()), std::string::npos) << test::readFile(log);
 }
 

@@ -34,7 +34,7 @@ void FakeBundle::writeGlobalFile(const std::string &content) const
 
 std::string FakeBundle::makeUserDataDir() const
 {
-    const std::string path = m_dir / "support/Foo/";
+    std::string path = m_dir / "support/Foo/";
     std::filesystem::create_directories(path);
     return path;
 }

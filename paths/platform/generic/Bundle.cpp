@@ -17,7 +17,7 @@ namespace {
 /// The bundle that an executable's path shows: X.app for X.app/Contents/MacOS/name, else the executable's folder.
 fs::path enclosingBundle(const fs::path &executable)
 {
-    const fs::path folder = executable.parent_path();
+    fs::path folder = executable.parent_path();
     if (folder.filename() == "MacOS" && folder.parent_path().filename() == "Contents")
         return folder.parent_path().parent_path();
     return folder;

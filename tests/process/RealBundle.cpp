@@ -1,0 +1,51 @@
+#include "tests/process/RealBundle.h"
+
+#include <QProcess>
+
+namespace fs = std::filesystem;
+
+namespace test {
+
+ProcessResult runProcess(const std::string &program, const QStringList &arguments, const std::string &home)
+{
+    constexpr int deadline = 90'000;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", QString::fromStdString(home));
+    environment.insert("XDG_DATA_HOME", QString::fromStdString(home + "/data"));
+
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QString::fromStdString(program), arguments);
+    ProcessResult result;
+    if (process.waitForFinished(deadline) && process.exitStatus() == QProcess::NormalExit)
+        result.exitStatus = process.exitCode();
+    result.output = process.readAllStandardOutput().toStdString();
+    result.errors = process.readAllStandardError().toStdString();
+    return result;
+}
+
+RealBundle::RealBundle(const std::string &place) : m_path(m_dir / place)
+{
+    fs::create_directories(m_path.parent_path());
+    fs::copy(OND_TEST_BUNDLE, m_path, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    fs::create_directories(home());
+}
+
+fs::path RealBundle::makeUserDataDir(const std::string &bundleName) const
+{
+    fs::path path = fs::path(home()) / "data" / bundleName;
+    fs::create_directories(path);
+    return path;
+}
+
+ProcessResult RealBundle::inspect(const QStringList &arguments) const
+{
+    return runProcess(inspector(), arguments, home());
+}
+
+nlohmann::json RealBundle::inspectJson(const QStringList &arguments) const
+{
+    return nlohmann::json::parse(inspect(QStringList{"--json"} + arguments).output);
+}
+
+} // namespace test

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "tests/support/TestFiles.h"
+
+#include <QString>
+#include <QStringList>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace test {
+
+struct ProcessResult
+{
+    int exitStatus = -1; // -1: it crashed or did not end in time
+    std::string output;
+    std::string errors;
+};
+
+/// Runs a program to its end, with the user's folders below `home` and no other environment than the test's.
+[[nodiscard]] ProcessResult runProcess(const std::string &program, const QStringList &arguments,
+                                       const std::string &home);
+
+/// A copy of the assembled bundle, for a test to change and to run.
+class RealBundle
+{
+public:
+    /// `place` is the bundle's path in the temporary folder, its name included.
+    explicit RealBundle(const std::string &place = "PDF Orvell.app");
+
+    [[nodiscard]] const TempDir &dir() const { return m_dir; }
+    /// A path in the bundle's Contents folder.
+    [[nodiscard]] std::filesystem::path contents(const std::string &name) const { return m_path / "Contents" / name; }
+    [[nodiscard]] std::filesystem::path globalFile() const { return contents("Resources/mk.dat"); }
+    [[nodiscard]] std::string inspector() const { return contents("MacOS/pdforvell-inspect").string(); }
+    /// The folder that stands for the user's home.
+    [[nodiscard]] std::string home() const { return m_dir / "home"; }
+    /// The user data folder of a bundle with this name outside the sandbox, made on disk.
+    [[nodiscard]] std::filesystem::path makeUserDataDir(const std::string &bundleName = "PDF Orvell") const;
+
+    [[nodiscard]] ProcessResult inspect(const QStringList &arguments) const;
+    [[nodiscard]] nlohmann::json inspectJson(const QStringList &arguments) const;
+
+private:
+    TempDir m_dir;
+    std::filesystem::path m_path;
+};
+
+} // namespace test

@@ -1,0 +1,79 @@
+#include "tools/inspect/Report.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace inspect {
+
+namespace {
+
+constexpr char kBold[] = "\033[1m";
+constexpr char kDim[] = "\033[2m";
+constexpr char kPlain[] = "\033[0m";
+
+std::string dumped(const Json &value, int indent)
+{
+    return value.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string textOf(const Json &value)
+{
+    return value.is_string() ? escaped(value.get_ref<const std::string &>()) : dumped(value, -1);
+}
+
+std::size_t widestKey(const Json &answers)
+{
+    std::size_t width = 0;
+    for (const auto &answer : answers.items())
+        width = std::max(width, answer.key().size());
+    return width;
+}
+
+} // namespace
+
+std::string escaped(const std::string &text)
+{
+    std::string result;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\n') {
+            result += "\\n";
+        } else if (c == '\t') {
+            result += "\\t";
+        } else if (byte < 0x20 || byte == 0x7F) {
+            std::array<char, 8> code{};
+            static_cast<void>(std::snprintf(code.data(), code.size(), "\\x%02x", static_cast<unsigned>(byte)));
+            result += code.data();
+        } else {
+            result += c;
+        }
+    }
+    return result;
+}
+
+void Report::printJson(std::ostream &out) const
+{
+    out << dumped(m_parts, 2) << '\n';
+}
+
+void Report::printText(std::ostream &out, bool coloured) const
+{
+    const auto styled = [coloured](const char *style) { return coloured ? style : ""; };
+    bool first = true;
+    for (const auto &part : m_parts.items()) {
+        out << (first ? "" : "\n") << styled(kBold) << part.key() << styled(kPlain) << '\n';
+        first = false;
+        const std::size_t width = widestKey(part.value());
+        for (const auto &answer : part.value().items()) {
+            const std::string gap(width - answer.key().size() + 2, ' ');
+            Json values = answer.value().is_array() ? answer.value() : Json::array({answer.value()});
+            if (values.empty())
+                values.push_back("none");
+            for (const Json &value : values)
+                out << "  " << styled(kDim) << answer.key() << styled(kPlain) << gap << textOf(value) << '\n';
+        }
+    }
+}
+
+} // namespace inspect

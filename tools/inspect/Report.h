@@ -1,0 +1,30 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string>
+
+namespace inspect {
+
+/// What a section or an action answers: an object, keyed by the getter's name, in the order of output.
+using Json = nlohmann::ordered_json;
+
+/// Named answers, printed together.
+class Report
+{
+public:
+    void add(const std::string &name, Json answers) { m_parts[name] = std::move(answers); }
+
+    /// One JSON object. Bytes that are no UTF-8 come out as U+FFFD.
+    void printJson(std::ostream &out) const;
+    /// Aligned text, one answer a line; control characters are escaped.
+    void printText(std::ostream &out, bool coloured) const;
+
+private:
+    Json m_parts = Json::object();
+};
+
+/// `text` with control characters as "\n", "\t" or "\x1b", so that no value can steer the terminal.
+[[nodiscard]] std::string escaped(const std::string &text);
+
+} // namespace inspect
