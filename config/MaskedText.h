@@ -7,7 +7,7 @@
 /// Texts of the product build that must not be readable in the built library.
 ///
 /// A text is masked while compiling: padded with NUL to whole blocks of 16 bytes, each XOR-ed with one fixed mask.
-/// The plain text never reaches the object file; it exists only in a stack buffer while `str()` or `wstr()` runs.
+/// The plain text never reaches the object file: `str()` and `wstr()` make it in a stack buffer.
 namespace masked {
 
 inline constexpr std::size_t kBlockSize = 16;
@@ -24,6 +24,7 @@ public:
     {
     }
 
+    [[nodiscard]] constexpr std::size_t size() const { return m_length; }
     /// The plain text, UTF-8.
     [[nodiscard]] std::string str() const;
     /// The plain text, UTF-32.

@@ -28,6 +28,7 @@ TEST(MacPath, CutsFoldersFromTheExecutablesPath)
     EXPECT_EQ(MacPath::getAppContentsDirPath(), "");
     fakePlatform().bundleExecutablePath = "";
     EXPECT_EQ(MacPath::getAppDirPath(), "");
+    EXPECT_EQ(MacUtils::getResourcePath("x.png"), "/x.png");
 }
 
 TEST(MacUtils, MainApplicationIsTheOutermostBundle)
@@ -140,9 +141,18 @@ TEST(MacUtils, RenamesMenuItemsByTitle)
     EXPECT_EQ(fakePlatform().submenuItems, (std::vector<QString>{"Öffnen", "Close", ""}));
 }
 
-TEST(MacUtils, OpensTheSecurityPane)
+TEST(MacUtils, SaysWhetherTheSecurityPaneWasOpened)
 {
     EXPECT_TRUE(extendRequestAuthorization());
-    EXPECT_EQ(fakePlatform().openedUrls,
-              std::vector<std::string>{"x-apple.systempreferences:com.apple.preference.security"});
+    EXPECT_EQ(fakePlatform().openedUrls.size(), 1U);
+    fakePlatform().opensUrls = false;
+    EXPECT_FALSE(extendRequestAuthorization());
+}
+
+TEST(MacUtils, AsksForOtherApplicationsByTheirWholeIdentifier)
+{
+    fakePlatform().runningApplications = {"com.example.reader"};
+    EXPECT_TRUE(MacUtils::IsProcessRunning("com.example.reader"));
+    EXPECT_FALSE(MacUtils::IsProcessRunning("com.example"));
+    EXPECT_FALSE(IsProcessRunningOC(QString()));
 }

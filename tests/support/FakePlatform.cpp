@@ -120,8 +120,9 @@ bool isApplicationRunning(const std::string &bundleId)
 
 bool openUrl(const std::string &url)
 {
-    fakePlatform().openedUrls.push_back(url);
-    return true;
+    if (fakePlatform().opensUrls)
+        fakePlatform().openedUrls.push_back(url);
+    return fakePlatform().opensUrls;
 }
 
 void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)

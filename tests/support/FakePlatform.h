@@ -29,6 +29,7 @@ struct FakePlatform
 
     std::vector<std::string> runningApplications;
     std::vector<std::string> openedUrls;
+    bool opensUrls = true;
 
     std::vector<QString> submenuItems;
     std::pair<double, double> screenSize;

@@ -4,9 +4,20 @@
 #include "config/MacGlobalConfig.h"
 #include "runtime/CommonFileLog.h"
 
+#include <filesystem>
+
 namespace inspect {
 
 namespace {
+
+bool isLogEnabled()
+{
+    try {
+        return CommonFileLog::IsLogEnable();
+    } catch (const std::filesystem::filesystem_error &) {
+        return false; // a log whose existence cannot be told is not written either
+    }
+}
 
 Json log(const std::vector<std::string> &arguments)
 {
@@ -16,7 +27,7 @@ Json log(const std::vector<std::string> &arguments)
         MacGlobalConfig::OutputConfigLog();
     else
         CommonFileLog::WriteLog(arguments[0]);
-    return {{"IsLogEnable", CommonFileLog::IsLogEnable()}, {"GetLogPath", MacConfigPath::GetInstance()->GetLogPath()}};
+    return {{"IsLogEnable", isLogEnabled()}, {"GetLogPath", MacConfigPath::GetInstance()->GetLogPath()}};
 }
 
 } // namespace

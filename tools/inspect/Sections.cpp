@@ -55,7 +55,7 @@ const std::vector<Section> &sections()
     static const std::vector<Section> all = {
         {"locations", "where the executable, its bundle and the user's data are", locations},
         {"switches", "the build switches of mk.dat", switches},
-        {"doctor", "what is wrong with this installation", examination},
+        {"doctor", "what is wrong with this installation", examination, true},
     };
     return all;
 }
