@@ -37,7 +37,7 @@ bool isOn(Switch &cache, const char *key)
 constexpr masked::View DEF_SHARE_GROUP_NAME = product::kDefaultGroupName;
 constexpr masked::View DEF_SHARE_GROUP_NAME_EN = product::kDefaultGroupName;
 
-static_assert(product::kSignKeyDomestic.view().size() <= 47 && product::kSignKeyInternational.view().size() <= 47);
+static_assert(product::kSignKeyDomestic.size() <= 47 && product::kSignKeyInternational.size() <= 47);
 
 masked::View forEdition(masked::View domestic, masked::View international)
 {

@@ -3,15 +3,17 @@
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <charconv>
-#include <csignal>
 #include <cstdint>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <pthread.h>
 #include <stdexcept>
+#include <string_view>
 #include <sys/stat.h>
 #include <type_traits>
 #include <unistd.h>
@@ -19,6 +21,8 @@
 static_assert(sizeof(wchar_t) == 4, "wide texts hold UTF-32");
 
 namespace {
+
+constexpr char kConversionError[] = "wstring_convert: to_bytes error";
 
 class FileDescriptor
 {
@@ -38,56 +42,30 @@ private:
     int m_descriptor;
 };
 
-/// Keeps the SIGPIPE of a reader that goes away from ending the process.
-class SigpipeBlocker
+constexpr int kOpenFlags = O_APPEND | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+
+/// A file that may be written but not read.
+int openForWritingOnly(const char *path)
 {
-public:
-    SigpipeBlocker()
-    {
-        sigemptyset(&m_sigpipe);
-        sigaddset(&m_sigpipe, SIGPIPE);
-        m_wasPending = isPending();
-        pthread_sigmask(SIG_BLOCK, &m_sigpipe, &m_previous);
-    }
-    ~SigpipeBlocker()
-    {
-        if (!m_wasPending && isPending()) {
-            int signal = 0;
-            sigwait(&m_sigpipe, &signal);
-        }
-        pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
-    }
-    SigpipeBlocker(const SigpipeBlocker &) = delete;
-    SigpipeBlocker &operator=(const SigpipeBlocker &) = delete;
-
-private:
-    static bool isPending()
-    {
-        sigset_t pending;
-        sigemptyset(&pending);
-        sigpending(&pending);
-        return sigismember(&pending, SIGPIPE) == 1;
-    }
-
-    sigset_t m_sigpipe{};
-    sigset_t m_previous{};
-    bool m_wasPending = false;
-};
-
-/// Opens for appending. Without O_CREAT first, which is the cheaper call where the file exists; without ever waiting
-/// for the reader of a FIFO.
-int openLog(const char *path, bool mayCreate)
-{
-    constexpr int flags = O_WRONLY | O_APPEND | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
-    const int descriptor = ::open(path, flags);
-    if (descriptor >= 0 || errno != ENOENT || !mayCreate)
+    const int descriptor = ::open(path, O_WRONLY | kOpenFlags);
+    struct stat status;
+    if (descriptor < 0 || (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)))
         return descriptor;
-    return ::open(path, flags | O_CREAT, 0666);
+    ::close(descriptor);
+    return -1;
 }
 
-void writeOnce(int descriptor, const std::string &line)
+/// Opens for appending, and never waits for the reader of a FIFO. For reading too, although nothing is read: who holds
+/// both ends of a FIFO gets no SIGPIPE when its reader goes away. Without O_CREAT first, which is the cheaper call
+/// where the file exists.
+int openLog(const char *path, bool mayCreate)
 {
-    while (::write(descriptor, line.data(), line.size()) < 0 && errno == EINTR) { }
+    const int descriptor = ::open(path, O_RDWR | kOpenFlags);
+    if (descriptor < 0 && errno == EACCES)
+        return openForWritingOnly(path);
+    if (descriptor < 0 && errno == ENOENT && mayCreate)
+        return ::open(path, O_RDWR | O_CREAT | kOpenFlags, 0666);
+    return descriptor;
 }
 
 std::uintptr_t threadHandle()
@@ -99,91 +77,162 @@ std::uintptr_t threadHandle()
         return static_cast<std::uintptr_t>(::pthread_self());
 }
 
-template <typename Number> void appendNumber(std::string &text, Number number, int base)
+/// The process id, asked once per process: the call costs as much as all else in the head of a line.
+pid_t processId()
 {
-    char digits[24];
-    text.append(digits, std::to_chars(digits, digits + sizeof digits, number, base).ptr);
-}
+    static std::atomic<pid_t> known{0};
+    static const bool isForgottenByForks = ::pthread_atfork(nullptr, nullptr, [] { known = 0; }) == 0;
 
-void appendLocalTime(std::string &text)
-{
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    char formatted[64];
-    text.append(formatted, std::strftime(formatted, sizeof formatted, "%Y-%m-%d %H:%M:%S", &local));
-}
-
-std::string lineOf(const std::string &message)
-{
-    constexpr std::size_t headSize = 80;
-    std::string line;
-    line.reserve(headSize + message.size());
-    appendLocalTime(line);
-    line.append(" [pid:");
-    appendNumber(line, ::getpid(), 10);
-    line.append(" tid:0x");
-    appendNumber(line, threadHandle(), 16);
-    line.append("]  ").append(message).push_back('\n');
-    return line;
-}
-
-void appendLine(const std::string &message)
-{
-    const std::string path = MacConfigPath::GetInstance()->GetLogPath();
-    const bool enabled = MacGlobalConfig::IsEnableFileLog();
-    struct stat status
-    {
-    };
-    if (!enabled && ::stat(path.c_str(), &status) != 0)
-        return;
-
-    const FileDescriptor file(openLog(path.c_str(), enabled));
-    if (file.get() < 0 || ::fstat(file.get(), &status) != 0)
-        return;
-    const std::string line = lineOf(message);
-    if (S_ISREG(status.st_mode)) {
-        writeOnce(file.get(), line);
-    } else {
-        const SigpipeBlocker blocker;
-        writeOnce(file.get(), line);
+    pid_t id = known.load(std::memory_order_relaxed);
+    if (id == 0) {
+        id = ::getpid();
+        known.store(isForgottenByForks ? id : 0, std::memory_order_relaxed);
     }
+    return id;
 }
 
-/// Bytes of a character in UTF-8. Throws for what is no character.
-std::size_t utf8Length(char32_t c)
+/// The bytes of one line up to the message. Written by hand: strftime alone takes as long as a system call.
+class Head
 {
-    if (c < 0x80)
-        return 1;
-    if (c < 0x800)
-        return 2;
-    if ((c >= 0xD800 && c < 0xE000) || c > 0x10FFFF)
-        throw std::range_error("wstring_convert: to_bytes error");
-    return c < 0x10000 ? 3 : 4;
+public:
+    Head()
+    {
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        ::localtime_r(&now, &local);
+        putNumber(local.tm_year + 1900, 10);
+        putTwoDigits('-', local.tm_mon + 1);
+        putTwoDigits('-', local.tm_mday);
+        putTwoDigits(' ', local.tm_hour);
+        putTwoDigits(':', local.tm_min);
+        putTwoDigits(':', local.tm_sec);
+        put(" [pid:");
+        putNumber(processId(), 10);
+        put(" tid:0x");
+        putNumber(threadHandle(), 16);
+        put("]  ");
+    }
+
+    [[nodiscard]] std::string_view text() const { return {m_text, m_size}; }
+
+private:
+    void put(std::string_view text) { m_size += text.copy(m_text + m_size, sizeof m_text - m_size); }
+    void putTwoDigits(char separator, int number)
+    {
+        const char text[] = {separator, static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+        put({text, sizeof text});
+    }
+    template <typename Number> void putNumber(Number number, int base)
+    {
+        char digits[24];
+        const char *end = std::to_chars(digits, digits + sizeof digits, number, base).ptr;
+        put({digits, static_cast<std::size_t>(end - digits)});
+    }
+
+    char m_text[128];
+    std::size_t m_size = 0;
+};
+
+/// The log's file. Never destroyed: what ends after the program's own objects may still log.
+const std::string &logPath()
+{
+    static const auto *const path = new std::string(MacConfigPath::GetInstance()->GetLogPath());
+    return *path;
 }
 
+/// Whether the file was there last time. Says which question is the cheaper one to begin with, and nothing else.
+std::atomic<bool> g_wasThere{false};
+
+/// Opens the log when it is on: while "mk.dat" does not say so, when its file is there.
+int openWhenOn(const char *path)
+{
+    if (MacGlobalConfig::IsEnableFileLog())
+        return openLog(path, true);
+
+    if (!g_wasThere.load(std::memory_order_relaxed) && ::access(path, F_OK) != 0)
+        return -1;
+    const int descriptor = openLog(path, false);
+    g_wasThere.store(descriptor >= 0, std::memory_order_relaxed);
+    return descriptor;
+}
+
+/// Joins the parts of a line, on the stack where it is short, and writes it at once.
+void writeLine(int descriptor, const std::string &message)
+{
+    const Head head;
+    const std::string_view begin = head.text();
+    const std::size_t size = begin.size() + message.size() + 1;
+    char shortLine[512];
+    std::string longLine;
+    char *line = shortLine;
+    if (size > sizeof shortLine) {
+        longLine.resize(size);
+        line = longLine.data();
+    }
+    begin.copy(line, begin.size());
+    message.copy(line + begin.size(), message.size());
+    line[size - 1] = '\n';
+
+    while (::write(descriptor, line, size) < 0 && errno == EINTR) { }
+}
+
+char tailByte(char32_t c, int shift)
+{
+    return static_cast<char>(0x80 | ((c >> shift) & 0x3F));
+}
+
+/// Writes the UTF-8 of a character. Throws for what is no character.
 char *encode(char *to, char32_t c)
 {
-    const auto tail = [c](int shift) { return static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
-    switch (utf8Length(c)) {
-    case 1:
+    if (c < 0x80) {
         *to++ = static_cast<char>(c);
-        break;
-    case 2:
+    } else if (c < 0x800) {
         *to++ = static_cast<char>(0xC0 | (c >> 6));
-        *to++ = tail(0);
-        break;
-    case 3:
+        *to++ = tailByte(c, 0);
+    } else if (c < 0x10000) {
+        if (c >= 0xD800 && c < 0xE000)
+            throw std::range_error(kConversionError);
         *to++ = static_cast<char>(0xE0 | (c >> 12));
-        *to++ = tail(6);
-        *to++ = tail(0);
-        break;
-    default:
+        *to++ = tailByte(c, 6);
+        *to++ = tailByte(c, 0);
+    } else {
+        if (c > 0x10FFFF)
+            throw std::range_error(kConversionError);
         *to++ = static_cast<char>(0xF0 | (c >> 18));
-        *to++ = tail(12);
-        *to++ = tail(6);
-        *to++ = tail(0);
+        *to++ = tailByte(c, 12);
+        *to++ = tailByte(c, 6);
+        *to++ = tailByte(c, 0);
     }
+    return to;
+}
+
+/// The same for a character below U+0800, without a branch. Also writes the byte after a character of one byte.
+char *encodeShort(char *to, char32_t c)
+{
+    const bool isTwoBytes = c >= 0x80;
+    to[0] = static_cast<char>(isTwoBytes ? 0xC0 | (c >> 6) : c);
+    to[1] = tailByte(c, 0);
+    return to + 1 + isTwoBytes;
+}
+
+/// The same for a text. `to` has room for four bytes for each character.
+char *encode(char *to, std::wstring_view text)
+{
+    constexpr std::size_t blockSize = 4;
+    for (; text.size() >= blockSize; text.remove_prefix(blockSize)) {
+        const std::wstring_view block = text.substr(0, blockSize);
+        const auto bits = static_cast<char32_t>(block[0] | block[1] | block[2] | block[3]);
+        if (bits < 0x80)
+            to = std::transform(block.begin(), block.end(), to, [](wchar_t c) { return static_cast<char>(c); });
+        else if (bits < 0x800)
+            for (const wchar_t c : block)
+                to = encodeShort(to, static_cast<char32_t>(c));
+        else
+            for (const wchar_t c : block)
+                to = encode(to, static_cast<char32_t>(c));
+    }
+    for (const wchar_t c : text)
+        to = encode(to, static_cast<char32_t>(c));
     return to;
 }
 
@@ -191,13 +240,15 @@ char *encode(char *to, char32_t c)
 
 bool CommonFileLog::IsLogEnable()
 {
-    return MacGlobalConfig::IsEnableFileLog() || std::filesystem::exists(MacConfigPath::GetInstance()->GetLogPath());
+    return MacGlobalConfig::IsEnableFileLog() || std::filesystem::exists(logPath());
 }
 
 void CommonFileLog::WriteLog(const std::string &message)
 {
     try {
-        appendLine(message);
+        const FileDescriptor file(openWhenOn(logPath().c_str()));
+        if (file.get() >= 0)
+            writeLine(file.get(), message);
     } catch (...) { // NOLINT(bugprone-empty-catch): a log must not disturb what it reports on
     }
 }
@@ -209,13 +260,14 @@ void CommonFileLog::WriteLog(const std::wstring &message)
 
 std::string CommonFileLog::wstringToString(const std::wstring &text)
 {
-    std::size_t size = 0;
-    for (const wchar_t c : text)
-        size += utf8Length(static_cast<char32_t>(c));
+    constexpr std::size_t chunkSize = 256;
+    char chunk[4 * chunkSize];
+    if (text.size() <= chunkSize)
+        return {chunk, encode(chunk, text)};
 
-    std::string bytes(size, '\0');
-    char *to = bytes.data();
-    for (const wchar_t c : text)
-        to = encode(to, static_cast<char32_t>(c));
+    std::string bytes;
+    bytes.reserve(text.size() + text.size() / 2);
+    for (std::wstring_view rest = text; !rest.empty(); rest.remove_prefix(std::min(chunkSize, rest.size())))
+        bytes.append(chunk, encode(chunk, rest.substr(0, chunkSize)));
     return bytes;
 }
