@@ -30,6 +30,17 @@ struct FakePlatform
     std::vector<std::string> runningApplications;
     std::vector<std::string> openedUrls;
 
+    std::map<std::string, std::vector<unsigned char>> userDefaults;
+    bool keepsUserDefaults = true;
+    int synchronisations = 0;
+    /// Bookmark data is "options:path". Paths in here give none; data of another form does not resolve.
+    std::vector<std::string> pathsWithoutBookmark;
+    bool staleBookmarks = false;
+    bool deniesAccess = false;
+    /// "start 1024 /path" and "stop 1024 /path", in order, with the options that the bookmark was resolved with.
+    std::vector<std::string> accesses;
+    std::vector<std::string> systemLog;
+
     std::vector<QString> submenuItems;
     std::pair<double, double> screenSize;
     double secondsSinceLastInput = 0;
