@@ -9,7 +9,6 @@
 #include "paths/platform/SystemLog.h"
 #include "paths/platform/UserDefaults.h"
 #include "paths/platform/UserDirectories.h"
-#include "paths/platform/Workspace.h"
 
 #include <algorithm>
 #include <cstring>
@@ -125,6 +124,23 @@ bool openUrl(const std::string &url)
 {
     fakePlatform().openedUrls.push_back(url);
     return true;
+}
+
+bool isProcessRunning(int /*processId*/)
+{
+    return ++fakePlatform().looks <= fakePlatform().looksWhileRunning;
+}
+
+bool launch(const LaunchRequest &request, const LaunchHandler &handler)
+{
+    fakePlatform().launches.emplace_back(request, handler);
+    return true;
+}
+
+std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &request)
+{
+    fakePlatform().openPanels.push_back(request);
+    return fakePlatform().panelAnswer;
 }
 
 std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &key)

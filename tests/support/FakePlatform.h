@@ -1,7 +1,9 @@
 #pragma once
 
 #include "paths/platform/Clock.h"
+#include "paths/platform/OpenPanel.h"
 #include "paths/platform/Reachability.h"
+#include "paths/platform/Workspace.h"
 #include "tests/support/TestFiles.h"
 
 #include <QString>
@@ -29,6 +31,15 @@ struct FakePlatform
 
     std::vector<std::string> runningApplications;
     std::vector<std::string> openedUrls;
+
+    /// Launches that were asked for; the test calls the handlers when it pleases.
+    std::vector<std::pair<platform::LaunchRequest, platform::LaunchHandler>> launches;
+    /// How often processes are looked up, and are still found running.
+    int looks = 0;
+    int looksWhileRunning = 0;
+
+    std::vector<platform::OpenPanelRequest> openPanels;
+    std::optional<std::vector<std::string>> panelAnswer;
 
     std::map<std::string, std::vector<unsigned char>> userDefaults;
     bool keepsUserDefaults = true;
