@@ -1,6 +1,8 @@
 #include "tests/process/RealBundle.h"
 
 #include <gtest/gtest.h>
+
+#include <set>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -179,6 +181,54 @@ TEST(Inspector, PropertyListsInEveryForm)
     }
     fs::remove(plist);
     EXPECT_EQ(doctorProblems(bundle), json::array({plist + ": missing: name, identifier and version are empty"}));
+}
+
+TEST(Inspector, AddressesDifferExactlyByEditionPackageAndTestMarker)
+{
+    const RealBundle bundle;
+    const fs::path marker = bundle.makeUserDataDir() / "use_test_server";
+    const auto urls = [&bundle](const char *switches) {
+        test::writeFile(bundle.globalFile(), std::string("[common]\n") + switches);
+        return bundle.inspectJson({"urls"}).at("urls");
+    };
+    const auto same = [](const json &a, const json &b) {
+        std::set<std::string> keys;
+        for (const auto &answer : a.items()) {
+            if (answer.value() == b.at(answer.key()))
+                keys.insert(answer.key());
+        }
+        return keys;
+    };
+    const json domestic = urls("");
+    const json international = urls("app_international=1\n");
+    const json store = urls("app_international=1\napp_store=1\n");
+    const json domesticStore = urls("app_store=1\n");
+    test::writeFile(marker, "");
+    const json onTestServers = urls("app_international=1\n");
+
+    EXPECT_EQ(urls(""), domestic) << "the marker means nothing to the domestic edition";
+    EXPECT_EQ(same(domestic, international),
+              (std::set<std::string>{"GetMacInternationalPayWebHost", "IsAppleStorePKG", "usesTestServer"}));
+    for (const auto &[web, appStore] : {std::pair(international, store), std::pair(domestic, domesticStore)}) {
+        EXPECT_EQ(same(web, appStore).size(), web.size() - 2);
+        EXPECT_NE(web.at("GetLoginUrl"), appStore.at("GetLoginUrl"));
+    }
+    for (const auto &answer : onTestServers.items()) {
+        const std::string &key = answer.key();
+        const bool onDefaultHost = key.find("Ocr") != std::string::npos || key.find("DefSvrHost") == 3
+            || key == "GetOfficialUpgradeCfgUrl" || key == "usesTestServer";
+        EXPECT_EQ(answer.value() != international.at(key), onDefaultHost) << key;
+    }
+}
+
+TEST(Inspector, DigestsFiles)
+{
+    const RealBundle bundle;
+    test::writeFile(bundle.dir() / "grün.txt", "abc");
+    const QString path = QString::fromStdString(bundle.dir() / "grün.txt");
+    EXPECT_EQ(bundle.inspectJson({"digest", path, "/nonexistent"}).at("digest"),
+              json({{path.toStdString(), "90x01x50x98x3cxd2x4fxb0xd6x96x3fx7dx28xe1x7fx72x"}, {"/nonexistent", ""}}));
+    EXPECT_EQ(bundle.inspect({"digest"}).exitStatus, 2);
 }
 
 TEST(Inspector, ExitStatusTellsWrongUse)

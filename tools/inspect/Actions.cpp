@@ -3,6 +3,7 @@
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "runtime/CommonFileLog.h"
+#include "runtime/OndEasyMd5.h"
 
 #include <filesystem>
 
@@ -30,11 +31,24 @@ Json log(const std::vector<std::string> &arguments)
     return {{"IsLogEnable", isLogEnabled()}, {"GetLogPath", MacConfigPath::GetInstance()->GetLogPath()}};
 }
 
+Json digest(const std::vector<std::string> &arguments)
+{
+    if (arguments.empty())
+        throw WrongUse("digest takes at least one file");
+    Json digests = Json::object();
+    for (const std::string &path : arguments) {
+        const OndEasyMd5 md5(QString::fromStdString(path).toStdWString().c_str());
+        digests[path] = md5.ToString().toStdString();
+    }
+    return digests;
+}
+
 } // namespace
 
 const std::vector<Action> &actions()
 {
     static const std::vector<Action> all = {
+        {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be read", digest},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
     };
     return all;

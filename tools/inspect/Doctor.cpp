@@ -3,6 +3,8 @@
 #include "config/GlobalConfigFile.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
+#include "paths/MacBookmark.h"
+#include "paths/MacSandbox.h"
 #include "paths/MacUtils.h"
 #include "paths/StringUtils.h"
 
@@ -194,6 +196,28 @@ void checkLog(Findings &findings)
         findings.note(path, "the log is on because this file exists");
 }
 
+void checkBookmarks(Findings &findings)
+{
+    for (const MacBookmark::Entry &entry : MacBookmark::entries()) {
+        if (entry.state == MacBookmark::State::stale)
+            findings.problem(entry.path, "its bookmark is stale: the folder or file was replaced");
+        else if (entry.state == MacBookmark::State::unresolvable)
+            findings.problem(entry.path, "its bookmark does not resolve");
+    }
+}
+
+void checkContainer(Findings &findings)
+{
+    const std::string path = MacSandbox::getSharedPath("");
+    const fs::file_type type = typeOf(path);
+    if (type == fs::file_type::not_found && MacSandbox::isSandBox())
+        findings.problem(path, "the container of the application group is missing");
+    else if (type != fs::file_type::not_found && type != fs::file_type::directory)
+        findings.problem(path, "the container of the application group is no folder");
+    else if (type == fs::file_type::directory && !isWritable(path))
+        findings.problem(path, "the container of the application group is not writable");
+}
+
 Json finding(const std::string &file, const std::string &what, int line)
 {
     return file + (line > 0 ? ":" + std::to_string(line) : "") + ": " + what;
@@ -214,7 +238,7 @@ void Findings::note(const std::string &file, const std::string &what)
 Json examination()
 {
     Findings findings;
-    for (const auto check : {checkBundle, checkGlobalFile, checkUserData, checkLog})
+    for (const auto check : {checkBundle, checkGlobalFile, checkUserData, checkLog, checkBookmarks, checkContainer})
         check(findings);
     return {{"problems", findings.problems()}, {"notes", findings.notes()}};
 }
