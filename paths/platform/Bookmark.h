@@ -23,8 +23,8 @@ struct CreatedBookmark
 /// A bookmark of what exists at `path`.
 [[nodiscard]] CreatedBookmark createBookmark(const std::string &path, unsigned long options);
 
-/// What a bookmark leads to. Any data of another origin ends in failure: both functions are empty then, and `error` says
-/// why. Giving this up leaves access as it is.
+/// What a bookmark leads to. Any data of another origin ends in failure: both functions are empty then, and `error`
+/// says why. Giving this up leaves access as it is.
 struct ResolvedBookmark
 {
     std::string error;
