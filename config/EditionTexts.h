@@ -14,6 +14,8 @@ enum class Edition { domestic, international, internationalTest };
 template <std::size_t... Lengths> class EditionTexts
 {
 public:
+    static constexpr std::size_t kColumns = sizeof...(Lengths);
+
     constexpr explicit EditionTexts(const char (&...texts)[Lengths + 1]) : m_texts(Text<Lengths>(texts)...) { }
 
     /// The text for `edition`. A row that ends early has its last text for the editions left out.

@@ -168,9 +168,8 @@ bool MacBookmark::checkBookmarkForDir(const std::string &dir, bool searchParents
 std::vector<MacBookmark::Entry> MacBookmark::entries()
 {
     std::vector<Entry> result;
-    for (const std::string &key : platform::userDefaultsKeys(kKeyPrefix)) {
-        const auto resolved =
-            platform::resolveBookmark(platform::userDefaultsData(key).value_or(Bytes()), kResolveWithSecurityScope);
+    for (const auto &[key, data] : platform::userDefaultsWithPrefix(kKeyPrefix)) {
+        const auto resolved = platform::resolveBookmark(data, kResolveWithSecurityScope);
         const State state = resolved.stale ? State::stale : State::valid;
         result.push_back({key.substr(sizeof kKeyPrefix - 1), resolved.startAccess ? state : State::unresolvable});
     }

@@ -16,6 +16,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <thread>
 
@@ -75,10 +76,11 @@ std::string normalised(const std::string &folder)
 /// Nothing for a text that is no UTF-8.
 std::optional<std::string> percentEncoded(const std::string &url)
 {
-    const QByteArray bytes = QByteArray::fromStdString(url);
+    // The letter in front keeps a U+FEFF from being taken for a byte-order mark, and dropped.
+    const QByteArray bytes = 'x' + QByteArray::fromStdString(url);
     if (QString::fromUtf8(bytes).toUtf8() != bytes)
         return std::nullopt;
-    return bytes.toPercentEncoding(kQueryAllowed).toStdString();
+    return bytes.mid(1).toPercentEncoding(kQueryAllowed).toStdString();
 }
 
 platform::LaunchHandler reportingTo(std::function<void(int)> completion, const std::string &logName)
@@ -115,9 +117,11 @@ std::string MacSandbox::getHomePath()
 
 std::string MacSandbox::getSharedPath(const std::string &groupId)
 {
+    static std::mutex mutex;
     static std::map<std::string, std::string> containers;
 
     const std::string group = groupId.empty() ? appGroupId() : groupId;
+    const std::lock_guard<std::mutex> lock(mutex);
     const auto known = containers.find(group);
     if (known != containers.end())
         return known->second;

@@ -21,7 +21,8 @@ struct SharedPath
 /// processes, access to folders, and the launch of other applications.
 ///
 /// All static. What is found out once (sandbox flag, home folder, container of each group) is kept for the life of the
-/// process: a later change of the environment or of the switches is not seen. Functions never throw. Texts are UTF-8.
+/// process: a later change of the environment or of the switches is not seen. Texts are UTF-8. No function throws, but
+/// that what reads a switch or the group name for the first time does as MacGlobalConfig says.
 class ONDPDFTOOLUTILS_EXPORT MacSandbox
 {
 public:
@@ -48,7 +49,7 @@ public:
 
     /// The root of the container that the applications of a group share, without a trailing "/"; an empty `groupId`
     /// means appGroupId(). Where the platform knows no such container, a folder below getHomePath(). Not created here.
-    /// Not safe to call from several threads at once.
+    /// Callable from any thread.
     static std::string getSharedPath(const std::string &groupId);
     /// A standard folder of that container, without a trailing "/". It is created, with all folders above it, when it
     /// is missing; the path is returned even if that fails.

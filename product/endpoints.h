@@ -4,9 +4,10 @@
 
 /// Every address that this product build goes to. Data only: a product build replaces this file (OND_PRODUCT_DIR).
 ///
-/// A row is named after the getter that answers it. Its columns: domestic edition, international edition, international
-/// edition on the test servers; a row that names fewer has its last text for the rest. A ...Host carries its scheme and
-/// no trailing "/"; a ...Path is appended to the host above it; all else are whole addresses.
+/// A row is named after the getter that answers it. Its columns: domestic edition, international edition, and for the
+/// default service host, on which the rest of that service stands, international edition on the test servers. A row
+/// that names fewer has its last text for the rest. A ...Host carries its scheme and no trailing "/"; a ...Path is
+/// appended to the host above it; all else are whole addresses.
 namespace product::endpoints {
 
 using masked::byEdition;

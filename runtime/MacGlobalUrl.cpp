@@ -32,11 +32,13 @@ masked::View defSvrHost(bool *usesTestServer)
 
 template <typename Row> std::string narrow(const Row &row)
 {
+    static_assert(Row::kColumns <= 2, "only the default service host has a text for the test servers");
     return row[edition()].str();
 }
 
 template <typename Row> std::wstring wide(const Row &row)
 {
+    static_assert(Row::kColumns <= 2, "only the default service host has a text for the test servers");
     return row[edition()].wstr();
 }
 

@@ -18,11 +18,18 @@ File openForReading(const std::string &path)
 {
     // Not by fopen(), which would wait for the writer of a FIFO.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    File file(descriptor < 0 ? nullptr : ::fdopen(descriptor, "rb"), &std::fclose);
     struct stat status;
-    if (!file || ::fstat(descriptor, &status) != 0 || !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)))
-        return {nullptr, &std::fclose};
+    const bool readable = ::fstat(descriptor, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
+    File file(readable ? ::fdopen(descriptor, "rb") : nullptr, &std::fclose);
+    if (!file && descriptor >= 0)
+        ::close(descriptor);
     return file;
+}
+
+std::string utf8Of(const wchar_t *path)
+{
+    // The letter in front keeps a U+FEFF from being taken for a byte-order mark, and dropped.
+    return QString::fromStdWString(L'x' + std::wstring(path)).mid(1).toStdString();
 }
 
 } // namespace
@@ -31,7 +38,7 @@ OndEasyMd5::OndEasyMd5(const wchar_t *path)
 {
     // Before the file, which must not outlive it. Larger than usual: fewer calls of the system.
     char buffer[32 * 1024];
-    const File file = openForReading(path ? QString::fromWCharArray(path).toStdString() : std::string());
+    const File file = openForReading(path ? utf8Of(path) : std::string());
     if (!file)
         return;
     std::setvbuf(file.get(), buffer, _IOFBF, sizeof buffer);

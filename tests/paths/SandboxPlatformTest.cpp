@@ -105,8 +105,10 @@ TEST_F(SandboxPlatform, AnotherProcessFindsTheBookmarkUntilTheFolderIsAnotherOne
 
     fs::rename(folder(), m_home / "moved");
     EXPECT_FALSE(MacBookmark::closeBookmark(folder())) << "gone";
+    EXPECT_EQ(MacBookmark::entries().at(0).state, MacBookmark::State::unresolvable);
     fs::create_directory(folder());
-    EXPECT_FALSE(opensElsewhere(folder())) << "stale";
+    EXPECT_FALSE(opensElsewhere(folder()));
+    EXPECT_EQ(MacBookmark::entries().at(0).state, MacBookmark::State::stale);
     EXPECT_TRUE(MacBookmark::closeBookmark(folder())) << "a stale bookmark resolves";
     fs::remove(folder());
     fs::rename(m_home / "moved", folder());
@@ -155,6 +157,10 @@ TEST_F(SandboxPlatform, DamagedStoreKeepsWhatIsWhole)
         EXPECT_EQ(platform::userDefaultsData("a/b=c"), data) << damage;
         EXPECT_EQ(platform::userDefaultsData("new"), Bytes()) << damage;
     }
+    const std::string full((64U << 20) - test::readFile(store()).size(), '\n');
+    test::writeFile(store(), test::readFile(store()) + full);
+    platform::setUserDefaultsData("too much", {});
+    EXPECT_EQ(platform::userDefaultsData("new"), Bytes()) << "a full store keeps what it has";
     fs::remove(store());
     ::mkfifo(store().c_str(), 0600);
     EXPECT_FALSE(MacBookmark::createBookmark(folder())) << "a FIFO is no store, nor waited for";

@@ -244,4 +244,6 @@ TEST(Inspector, LogActionWritesALine)
     test::writeFile(log, "");
     EXPECT_EQ(bundle.inspectJson({"log", "kept"}).at("log").at("IsLogEnable"), true);
     EXPECT_NE(test::readFile(log).find("]  kept\n"), std::string::npos);
+    EXPECT_EQ(bundle.inspect({"log", "--config"}).exitStatus, 0);
+    EXPECT_NE(test::readFile(log).find("]  func_host:https://svr.pdforvell.example\n"), std::string::npos);
 }

@@ -151,14 +151,9 @@ std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &ke
     return found == defaults.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::vector<std::string> userDefaultsKeys(const std::string &prefix)
+std::map<std::string, std::vector<unsigned char>> userDefaultsWithPrefix(const std::string & /*prefix*/)
 {
-    std::vector<std::string> keys;
-    for (const auto &entry : fakePlatform().userDefaults) {
-        if (entry.first.compare(0, prefix.size(), prefix) == 0)
-            keys.push_back(entry.first);
-    }
-    return keys;
+    return fakePlatform().userDefaults;
 }
 
 void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data)

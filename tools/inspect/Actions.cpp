@@ -48,7 +48,7 @@ Json digest(const std::vector<std::string> &arguments)
 const std::vector<Action> &actions()
 {
     static const std::vector<Action> all = {
-        {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be read", digest},
+        {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be opened", digest},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
     };
     return all;

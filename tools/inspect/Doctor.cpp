@@ -208,11 +208,11 @@ void checkBookmarks(Findings &findings)
 
 void checkContainer(Findings &findings)
 {
+    if (MacSandbox::isSandBox())
+        return; // it is the user data folder then
     const std::string path = MacSandbox::getSharedPath("");
     const fs::file_type type = typeOf(path);
-    if (type == fs::file_type::not_found && MacSandbox::isSandBox())
-        findings.problem(path, "the container of the application group is missing");
-    else if (type != fs::file_type::not_found && type != fs::file_type::directory)
+    if (type != fs::file_type::not_found && type != fs::file_type::directory)
         findings.problem(path, "the container of the application group is no folder");
     else if (type == fs::file_type::directory && !isWritable(path))
         findings.problem(path, "the container of the application group is not writable");

@@ -7,7 +7,6 @@
 #include <QFile>
 #include <fcntl.h>
 #include <filesystem>
-#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -30,8 +29,9 @@ std::string defaultsPath()
     return support.empty() || name.empty() ? std::string() : support + "/" + name + "/user-defaults.ini";
 }
 
-/// Opens the file without ever waiting for the other side of a FIFO; false unless it is a file of bearable size.
-bool openDefaults(QFile &file, int flags)
+/// Opens the file without ever waiting for the other side of a FIFO; false unless it is a file that may have `added`
+/// bytes more.
+bool openDefaults(QFile &file, int flags, qint64 added = 0)
 {
     const std::string path = defaultsPath();
     const int descriptor = path.empty() ? -1 : ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600);
@@ -40,7 +40,8 @@ bool openDefaults(QFile &file, int flags)
     struct stat status
     {
     };
-    const bool usable = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= kMaxFileSize;
+    const bool usable =
+        ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size + added <= kMaxFileSize;
     const auto mode = (flags & O_ACCMODE) == O_RDONLY ? QIODevice::ReadOnly : QIODevice::WriteOnly | QIODevice::Append;
     if (usable && file.open(descriptor, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
         return true;
@@ -48,60 +49,52 @@ bool openDefaults(QFile &file, int flags)
     return false;
 }
 
-/// Keys hold paths: what would end the key or the line is encoded, the rest stays readable.
-QByteArray startOfEntry(const std::string &key)
+/// One entry, between line feeds. Keys hold paths: what would end the key or the line is encoded, the rest stays
+/// readable.
+QByteArray lineOf(const std::string &key, const std::vector<unsigned char> &data)
 {
-    return QByteArray::fromStdString(key).toPercentEncoding("/ !$&'()*+,:;@") + "=\"";
+    const QByteArray bytes(reinterpret_cast<const char *>(data.data()), static_cast<int>(data.size()));
+    return QByteArray::fromStdString(key).toPercentEncoding("/ !$&'()*+,:;@") + "=\"" + bytes.toBase64() + '"';
 }
 
 } // namespace
 
-std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &key)
+std::map<std::string, std::vector<unsigned char>> userDefaultsWithPrefix(const std::string &prefix)
 {
+    std::map<std::string, std::vector<unsigned char>> result;
     QFile file;
     if (!openDefaults(file, O_RDONLY))
-        return std::nullopt;
-    const QByteArray content = '\n' + file.readAll();
-    const QByteArray start = '\n' + startOfEntry(key);
-
-    for (int at = content.lastIndexOf(start); at >= 0; at = at > 0 ? content.lastIndexOf(start, at - 1) : -1) {
-        const int from = at + start.size();
-        const int lineEnd = content.indexOf('\n', from);
-        const QByteArray rest = content.mid(from, lineEnd < 0 ? -1 : lineEnd - from);
+        return result;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        const int keySize = line.indexOf("=\"");
         // A write that was cut off lacks the closing quote.
-        if (!rest.endsWith('"'))
+        if (keySize < 0 || line.size() < keySize + 3 || !line.endsWith('"'))
             continue;
-        const auto value = QByteArray::fromBase64Encoding(rest.chopped(1), QByteArray::AbortOnBase64DecodingErrors);
-        if (value)
-            return std::vector<unsigned char>(value.decoded.cbegin(), value.decoded.cend());
+        const std::string key = QByteArray::fromPercentEncoding(line.left(keySize)).toStdString();
+        const auto value = QByteArray::fromBase64Encoding(line.mid(keySize + 2, line.size() - keySize - 3),
+                                                          QByteArray::AbortOnBase64DecodingErrors);
+        if (value && key.compare(0, prefix.size(), prefix) == 0)
+            result[key].assign(value.decoded.cbegin(), value.decoded.cend());
     }
-    return std::nullopt;
+    return result;
 }
 
-std::vector<std::string> userDefaultsKeys(const std::string &prefix)
+std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &key)
 {
-    QFile file;
-    if (!openDefaults(file, O_RDONLY))
-        return {};
-    std::set<std::string> keys;
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        const std::string key = QByteArray::fromPercentEncoding(line.left(line.indexOf("=\""))).toStdString();
-        if (key.compare(0, prefix.size(), prefix) == 0 && keys.count(key) == 0 && userDefaultsData(key))
-            keys.insert(key);
-    }
-    return {keys.begin(), keys.end()};
+    auto entries = userDefaultsWithPrefix(key);
+    const auto found = entries.find(key);
+    return found == entries.end() ? std::nullopt : std::optional(std::move(found->second));
 }
 
 void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data)
 {
     std::error_code error;
     fs::create_directories(fs::path(defaultsPath()).parent_path(), error);
-    QFile file;
-    if (!openDefaults(file, O_WRONLY | O_APPEND | O_CREAT))
-        return;
-    const QByteArray bytes(reinterpret_cast<const char *>(data.data()), static_cast<int>(data.size()));
     // The line feed in front ends a line that another process could not finish.
-    file.write('\n' + startOfEntry(key) + bytes.toBase64() + "\"\n");
+    const QByteArray line = '\n' + lineOf(key, data) + '\n';
+    QFile file;
+    if (openDefaults(file, O_WRONLY | O_APPEND | O_CREAT, line.size()))
+        file.write(line);
 }
 
 void synchroniseUserDefaults()

@@ -133,17 +133,18 @@ bool isAddress(const std::string &url)
     return address.isValid() && !address.isRelative();
 }
 
+// URLs stay out of the descriptions, which are logged: account pages carry the user's certificate.
 LaunchOutcome outcomeOf(const LaunchRequest &request)
 {
     if (request.url.empty())
         return launchApplication(request.applicationPath, request.arguments, request.createsNewInstance);
     if (!isAddress(request.url))
-        return failed("no address: " + request.url);
+        return failed("the URL has no scheme");
     // Always a new process: one that runs has no way to be told.
     if (!request.applicationPath.empty())
         return launchApplication(request.applicationPath, {request.url}, true);
     return openUrl(request.url) ? LaunchOutcome{true, "the default application", 0}
-                                : failed("cannot open " + request.url);
+                                : failed("no application opens the URL");
 }
 
 /// Runs `action` here and hands what it gives to `handler` on a thread of its own. False, with nothing done, when no

@@ -75,7 +75,7 @@ ResolvedBookmark resolveBookmark(const std::vector<unsigned char> &data, unsigne
         if (!url)
             return {mac::toUtf8([error description]), false, {}, {}};
         const auto kept = std::make_shared<KeptUrl>(url);
-        return {{}, stale == YES, [kept] { return kept->startAccess(); }, [kept] { kept->stopAccess(); }};
+        return {{}, stale != NO, [kept] { return kept->startAccess(); }, [kept] { kept->stopAccess(); }};
     }
 }
 

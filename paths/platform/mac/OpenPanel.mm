@@ -11,6 +11,8 @@ std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &req
     @autoreleasepool {
         NSOpenPanel *panel = [NSOpenPanel openPanel];
         NSString *folder = mac::toNSString(request.startFolder);
+        if (!folder)
+            return std::nullopt;
         if ([folder length] > 0)
             [panel setDirectoryURL:[NSURL fileURLWithPath:folder]];
         [panel setAllowsMultipleSelection:NO];

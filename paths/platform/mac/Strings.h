@@ -13,9 +13,11 @@ inline std::string toUtf8(NSString *text)
     return bytes ? bytes : "";
 }
 
-/// Nil when the bytes are not UTF-8.
+/// Nil when the bytes are not UTF-8, or hold a NUL, at which a path would end.
 inline NSString *toNSString(const std::string &text)
 {
+    if (text.find('\0') != std::string::npos)
+        return nil;
     return [NSString stringWithUTF8String:text.c_str()];
 }
 

@@ -7,7 +7,10 @@ namespace platform {
 void systemLog(const std::string &message)
 {
     @autoreleasepool {
-        NSLog(@"%@", mac::toNSString(message));
+        NSString *text = mac::toNSString(message);
+        if (!text) // a path may be no UTF-8: better read wrongly than not at all
+            text = [NSString stringWithCString:message.c_str() encoding:NSISOLatin1StringEncoding];
+        NSLog(@"%@", text);
     }
 }
 

@@ -3,8 +3,6 @@
 #include "paths/platform/mac/Data.h"
 #include "paths/platform/mac/Strings.h"
 
-#include <algorithm>
-
 namespace platform {
 
 std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &key)
@@ -16,19 +14,19 @@ std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &ke
     }
 }
 
-std::vector<std::string> userDefaultsKeys(const std::string &prefix)
+std::map<std::string, std::vector<unsigned char>> userDefaultsWithPrefix(const std::string &prefix)
 {
-    std::vector<std::string> keys;
+    std::map<std::string, std::vector<unsigned char>> result;
     @autoreleasepool {
         NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
         for (NSString *name in [defaults dictionaryRepresentation]) {
-            std::string key = mac::toUtf8(name);
-            if (key.compare(0, prefix.size(), prefix) == 0 && [defaults dataForKey:name])
-                keys.push_back(std::move(key));
+            const std::string key = mac::toUtf8(name);
+            NSData *data = [defaults dataForKey:name];
+            if (data && key.compare(0, prefix.size(), prefix) == 0)
+                result[key] = mac::toBytes(data);
         }
     }
-    std::sort(keys.begin(), keys.end());
-    return keys;
+    return result;
 }
 
 void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data)

@@ -10,12 +10,15 @@ namespace {
 
 using Completion = void (^)(NSRunningApplication *, NSError *);
 
+/// Nil when an argument is no text.
 NSWorkspaceOpenConfiguration *toNative(const LaunchRequest &request)
 {
     NSMutableArray *arguments = [NSMutableArray array];
     for (const std::string &argument : request.arguments) {
-        if (NSString *text = mac::toNSString(argument))
-            [arguments addObject:text];
+        NSString *text = mac::toNSString(argument);
+        if (!text)
+            return nil;
+        [arguments addObject:text];
     }
     NSWorkspaceOpenConfiguration *native = [NSWorkspaceOpenConfiguration configuration];
     [native setHides:request.hides];
@@ -94,6 +97,8 @@ bool launch(const LaunchRequest &request, const LaunchHandler &handler)
             return false;
         NSWorkspace *workspace = [NSWorkspace sharedWorkspace];
         NSWorkspaceOpenConfiguration *configuration = toNative(request);
+        if (!configuration)
+            return false;
         Completion completion = reportingTo(handler);
         if (!address)
             [workspace openApplicationAtURL:application configuration:configuration completionHandler:completion];
