@@ -14,10 +14,18 @@ endif()
 set(CMAKE_CXX_FLAGS_SANITIZED "-O1 -g -fno-omit-frame-pointer" CACHE STRING "Flags of the sanitizer presets")
 
 add_library(ond_build_options INTERFACE)
+# Calls within the library go straight to their target: nobody replaces its functions at load time.
+target_compile_options(ond_build_options INTERFACE -fno-semantic-interposition)
 target_compile_options(ond_build_options INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${OND_WERROR}>:-Werror>)
 if(OND_SANITIZE)
   target_compile_options(ond_build_options INTERFACE -fsanitize=${OND_SANITIZE} -fno-sanitize-recover=all)
   target_link_options(ond_build_options INTERFACE -fsanitize=${OND_SANITIZE})
+endif()
+if(OND_BUILD_FUZZERS)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "OND_BUILD_FUZZERS needs clang: set CMAKE_CXX_COMPILER")
+  endif()
+  target_compile_options(ond_build_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # ond_sources(PUBLIC header... PRIVATE file...)

@@ -2,7 +2,6 @@
 
 #include "config/MaskedText.h"
 
-#include <algorithm>
 #include <tuple>
 
 namespace masked {
@@ -21,15 +20,28 @@ public:
     /// The text for `edition`. A row that ends early has its last text for the editions left out.
     [[nodiscard]] constexpr View operator[](Edition edition) const
     {
-        const auto pick = [edition](const auto &...text) {
-            const View views[] = {text.view()...};
-            return views[std::min(static_cast<std::size_t>(edition), sizeof...(text) - 1)];
-        };
-        return std::apply(pick, m_texts);
+        return pick(edition, [](const auto &text) { return text.view(); });
+    }
+    [[nodiscard]] std::string str(Edition edition) const
+    {
+        return pick(edition, [](const auto &text) { return text.str(); });
+    }
+    [[nodiscard]] std::wstring wstr(Edition edition) const
+    {
+        return pick(edition, [](const auto &text) { return text.wstr(); });
     }
 
 private:
     static_assert(sizeof...(Lengths) >= 1 && sizeof...(Lengths) <= 3, "a row has one to three texts");
+
+    template <std::size_t Column = 0, typename Use> constexpr auto pick(Edition edition, Use use) const
+    {
+        if constexpr (Column + 1 < sizeof...(Lengths)) {
+            if (static_cast<std::size_t>(edition) > Column)
+                return pick<Column + 1>(edition, use);
+        }
+        return use(std::get<Column>(m_texts));
+    }
 
     std::tuple<Text<Lengths>...> m_texts;
 };

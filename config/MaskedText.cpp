@@ -24,4 +24,12 @@ std::wstring widened(const char *text, std::size_t length)
     return QString::fromUtf8(text, static_cast<int>(length)).toStdWString();
 }
 
+std::string joined(View first, View second)
+{
+    char plain[2 * kMaxBlocks * kBlockSize];
+    unmask(first.m_blocks, first.m_length / kBlockSize + 1, plain);
+    unmask(second.m_blocks, second.m_length / kBlockSize + 1, plain + first.m_length);
+    return {plain, first.m_length + second.m_length};
+}
+
 } // namespace masked

@@ -28,8 +28,8 @@ public:
     using Narrow = std::string (*)(const unsigned char *blocks);
     using Wide = std::wstring (*)(const unsigned char *blocks);
 
-    constexpr View(const unsigned char *blocks, Narrow narrow, Wide wide)
-        : m_blocks(blocks), m_narrow(narrow), m_wide(wide)
+    constexpr View(const unsigned char *blocks, std::size_t length, Narrow narrow, Wide wide)
+        : m_blocks(blocks), m_length(length), m_narrow(narrow), m_wide(wide)
     {
     }
 
@@ -38,12 +38,18 @@ public:
     /// The plain text, UTF-32.
     [[nodiscard]] std::wstring wstr() const { return m_wide(m_blocks); }
 
+    /// The plain texts of both, one after the other, UTF-8.
+    [[nodiscard]] friend std::string joined(View first, View second);
+
 private:
     const unsigned char *m_blocks;
+    std::size_t m_length;
     // Of the text's own length: a copy whose length the compiler knows takes two thirds of the time of another.
     Narrow m_narrow;
     Wide m_wide;
 };
+
+std::string joined(View first, View second);
 
 template <std::size_t Length> class Text
 {
@@ -59,10 +65,10 @@ public:
 
     /// Bytes of the plain text.
     [[nodiscard]] static constexpr std::size_t size() { return Length; }
-    [[nodiscard]] constexpr View view() const { return {m_bytes, narrow, m_ascii ? wideOfAscii : wide}; }
+    [[nodiscard]] constexpr View view() const { return {m_bytes, Length, narrow, m_ascii ? wideOfAscii : wide}; }
     constexpr operator View() const { return view(); }
-    [[nodiscard]] std::string str() const { return view().str(); }
-    [[nodiscard]] std::wstring wstr() const { return view().wstr(); }
+    [[nodiscard]] std::string str() const { return narrow(m_bytes); }
+    [[nodiscard]] std::wstring wstr() const { return m_ascii ? wideOfAscii(m_bytes) : wide(m_bytes); }
 
 private:
     static constexpr std::size_t kBlocks = Length / kBlockSize + 1;

@@ -24,32 +24,45 @@ Edition edition()
 
 masked::View defSvrHost(bool *usesTestServer)
 {
-    const bool test = MacGlobalConfig::isInternationalApp() && IsInternationalUseTestServer();
+    Edition column = edition();
+    if (column == Edition::international && IsInternationalUseTestServer())
+        column = Edition::internationalTest;
     if (usesTestServer)
-        *usesTestServer = test;
-    return kDefSvrHost[test ? Edition::internationalTest : edition()];
+        *usesTestServer = column == Edition::internationalTest;
+    return kDefSvrHost[column];
+}
+
+template <typename Row> constexpr void checkColumns(const Row &)
+{
+    static_assert(Row::kColumns <= 2, "only the default service host has a text for the test servers");
+}
+
+template <typename Row> masked::View inEdition(const Row &row)
+{
+    checkColumns(row);
+    return row[edition()];
 }
 
 template <typename Row> std::string narrow(const Row &row)
 {
-    static_assert(Row::kColumns <= 2, "only the default service host has a text for the test servers");
-    return row[edition()].str();
+    checkColumns(row);
+    return row.str(edition());
 }
 
 template <typename Row> std::wstring wide(const Row &row)
 {
-    static_assert(Row::kColumns <= 2, "only the default service host has a text for the test servers");
-    return row[edition()].wstr();
+    checkColumns(row);
+    return row.wstr(edition());
 }
 
 template <typename Row> std::string onDefSvr(const Row &path)
 {
-    return MacGlobalUrl::GetDefSvrHost(nullptr).append(narrow(path));
+    return joined(defSvrHost(nullptr), inEdition(path));
 }
 
 template <typename Row> std::string onVipSvr(const Row &path)
 {
-    return MacGlobalUrl::GetVipSvrHost().append(narrow(path));
+    return joined(inEdition(kVipSvrHost), inEdition(path));
 }
 
 template <typename String> String withProductId(String url, String (*productId)())

@@ -1,0 +1,113 @@
+#include "config/MacGlobalSetting.h"
+
+#include "config/GlobalConfigFile.h"
+#include "config/MacConfigPath.h"
+#include "config/MacGlobalConfig.h"
+#include "config/MacReg.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
+#include <filesystem>
+#include <fstream>
+#include <identity.h>
+#include <optional>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kRegistryKey[] = "common";
+constexpr char kChoiceName[] = "language/current_language";
+constexpr char kNoChoice[] = "none";
+constexpr std::uintmax_t kLargestList = 1U << 20;
+
+QByteArray contentOfList()
+{
+    const std::string path = MacConfigPath::GetInstance()->GetAppConfigPath("cfgdata\\language.json");
+    std::error_code error;
+    if (!fs::is_regular_file(path, error)) // a FIFO would make us wait for its writer
+        return {};
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (error || size > kLargestList)
+        return {};
+    QByteArray content(static_cast<int>(size), '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(content.data(), content.size());
+    content.truncate(static_cast<int>(file.gcount()));
+    return content;
+}
+
+QJsonArray languages()
+{
+    return QJsonDocument::fromJson(contentOfList()).object().value(QLatin1String("languages")).toArray();
+}
+
+std::optional<std::string> textOf(const QJsonValue &language, const std::string &key)
+{
+    const QJsonValue text = language.toObject().value(QString::fromStdString(key));
+    return text.isString() ? std::optional(text.toString().toStdString()) : std::nullopt;
+}
+
+/// The code of the first language whose text `key` is `value`; empty when there is none.
+std::string codeOf(const std::string &key, const std::string &value)
+{
+    std::string code;
+    MacGlobalSetting::GetParticularLanguageInfo(key, value, "code", code);
+    return code;
+}
+
+} // namespace
+
+std::string MacGlobalSetting::GetCurrentLanguage()
+{
+    if (!MacGlobalConfig::isInternationalApp())
+        return "zh";
+    MacReg registry;
+    registry.open(kRegistryKey, true);
+    const QString choice = registry.value(kChoiceName, kNoChoice).toString();
+    if (choice != QLatin1String(kNoChoice))
+        return choice.toStdString();
+    const std::string code = codeOf("english_name", QLocale::languageToString(QLocale().language()).toStdString());
+    return code.empty() ? "en" : code;
+}
+
+void MacGlobalSetting::SetCurrentLanguage(const std::string &showName)
+{
+    const std::string code = codeOf("show_name", showName);
+    if (code.empty())
+        return;
+    MacReg registry;
+    registry.open(kRegistryKey, false);
+    registry.setValue(kChoiceName, QString::fromStdString(code));
+}
+
+std::vector<std::string> MacGlobalSetting::GetSupportLanguageList()
+{
+    std::vector<std::string> names;
+    const QJsonArray all = languages();
+    for (const QJsonValue &language : all) {
+        if (std::optional<std::string> name = textOf(language, "show_name"))
+            names.push_back(std::move(*name));
+    }
+    return names;
+}
+
+bool MacGlobalSetting::GetParticularLanguageInfo(const std::string &key, const std::string &value,
+                                                 const std::string &wantedKey, std::string &result)
+{
+    const QJsonArray all = languages();
+    for (const QJsonValue &language : all) {
+        if (textOf(language, key) == value) {
+            result = textOf(language, wantedKey).value_or("");
+            return true;
+        }
+    }
+    return false;
+}
+
+bool MacGlobalSetting::IsEnableDebug()
+{
+    return isPathExist(MacConfigPath::GetInstance()->GetUserDataPath(product::kDebugMarker.str()));
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "config/Export.h"
+
+#include <string>
+#include <vector>
+
+/// The language of the user interface, and a switch for debugging.
+///
+/// The product's languages are listed in "cfgdata/language.json" of the bundle's resources, in the order of the menu:
+/// an object whose member "languages" is an array of objects with the texts "code" (for example "en"), "english_name"
+/// and "show_name". In the international edition the user chooses one of them; the choice is a value of the emulated
+/// registry (MacReg). The domestic edition is always in Chinese.
+///
+/// Static and without state, callable from any thread. All texts are UTF-8. The list is read anew on every call; one
+/// that is missing, malformed, or larger than 1 MiB has no languages, and what is no object or no text in it is passed
+/// over. Nothing is thrown for it.
+class ONDPDFTOOLUTILS_EXPORT MacGlobalSetting
+{
+public:
+    /// The code of the language in use: the user's choice; without one, the listed language that the default locale's
+    /// language has the English name of; otherwise "en". In the domestic edition "zh", with nothing read. Creates the
+    /// registry's folder but stores nothing.
+    static std::string GetCurrentLanguage();
+    /// Stores the language whose "show_name" is `showName` as the user's choice; the first one of several. Changes
+    /// nothing when there is none.
+    static void SetCurrentLanguage(const std::string &showName);
+    /// Every "show_name" in the order of the list.
+    static std::vector<std::string> GetSupportLanguageList();
+    /// The text `wantedKey` of the first language whose text `key` is `value`, byte for byte; empty when that language
+    /// has no such text. False, with `result` left alone, when there is no such language.
+    static bool GetParticularLanguageInfo(const std::string &key, const std::string &value,
+                                          const std::string &wantedKey, std::string &result);
+
+    /// Whether the marker file for debugging, whose name is a constant of the product build, lies in the user's data
+    /// folder now.
+    static bool IsEnableDebug();
+};

@@ -1,0 +1,110 @@
+#include "config/MacGlobalSetting.h"
+
+#include "config/MacReg.h"
+#include "tests/support/FakePlatform.h"
+
+#include <QLocale>
+#include <gtest/gtest.h>
+#include <identity.h>
+#include <set>
+#include <sys/stat.h>
+#include <tuple>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string kList = R"({"languages": [{"code": "de", "english_name": "German", "show_name": "Deutsch"},
+    {"code": "at", "english_name": "German", "show_name": "Deutsch"},
+    {"code": "en", "english_name": "English", "show_name": "English"}]})";
+
+class MacGlobalSettingTest : public testing::Test
+{
+protected:
+    MacGlobalSettingTest() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Austria)); }
+
+    void becomeInternational() const { m_bundle.writeGlobalFile("[common]\napp_international=1\n"); }
+    void writeList(const std::string &content) const { test::writeFile(m_list, content); }
+
+    const test::FakeBundle m_bundle;
+    const std::string m_list = m_bundle / "Foo.app/Contents/Resources/cfgdata/language.json";
+};
+
+} // namespace
+
+TEST_F(MacGlobalSettingTest, DomesticEditionIsChineseWhateverIsStored)
+{
+    writeList(kList);
+    MacGlobalSetting::SetCurrentLanguage("English");
+    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "zh");
+}
+
+TEST_F(MacGlobalSettingTest, ChoiceComesBeforeTheSystemsLanguage)
+{
+    becomeInternational();
+    writeList(kList);
+    EXPECT_EQ(MacGlobalSetting::GetSupportLanguageList(), (std::vector<std::string>{"Deutsch", "Deutsch", "English"}));
+    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "de") << "the first of the same name";
+    EXPECT_FALSE(MacReg().open("common", true)) << "not stored";
+
+    MacGlobalSetting::SetCurrentLanguage("English");
+    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "en");
+    MacGlobalSetting::SetCurrentLanguage("english");
+    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "en") << "unknown name, nothing stored";
+    MacGlobalSetting::SetCurrentLanguage("Deutsch");
+    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "de");
+}
+
+TEST_F(MacGlobalSettingTest, BadListsEndInTheDefaults)
+{
+    const auto list = [](const std::string &languages) { return "{\"languages\":" + languages + "}"; };
+    const std::string good = R"({"code":"de","english_name":"German","show_name":"d"})";
+    const std::tuple<const char *, std::string, std::size_t, const char *> rows[] = {
+        {"empty", "", 0, "en"},
+        {"malformed", list("[" + good), 0, "en"},
+        {"list is no array", list(good), 0, "en"},
+        {"members missing or of other types", list(R"([{},{"show_name":5,"english_name":["German"]},)" + good + "]"), 1,
+         "de"},
+        {"no code", list(R"([{"english_name":"German","show_name":"d"}])"), 1, "en"},
+        {"broken UTF-8", list("[\"\xff\"," + good + "]"), 0, "en"},
+        {"nested too deeply", std::string(100'000, '['), 0, "en"},
+        {"too large", list("[" + good + "]" + std::string(1 << 20, ' ')), 0, "en"},
+    };
+    becomeInternational();
+    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "en") << "missing";
+    for (const auto &[name, content, count, language] : rows) {
+        writeList(content);
+        EXPECT_EQ(MacGlobalSetting::GetSupportLanguageList().size(), count) << name;
+        MacGlobalSetting::SetCurrentLanguage("");
+        EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), language) << name;
+        std::string result = "kept";
+        EXPECT_FALSE(MacGlobalSetting::GetParticularLanguageInfo("code", "xx", "show_name", result)) << name;
+        EXPECT_EQ(result, "kept");
+    }
+    fs::remove(m_list);
+    ASSERT_EQ(::mkfifo(m_list.c_str(), 0600), 0);
+    EXPECT_TRUE(MacGlobalSetting::GetSupportLanguageList().empty()) << "FIFO without a writer";
+}
+
+TEST_F(MacGlobalSettingTest, ProductsListNamesLanguagesAsTheLocaleLibraryDoes)
+{
+    writeList(test::readFile(OND_PRODUCT_DIR "/resources/cfgdata/language.json"));
+    std::set<std::string> codes;
+    const std::vector<std::string> names = MacGlobalSetting::GetSupportLanguageList();
+    for (const std::string &name : names) {
+        std::string code;
+        std::string english;
+        MacGlobalSetting::GetParticularLanguageInfo("show_name", name, "code", code);
+        MacGlobalSetting::GetParticularLanguageInfo("show_name", name, "english_name", english);
+        EXPECT_EQ(QLocale::languageToString(QLocale(QString::fromStdString(code)).language()).toStdString(), english);
+        EXPECT_TRUE(codes.insert(code).second) << code;
+    }
+    EXPECT_GE(names.size(), 12U);
+}
+
+TEST_F(MacGlobalSettingTest, MarkerSwitchesDebuggingOnAtOnce)
+{
+    EXPECT_FALSE(MacGlobalSetting::IsEnableDebug());
+    test::writeFile(m_bundle.makeUserDataDir() + product::kDebugMarker.str(), "");
+    EXPECT_TRUE(MacGlobalSetting::IsEnableDebug());
+}
