@@ -25,4 +25,8 @@ inline constexpr auto kDefaultGroupName = masked::text("group.com.vantpdf.shared
 inline constexpr auto kSignKeyDomestic = masked::text("dev0d7c1f4a92b3e8650c7d9e1f3a5b4");
 inline constexpr auto kSignKeyInternational = masked::text("dev1b85e2c6f0a9d4731e8f2b6c0d5a7");
 
+/// Files that switch something on while they exist in the user's data folder.
+inline constexpr auto kDebugMarker = masked::text("enable_debug");
+inline constexpr auto kTestServerMarker = masked::text("use_test_server");
+
 } // namespace product

@@ -1,0 +1,37 @@
+#include "tests/support/TestFiles.h"
+
+#include <QString>
+#include <gtest/gtest.h>
+#include <regex>
+
+namespace fs = std::filesystem;
+
+TEST(MaskedText, NoTextOfTheProductBuildIsReadableInTheLibrary)
+{
+    const std::string library = test::readFile(OND_TEST_LIBRARY);
+    ASSERT_NE(library.find("MacConfigPath::GetUserDataPath"), std::string::npos) << "what is not masked is found";
+
+    const std::regex ignored("\n *(#include|//)[^\n]*");
+    const std::regex literal("\"([^\"\n]*)\"");
+    const std::string scheme = "https://";
+    int count = 0;
+    for (const fs::directory_entry &entry : fs::directory_iterator(OND_PRODUCT_DIR)) {
+        if (entry.path().extension() != ".h")
+            continue;
+        const std::string source = std::regex_replace(test::readFile(entry.path()), ignored, "");
+        for (std::sregex_iterator it(source.begin(), source.end(), literal), end; it != end; ++it) {
+            const std::string text = (*it)[1];
+            if (text.size() < scheme.size())
+                continue; // may occur by chance
+            ++count;
+            // Of an address its first piece, as a compiler that sees through the mask stores it into a string.
+            const bool isAddress = text.rfind(scheme, 0) == 0;
+            const std::string needle = isAddress ? text.substr(scheme.size(), scheme.size()) : text;
+            const std::wstring wide = QString::fromStdString(text).toStdWString();
+            const std::string wideBytes(reinterpret_cast<const char *>(wide.data()), wide.size() * sizeof(wchar_t));
+            EXPECT_EQ(library.find(needle), std::string::npos) << text;
+            EXPECT_EQ(library.find(wideBytes), std::string::npos) << text << " (UTF-32)";
+        }
+    }
+    EXPECT_GT(count, 50) << "the headers were not understood";
+}
