@@ -1,6 +1,7 @@
 #include "tests/support/FakePlatform.h"
 
 #include "paths/platform/Bundle.h"
+#include "paths/platform/FileManager.h"
 #include "paths/platform/Idle.h"
 #include "paths/platform/Menu.h"
 #include "paths/platform/Screen.h"
@@ -121,6 +122,12 @@ bool isApplicationRunning(const std::string &bundleId)
 bool openUrl(const std::string &url)
 {
     fakePlatform().openedUrls.push_back(url);
+    return true;
+}
+
+bool revealFile(const QString &path)
+{
+    fakePlatform().revealedFiles.push_back(path);
     return true;
 }
 

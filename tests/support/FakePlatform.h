@@ -30,6 +30,8 @@ struct FakePlatform
     std::vector<std::string> runningApplications;
     std::vector<std::string> openedUrls;
 
+    std::vector<QString> revealedFiles;
+
     std::vector<QString> submenuItems;
     std::pair<double, double> screenSize;
     double secondsSinceLastInput = 0;
