@@ -1,0 +1,276 @@
+#include "config/IniFile.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QStringList>
+#include <QThread>
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace ini {
+
+namespace {
+
+constexpr qint64 kMaxSize = 16 << 20;
+constexpr int kLockTimeout = 5000; // milliseconds
+
+fs::file_type typeOf(const QString &path)
+{
+    std::error_code error;
+    return fs::status(path.toStdString(), error).type();
+}
+
+bool isFileOrNothing(fs::file_type type)
+{
+    return type == fs::file_type::regular || type == fs::file_type::not_found;
+}
+
+/// The file that QSettings locks its writes with.
+QString lockPath(const QString &path)
+{
+    return path + QStringLiteral(".lock");
+}
+
+/// Keeps other writers of this library, in this process and in others, away from the files of a folder.
+/// Held for the time of one write. A process that is stopped meanwhile does not stop the others for good.
+class FolderLock
+{
+public:
+    explicit FolderLock(const QString &folder)
+        : m_descriptor(::open(folder.toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        constexpr unsigned long pause = 500; // microseconds
+        const QDeadlineTimer deadline(kLockTimeout);
+        while (m_descriptor >= 0 && isHeldByAnother() && !deadline.hasExpired())
+            QThread::usleep(pause);
+    }
+    ~FolderLock()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    FolderLock(const FolderLock &) = delete;
+    FolderLock &operator=(const FolderLock &) = delete;
+
+private:
+    /// Otherwise it is ours, or the file system knows no locks.
+    [[nodiscard]] bool isHeldByAnother() const
+    {
+        return ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
+    }
+
+    int m_descriptor;
+};
+
+/// Gives a file that replaces another while this object lives a later time than that one has.
+class LaterThanBefore
+{
+public:
+    explicit LaterThanBefore(const QString &path) : m_path(path.toStdString()), m_before(look()) { }
+    ~LaterThanBefore()
+    {
+        const std::optional<Look> after = look();
+        if (m_before && after && after->inode != m_before->inode && after->time < m_before->time + kStep) {
+            std::error_code error;
+            fs::last_write_time(m_path, m_before->time + kStep, error);
+        }
+    }
+    LaterThanBefore(const LaterThanBefore &) = delete;
+    LaterThanBefore &operator=(const LaterThanBefore &) = delete;
+
+private:
+    static constexpr std::chrono::milliseconds kStep{1}; // what QSettings tells apart
+
+    struct Look
+    {
+        ino_t inode;
+        fs::file_time_type time;
+    };
+
+    [[nodiscard]] std::optional<Look> look() const
+    {
+        struct stat status
+        {
+        };
+        std::error_code error;
+        const fs::file_time_type time = fs::last_write_time(m_path, error);
+        if (error || ::stat(m_path.c_str(), &status) != 0)
+            return std::nullopt;
+        return Look{status.st_ino, time};
+    }
+
+    std::string m_path;
+    std::optional<Look> m_before;
+};
+
+struct Range
+{
+    int begin = -1;
+    int end = -1;
+};
+
+/// Where a key's value stands in a file, and where its section begins. Sections that appear twice are one, and of keys
+/// that do the last one counts, as in QSettings.
+struct Place
+{
+    Range value;
+    int sectionBegin = -1; // behind the line that opens it
+};
+
+Range trimmed(const QByteArray &bytes, Range range)
+{
+    const auto isBlank = [&bytes](int at) { return bytes[at] == ' ' || bytes[at] == '\t' || bytes[at] == '\r'; };
+    while (range.begin < range.end && isBlank(range.begin))
+        ++range.begin;
+    while (range.begin < range.end && isBlank(range.end - 1))
+        --range.end;
+    return range;
+}
+
+QByteArray in(const QByteArray &bytes, Range range)
+{
+    return QByteArray::fromRawData(bytes.constData() + range.begin, range.end - range.begin);
+}
+
+Place find(const QByteArray &bytes, const QByteArray &section, const QByteArray &key)
+{
+    Place place;
+    bool isInside = false;
+    int next = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    while (next < bytes.size()) {
+        const int newline = bytes.indexOf('\n', next);
+        const Range range = trimmed(bytes, {next, newline < 0 ? bytes.size() : newline});
+        next = newline < 0 ? bytes.size() : newline + 1;
+
+        const QByteArray line = in(bytes, range);
+        if (line.startsWith('[')) {
+            isInside = line.mid(1, line.indexOf(']') - 1).trimmed() == section;
+            if (isInside)
+                place.sectionBegin = next;
+            continue;
+        }
+        const int equals = line.indexOf('=');
+        if (isInside && equals >= 0 && line.left(equals).trimmed() == key)
+            place.value = trimmed(bytes, {range.begin + equals + 1, range.end});
+    }
+    return place;
+}
+
+std::optional<QByteArray> bytesOf(const QString &path)
+{
+    QFile file(path);
+    if (typeOf(path) != fs::file_type::regular || file.size() > kMaxSize || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll();
+}
+
+/// The commas of a raw value that stand outside of quotes, each with the blanks around it.
+QStringList separators(const QByteArray &raw)
+{
+    QStringList found;
+    bool isQuoted = false;
+    for (int at = 0; at < raw.size(); ++at) {
+        if (raw[at] == '\\')
+            ++at;
+        else if (raw[at] == '"')
+            isQuoted = !isQuoted;
+        else if (raw[at] == ';' && !isQuoted)
+            break; // the rest is a comment
+        else if (raw[at] == ',' && !isQuoted) {
+            Range comma{at, at + 1};
+            while (comma.begin > 0 && (raw[comma.begin - 1] == ' ' || raw[comma.begin - 1] == '\t'))
+                --comma.begin;
+            while (comma.end < raw.size() && (raw[comma.end] == ' ' || raw[comma.end] == '\t'))
+                ++comma.end;
+            found += QString::fromLatin1(in(raw, comma));
+            at = comma.end - 1;
+        }
+    }
+    return found;
+}
+
+QString rejoined(const QStringList &parts, const QByteArray &raw)
+{
+    const QStringList between = separators(raw);
+    if (between.size() != parts.size() - 1)
+        return parts.join(QLatin1Char(','));
+    QString text = parts.first();
+    for (int i = 1; i < parts.size(); ++i)
+        text += between[i - 1] + parts[i];
+    return text;
+}
+
+} // namespace
+
+QString readable(const QString &path)
+{
+    return typeOf(path) == fs::file_type::regular ? path : QStringLiteral(":/ondpdftoolutils/no-file");
+}
+
+bool isWritable(const QString &path)
+{
+    // QLockFile would wait for good for what is no file to go away.
+    std::error_code error;
+    const fs::file_type lock = fs::symlink_status(lockPath(path).toStdString(), error).type();
+    return !path.isEmpty() && isFileOrNothing(typeOf(path)) && isFileOrNothing(lock);
+}
+
+QString text(const QSettings &settings, const QString &section, const QString &key, const QString &defaultValue)
+{
+    const QVariant value = settings.value(section + QLatin1Char('/') + key, defaultValue);
+    if (value.type() != QVariant::StringList)
+        return value.toString();
+    const QByteArray bytes = bytesOf(settings.fileName()).value_or(QByteArray());
+    const Range raw = find(bytes, section.toUtf8(), key.toUtf8()).value;
+    return rejoined(value.toStringList(), raw.begin < 0 ? QByteArray() : in(bytes, raw));
+}
+
+void save(QSettings &settings)
+{
+    const FolderLock lock(QFileInfo(settings.fileName()).path());
+    const LaterThanBefore later(settings.fileName());
+    settings.sync();
+}
+
+bool setValue(const QString &path, const QByteArray &section, const QByteArray &key, const QByteArray &value)
+{
+    if (!isWritable(path))
+        return false;
+    const FolderLock lock(QFileInfo(path).path());
+    QLockFile lockOfQSettings(lockPath(path));
+    if (!lockOfQSettings.tryLock(kLockTimeout))
+        return false;
+    const LaterThanBefore later(path);
+
+    const std::optional<QByteArray> old = bytesOf(path);
+    if (!old && QFile::exists(path))
+        return false;
+    QByteArray bytes = old.value_or(QByteArray());
+    const QByteArray newline = bytes.contains("\r\n") ? "\r\n" : "\n";
+    const QByteArray line = key + '=' + value + newline;
+    if (!bytes.isEmpty() && !bytes.endsWith('\n'))
+        bytes += newline;
+    const Place place = find(bytes, section, key);
+    if (place.value.begin >= 0)
+        bytes.replace(place.value.begin, place.value.end - place.value.begin, value);
+    else if (place.sectionBegin >= 0)
+        bytes.insert(place.sectionBegin, line);
+    else
+        bytes += '[' + section + ']' + newline + line;
+
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+} // namespace ini

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSettings>
+#include <QString>
+
+/// What the stores of this library need of an INI file beyond what QSettings does by itself. Callable from any thread;
+/// a QSettings object by one thread at a time.
+namespace ini {
+
+/// The path to open a QSettings on for reading: `path` for a regular file, otherwise that of a file which never exists.
+/// Opening a FIFO would wait for a writer.
+[[nodiscard]] QString readable(const QString &path);
+/// Whether a QSettings opened on `path` may write: there is a regular file or nothing, and the same holds for the lock
+/// file that QSettings puts beside it.
+[[nodiscard]] bool isWritable(const QString &path);
+
+/// The text of a key. What QSettings reads as a list, since it has commas and no quotes, comes back as the one text
+/// that stands in the file. That reads the file once more; all other texts are QSettings' own.
+[[nodiscard]] QString text(const QSettings &settings, const QString &section, const QString &key,
+                           const QString &defaultValue);
+
+/// Writes what was set in `settings` to its file, without losing keys that another process, or another QSettings, wrote
+/// since this one was opened. QSettings merges under a lock of its own, but takes a file for unchanged that has the
+/// same size and was written in the same millisecond as the one that it read; this makes every write one with a time of
+/// its own. Waits at most five seconds for other writers in the same folder.
+void save(QSettings &settings);
+
+/// Sets one value in the file and leaves every other byte of it as it stands: comments, order, and texts that QSettings
+/// would write back in another form; only a last line without an end gets one. Atomic, under the locks of save().
+/// Creates a missing file, but not its folder. Whether it was written; false, and nothing is changed, when the file is
+/// no regular one, larger than 16 MiB, or cannot be read or written.
+bool setValue(const QString &path, const QByteArray &section, const QByteArray &key, const QByteArray &value);
+
+} // namespace ini
