@@ -1,20 +1,13 @@
 #include "config/IniFile.h"
 
-#include <QDeadlineTimer>
+#include "config/WriteTurn.h"
+
 #include <QFile>
-#include <QFileInfo>
 #include <QLockFile>
 #include <QSaveFile>
 #include <QStringList>
-#include <QThread>
-#include <cerrno>
-#include <chrono>
-#include <fcntl.h>
 #include <filesystem>
 #include <optional>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -41,78 +34,6 @@ QString lockPath(const QString &path)
 {
     return path + QStringLiteral(".lock");
 }
-
-/// Keeps other writers of this library, in this process and in others, away from the files of a folder.
-/// Held for the time of one write. A process that is stopped meanwhile does not stop the others for good.
-class FolderLock
-{
-public:
-    explicit FolderLock(const QString &folder)
-        : m_descriptor(::open(folder.toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
-    {
-        constexpr unsigned long pause = 500; // microseconds
-        const QDeadlineTimer deadline(kLockTimeout);
-        while (m_descriptor >= 0 && isHeldByAnother() && !deadline.hasExpired())
-            QThread::usleep(pause);
-    }
-    ~FolderLock()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    FolderLock(const FolderLock &) = delete;
-    FolderLock &operator=(const FolderLock &) = delete;
-
-private:
-    /// Otherwise it is ours, or the file system knows no locks.
-    [[nodiscard]] bool isHeldByAnother() const
-    {
-        return ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
-    }
-
-    int m_descriptor;
-};
-
-/// Gives a file that replaces another while this object lives a later time than that one has.
-class LaterThanBefore
-{
-public:
-    explicit LaterThanBefore(const QString &path) : m_path(path.toStdString()), m_before(look()) { }
-    ~LaterThanBefore()
-    {
-        const std::optional<Look> after = look();
-        if (m_before && after && after->inode != m_before->inode && after->time < m_before->time + kStep) {
-            std::error_code error;
-            fs::last_write_time(m_path, m_before->time + kStep, error);
-        }
-    }
-    LaterThanBefore(const LaterThanBefore &) = delete;
-    LaterThanBefore &operator=(const LaterThanBefore &) = delete;
-
-private:
-    static constexpr std::chrono::milliseconds kStep{1}; // what QSettings tells apart
-
-    struct Look
-    {
-        ino_t inode;
-        fs::file_time_type time;
-    };
-
-    [[nodiscard]] std::optional<Look> look() const
-    {
-        struct stat status
-        {
-        };
-        std::error_code error;
-        const fs::file_time_type time = fs::last_write_time(m_path, error);
-        if (error || ::stat(m_path.c_str(), &status) != 0)
-            return std::nullopt;
-        return Look{status.st_ino, time};
-    }
-
-    std::string m_path;
-    std::optional<Look> m_before;
-};
 
 struct Range
 {
@@ -236,10 +157,13 @@ QString text(const QSettings &settings, const QString &section, const QString &k
     return rejoined(value.toStringList(), raw.begin < 0 ? QByteArray() : in(bytes, raw));
 }
 
-void save(QSettings &settings)
+void change(const QString &path, const std::function<void(QSettings &)> &set)
 {
-    const FolderLock lock(QFileInfo(settings.fileName()).path());
-    const LaterThanBefore later(settings.fileName());
+    if (!isWritable(path))
+        return;
+    const WriteTurn turn(path.toStdString());
+    QSettings settings(path, QSettings::IniFormat);
+    set(settings);
     settings.sync();
 }
 
@@ -247,11 +171,10 @@ bool setValue(const QString &path, const QByteArray &section, const QByteArray &
 {
     if (!isWritable(path))
         return false;
-    const FolderLock lock(QFileInfo(path).path());
+    const WriteTurn turn(path.toStdString());
     QLockFile lockOfQSettings(lockPath(path));
     if (!lockOfQSettings.tryLock(kLockTimeout))
         return false;
-    const LaterThanBefore later(path);
 
     const std::optional<QByteArray> old = bytesOf(path);
     if (!old && QFile::exists(path))

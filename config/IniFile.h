@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QSettings>
 #include <QString>
+#include <functional>
 
 /// What the stores of this library need of an INI file beyond what QSettings does by itself. Callable from any thread;
 /// a QSettings object by one thread at a time.
@@ -20,14 +21,13 @@ namespace ini {
 [[nodiscard]] QString text(const QSettings &settings, const QString &section, const QString &key,
                            const QString &defaultValue);
 
-/// Writes what was set in `settings` to its file, without losing keys that another process, or another QSettings, wrote
-/// since this one was opened. QSettings merges under a lock of its own, but takes a file for unchanged that has the
-/// same size and was written in the same millisecond as the one that it read; this makes every write one with a time of
-/// its own. Waits at most five seconds for other writers in the same folder.
-void save(QSettings &settings);
+/// Opens the file, lets `set` set values, and writes them, without losing what another process or thread wrote at the
+/// same moment (WriteTurn). Creates a missing file and its folders. Nothing happens when the file cannot be written.
+/// Values are set within the turn, since every QSettings on a file writes the changes of all others in its process.
+void change(const QString &path, const std::function<void(QSettings &)> &set);
 
 /// Sets one value in the file and leaves every other byte of it as it stands: comments, order, and texts that QSettings
-/// would write back in another form; only a last line without an end gets one. Atomic, under the locks of save().
+/// would write back in another form; only a last line without an end gets one. Atomic, in a WriteTurn.
 /// Creates a missing file, but not its folder. Whether it was written; false, and nothing is changed, when the file is
 /// no regular one, larger than 16 MiB, or cannot be read or written.
 bool setValue(const QString &path, const QByteArray &section, const QByteArray &key, const QByteArray &value);

@@ -31,10 +31,10 @@ QString textIn(const std::string &content)
 {
     int lost = 0;
     for (int i = 100; i < 100 + rounds; ++i) {
-        QSettings settings(path, QSettings::IniFormat);
-        lost += settings.value(key).toInt() != i - 1 && i > 100 ? 1 : 0;
-        settings.setValue(key, i);
-        ini::save(settings);
+        ini::change(path, [&](QSettings &settings) {
+            lost += settings.value(key).toInt() != i - 1 && i > 100 ? 1 : 0;
+            settings.setValue(key, i);
+        });
     }
     ::_exit(std::min(lost, 100));
 }
@@ -67,13 +67,11 @@ TEST(IniFile, EveryWriteHasATimeOfItsOwn)
     const auto later = fs::file_time_type::clock::now() + std::chrono::hours(1); // as after a clock that was set back
     fs::last_write_time(path, later);
 
-    QSettings settings(q(path), QSettings::IniFormat);
-    settings.setValue("s/k", 2);
-    ini::save(settings);
+    ini::change(q(path), [](QSettings &settings) { settings.setValue("s/k", 2); });
     const auto saved = fs::last_write_time(path);
     EXPECT_GE(saved, later + std::chrono::milliseconds(1));
-    ini::save(settings);
-    EXPECT_EQ(fs::last_write_time(path), saved) << "nothing was pending";
+    ini::change(q(path), [](QSettings &) {});
+    EXPECT_EQ(fs::last_write_time(path), saved) << "nothing was set";
     EXPECT_TRUE(ini::setValue(q(path), "s", "k", "3"));
     EXPECT_GE(fs::last_write_time(path), saved + std::chrono::milliseconds(1));
 }
@@ -134,6 +132,7 @@ TEST(IniFile, WhatIsNoRegularFileIsLeftAlone)
     for (const QString &path : {fifo, q(dir.path()), QString("/dev/null"), QString(), QString(5000, 'x')}) {
         EXPECT_FALSE(ini::isWritable(path)) << qPrintable(path);
         EXPECT_FALSE(ini::setValue(path, "s", "k", "9")) << qPrintable(path);
+        ini::change(path, [](QSettings &) { FAIL(); });
         EXPECT_EQ(QSettings(ini::readable(path), QSettings::IniFormat).value("s/k", 7), 7) << qPrintable(path);
     }
     EXPECT_FALSE(ini::setValue(q(dir / "no/folder.ini"), "s", "k", "9"));
