@@ -62,6 +62,9 @@ public:
     void InitUserDataDir();
 
 private:
+    // Reads m_logPath in place: it asks for it at every line, also at those that it does not write.
+    friend class CommonFileLog;
+
     MacConfigPath();
     ~MacConfigPath();
 
@@ -70,4 +73,5 @@ private:
     std::string m_mainAppRootDir;
     std::string m_mainAppName;
     std::string m_userDataDir;
+    std::string m_logPath;
 };

@@ -3,15 +3,18 @@
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <charconv>
-#include <csignal>
 #include <cstdint>
+#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <pthread.h>
 #include <stdexcept>
+#include <string_view>
 #include <sys/stat.h>
 #include <type_traits>
 #include <unistd.h>
@@ -19,6 +22,8 @@
 static_assert(sizeof(wchar_t) == 4, "wide texts hold UTF-32");
 
 namespace {
+
+constexpr char kConversionError[] = "wstring_convert: to_bytes error";
 
 class FileDescriptor
 {
@@ -38,56 +43,30 @@ private:
     int m_descriptor;
 };
 
-/// Keeps the SIGPIPE of a reader that goes away from ending the process.
-class SigpipeBlocker
+constexpr int kOpenFlags = O_APPEND | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+
+/// A file that may be written but not read.
+int openForWritingOnly(const char *path)
 {
-public:
-    SigpipeBlocker()
-    {
-        sigemptyset(&m_sigpipe);
-        sigaddset(&m_sigpipe, SIGPIPE);
-        m_wasPending = isPending();
-        pthread_sigmask(SIG_BLOCK, &m_sigpipe, &m_previous);
-    }
-    ~SigpipeBlocker()
-    {
-        if (!m_wasPending && isPending()) {
-            int signal = 0;
-            sigwait(&m_sigpipe, &signal);
-        }
-        pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
-    }
-    SigpipeBlocker(const SigpipeBlocker &) = delete;
-    SigpipeBlocker &operator=(const SigpipeBlocker &) = delete;
-
-private:
-    static bool isPending()
-    {
-        sigset_t pending;
-        sigemptyset(&pending);
-        sigpending(&pending);
-        return sigismember(&pending, SIGPIPE) == 1;
-    }
-
-    sigset_t m_sigpipe{};
-    sigset_t m_previous{};
-    bool m_wasPending = false;
-};
-
-/// Opens for appending. Without O_CREAT first, which is the cheaper call where the file exists; without ever waiting
-/// for the reader of a FIFO.
-int openLog(const char *path, bool mayCreate)
-{
-    constexpr int flags = O_WRONLY | O_APPEND | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
-    const int descriptor = ::open(path, flags);
-    if (descriptor >= 0 || errno != ENOENT || !mayCreate)
+    const int descriptor = ::open(path, O_WRONLY | kOpenFlags);
+    struct stat status;
+    if (descriptor < 0 || (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)))
         return descriptor;
-    return ::open(path, flags | O_CREAT, 0666);
+    ::close(descriptor);
+    return -1;
 }
 
-void writeOnce(int descriptor, const std::string &line)
+/// Opens for appending, and never waits for the reader of a FIFO. For reading too, although nothing is read: who holds
+/// both ends of a FIFO gets no SIGPIPE when its reader goes away. Without O_CREAT first, which is the cheaper call
+/// where the file exists.
+int openLog(const char *path, bool mayCreate)
 {
-    while (::write(descriptor, line.data(), line.size()) < 0 && errno == EINTR) { }
+    const int descriptor = ::open(path, O_RDWR | kOpenFlags);
+    if (descriptor < 0 && errno == EACCES)
+        return openForWritingOnly(path);
+    if (descriptor < 0 && errno == ENOENT && mayCreate)
+        return ::open(path, O_RDWR | O_CREAT | kOpenFlags, 0666);
+    return descriptor;
 }
 
 std::uintptr_t threadHandle()
@@ -105,85 +84,136 @@ template <typename Number> void appendNumber(std::string &text, Number number, i
     text.append(digits, std::to_chars(digits, digits + sizeof digits, number, base).ptr);
 }
 
-void appendLocalTime(std::string &text)
+std::string headOf(std::time_t now)
 {
-    const std::time_t now = std::time(nullptr);
     std::tm local{};
     ::localtime_r(&now, &local);
     char formatted[64];
-    text.append(formatted, std::strftime(formatted, sizeof formatted, "%Y-%m-%d %H:%M:%S", &local));
+    std::string head(formatted, std::strftime(formatted, sizeof formatted, "%Y-%m-%d %H:%M:%S", &local));
+    head.append(" [pid:");
+    appendNumber(head, ::getpid(), 10);
+    head.append(" tid:0x");
+    appendNumber(head, threadHandle(), 16);
+    return head.append("]  ");
 }
 
-std::string lineOf(const std::string &message)
+/// What the lines of this thread begin with, for as long as the second lasts.
+struct Head
 {
-    constexpr std::size_t headSize = 80;
-    std::string line;
-    line.reserve(headSize + message.size());
-    appendLocalTime(line);
-    line.append(" [pid:");
-    appendNumber(line, ::getpid(), 10);
-    line.append(" tid:0x");
-    appendNumber(line, threadHandle(), 16);
-    line.append("]  ").append(message).push_back('\n');
-    return line;
-}
+    std::time_t second = kNever;
+    std::size_t size = 0;
+    char text[96] = {};
 
-void appendLine(const std::string &message)
+    static constexpr std::time_t kNever = -1;
+};
+
+thread_local Head t_head;
+
+std::string_view currentHead()
 {
-    const std::string path = MacConfigPath::GetInstance()->GetLogPath();
-    const bool enabled = MacGlobalConfig::IsEnableFileLog();
-    struct stat status
-    {
-    };
-    if (!enabled && ::stat(path.c_str(), &status) != 0)
-        return;
+    // A forked child goes on with its parent's thread, but is another process.
+    static const bool watchesForks = ::pthread_atfork(nullptr, nullptr, [] { t_head.second = Head::kNever; }) == 0;
 
-    const FileDescriptor file(openLog(path.c_str(), enabled));
-    if (file.get() < 0 || ::fstat(file.get(), &status) != 0)
-        return;
-    const std::string line = lineOf(message);
-    if (S_ISREG(status.st_mode)) {
-        writeOnce(file.get(), line);
-    } else {
-        const SigpipeBlocker blocker;
-        writeOnce(file.get(), line);
+    const std::time_t now = std::time(nullptr);
+    if (now != t_head.second) {
+        t_head.size = headOf(now).copy(t_head.text, sizeof t_head.text);
+        t_head.second = watchesForks ? now : Head::kNever;
     }
+    return {t_head.text, t_head.size};
 }
 
-/// Bytes of a character in UTF-8. Throws for what is no character.
-std::size_t utf8Length(char32_t c)
+/// Whether the file was there last time. Says which question is the cheaper one to begin with, nothing else.
+std::atomic<bool> g_wasThere{false};
+
+/// Opens the log when it is on: while "mk.dat" does not say so, when its file is there.
+int openWhenOn(const char *path)
 {
-    if (c < 0x80)
-        return 1;
-    if (c < 0x800)
-        return 2;
-    if ((c >= 0xD800 && c < 0xE000) || c > 0x10FFFF)
-        throw std::range_error("wstring_convert: to_bytes error");
-    return c < 0x10000 ? 3 : 4;
+    if (MacGlobalConfig::IsEnableFileLog())
+        return openLog(path, true);
+
+    struct stat status;
+    if (!g_wasThere.load(std::memory_order_relaxed) && ::stat(path, &status) != 0)
+        return -1;
+    const int descriptor = openLog(path, false);
+    g_wasThere.store(descriptor >= 0, std::memory_order_relaxed);
+    return descriptor;
 }
 
+void writeLine(int descriptor, const std::string &message)
+{
+    const std::string_view head = currentHead();
+    const std::size_t size = head.size() + message.size() + 1;
+    char shortLine[512];
+    std::string longLine;
+    char *line = shortLine;
+    if (size > sizeof shortLine) {
+        longLine.resize(size);
+        line = longLine.data();
+    }
+    std::memcpy(line, head.data(), head.size());
+    std::memcpy(line + head.size(), message.data(), message.size());
+    line[size - 1] = '\n';
+
+    while (::write(descriptor, line, size) < 0 && errno == EINTR) { }
+}
+
+char tailByte(char32_t c, int shift)
+{
+    return static_cast<char>(0x80 | ((c >> shift) & 0x3F));
+}
+
+/// Writes the UTF-8 of a character. Throws for what is no character.
 char *encode(char *to, char32_t c)
 {
-    const auto tail = [c](int shift) { return static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
-    switch (utf8Length(c)) {
-    case 1:
+    if (c < 0x80) {
         *to++ = static_cast<char>(c);
-        break;
-    case 2:
+    } else if (c < 0x800) {
         *to++ = static_cast<char>(0xC0 | (c >> 6));
-        *to++ = tail(0);
-        break;
-    case 3:
+        *to++ = tailByte(c, 0);
+    } else if (c < 0x10000) {
+        if (c >= 0xD800 && c < 0xE000)
+            throw std::range_error(kConversionError);
         *to++ = static_cast<char>(0xE0 | (c >> 12));
-        *to++ = tail(6);
-        *to++ = tail(0);
-        break;
-    default:
+        *to++ = tailByte(c, 6);
+        *to++ = tailByte(c, 0);
+    } else {
+        if (c > 0x10FFFF)
+            throw std::range_error(kConversionError);
         *to++ = static_cast<char>(0xF0 | (c >> 18));
-        *to++ = tail(12);
-        *to++ = tail(6);
-        *to++ = tail(0);
+        *to++ = tailByte(c, 12);
+        *to++ = tailByte(c, 6);
+        *to++ = tailByte(c, 0);
     }
+    return to;
+}
+
+/// The same for a character below U+0800, without a branch. Also writes the byte after a character of one byte.
+char *encodeShort(char *to, char32_t c)
+{
+    const bool isTwoBytes = c >= 0x80;
+    to[0] = static_cast<char>(isTwoBytes ? 0xC0 | (c >> 6) : c);
+    to[1] = tailByte(c, 0);
+    return to + 1 + isTwoBytes;
+}
+
+/// The same for a text. `to` has room for four bytes for each character.
+char *encode(char *to, std::wstring_view text)
+{
+    constexpr std::size_t blockSize = 4;
+    for (; text.size() >= blockSize; text.remove_prefix(blockSize)) {
+        const std::wstring_view block = text.substr(0, blockSize);
+        const auto bits = static_cast<char32_t>(block[0] | block[1] | block[2] | block[3]);
+        if (bits < 0x80)
+            to = std::transform(block.begin(), block.end(), to, [](wchar_t c) { return static_cast<char>(c); });
+        else if (bits < 0x800)
+            for (const wchar_t c : block)
+                to = encodeShort(to, static_cast<char32_t>(c));
+        else
+            for (const wchar_t c : block)
+                to = encode(to, static_cast<char32_t>(c));
+    }
+    for (const wchar_t c : text)
+        to = encode(to, static_cast<char32_t>(c));
     return to;
 }
 
@@ -197,7 +227,9 @@ bool CommonFileLog::IsLogEnable()
 void CommonFileLog::WriteLog(const std::string &message)
 {
     try {
-        appendLine(message);
+        const FileDescriptor file(openWhenOn(MacConfigPath::GetInstance()->m_logPath.c_str()));
+        if (file.get() >= 0)
+            writeLine(file.get(), message);
     } catch (...) { // NOLINT(bugprone-empty-catch): a log must not disturb what it reports on
     }
 }
@@ -209,13 +241,14 @@ void CommonFileLog::WriteLog(const std::wstring &message)
 
 std::string CommonFileLog::wstringToString(const std::wstring &text)
 {
-    std::size_t size = 0;
-    for (const wchar_t c : text)
-        size += utf8Length(static_cast<char32_t>(c));
+    constexpr std::size_t chunkSize = 256;
+    char chunk[4 * chunkSize];
+    if (text.size() <= chunkSize)
+        return {chunk, encode(chunk, text)};
 
-    std::string bytes(size, '\0');
-    char *to = bytes.data();
-    for (const wchar_t c : text)
-        to = encode(to, static_cast<char32_t>(c));
+    std::string bytes;
+    bytes.reserve(text.size() + text.size() / 2);
+    for (std::wstring_view rest = text; !rest.empty(); rest.remove_prefix(std::min(chunkSize, rest.size())))
+        bytes.append(chunk, encode(chunk, rest.substr(0, chunkSize)));
     return bytes;
 }

@@ -14,7 +14,7 @@
 ///     2025-03-07 14:05:09 [pid:4312 tid:0x7f2a4c1b0740]  message
 ///
 /// with the local time, the process, the POSIX handle of the calling thread, two spaces, the message as it is (embedded
-/// line feeds included) and a line feed. Nothing is kept between calls: each opens the file, appends its line with one
+/// line feeds included) and a line feed. No file stays open between calls: each opens it, appends its line with one
 /// write, and closes it, so that the lines of many threads and processes stay whole. Callable from any thread.
 class ONDPDFTOOLUTILS_EXPORT CommonFileLog
 {

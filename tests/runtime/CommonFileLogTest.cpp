@@ -5,12 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
 #include <fcntl.h>
 #include <regex>
 #include <sstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -56,6 +55,22 @@ TEST(CommonFileLog, ThreadHandleIsWrittenAsAPointer)
     std::ostringstream expected;
     expected << " tid:0x" << std::hex << (std::uintptr_t)pthread_self() << "]  x\n";
     EXPECT_NE(test::readFile(log).find(expected.str()), std::string::npos) << test::readFile(log);
+}
+
+TEST(CommonFileLog, ForkedChildWritesItsOwnProcessId)
+{
+    const FakeBundle bundle;
+    const std::string log = bundle.makeUserDataDir() + "foo.log";
+    test::writeFile(log, "");
+    CommonFileLog::WriteLog("parent");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        CommonFileLog::WriteLog("child");
+        ::_exit(0);
+    }
+    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+    const std::regex expected(" \\[pid:" + std::to_string(child) + " tid:0x[0-9a-f]+\\]  child\n");
+    EXPECT_TRUE(std::regex_search(test::readFile(log), expected)) << test::readFile(log);
 }
 
 TEST(CommonFileLog, SwitchedOnItCreatesTheFileButNotItsFolder)
@@ -114,6 +129,16 @@ TEST(CommonFileLog, ConvertsEveryCodePointLength)
     EXPECT_EQ(CommonFileLog::wstringToString(L"a\u007f\u0080\u07ff\u0800\uffff\U00010000\U0010ffff"),
               "a\x7f\xc2\x80\xdf\xbf\xe0\xa0\x80\xef\xbf\xbf\xf0\x90\x80\x80\xf4\x8f\xbf\xbf");
     EXPECT_EQ(CommonFileLog::wstringToString(std::wstring(2, L'\0')), std::string(2, '\0'));
+}
+
+TEST(CommonFileLog, ConvertsTextsOfEveryLength)
+{
+    const std::wstring pattern = L"plain ASCII, Größe, Документ, 文件名, \U0001F4C4\U0001F600; ";
+    std::wstring text;
+    for (int length = 0; length < 1100; ++length) {
+        ASSERT_EQ(CommonFileLog::wstringToString(text), QString::fromStdWString(text).toStdString()) << length;
+        text += pattern[text.size() % pattern.size()];
+    }
 }
 
 TEST(CommonFileLog, RefusesWhatIsNoCodePoint)
