@@ -1,13 +1,15 @@
 #include "tests/support/FakePlatform.h"
 
+#include "paths/platform/Bookmark.h"
 #include "paths/platform/Bundle.h"
 #include "paths/platform/FileManager.h"
 #include "paths/platform/Idle.h"
 #include "paths/platform/Menu.h"
 #include "paths/platform/Screen.h"
 #include "paths/platform/System.h"
+#include "paths/platform/SystemLog.h"
+#include "paths/platform/UserDefaults.h"
 #include "paths/platform/UserDirectories.h"
-#include "paths/platform/Workspace.h"
 
 #include <algorithm>
 #include <cstring>
@@ -129,6 +131,68 @@ bool revealFile(const QString &path)
 {
     fakePlatform().revealedFiles.push_back(path);
     return true;
+}
+
+bool isProcessRunning(int /*processId*/)
+{
+    return ++fakePlatform().looks <= fakePlatform().looksWhileRunning;
+}
+
+bool launch(const LaunchRequest &request, const LaunchHandler &handler)
+{
+    fakePlatform().launches.emplace_back(request, handler);
+    return true;
+}
+
+std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &request)
+{
+    fakePlatform().openPanels.push_back(request);
+    return fakePlatform().panelAnswer;
+}
+
+std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &key)
+{
+    const auto &defaults = fakePlatform().userDefaults;
+    const auto found = defaults.find(key);
+    return found == defaults.end() ? std::nullopt : std::optional(found->second);
+}
+
+void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data)
+{
+    if (fakePlatform().keepsUserDefaults)
+        fakePlatform().userDefaults[key] = data;
+}
+
+void synchroniseUserDefaults()
+{
+    ++fakePlatform().synchronisations;
+}
+
+CreatedBookmark createBookmark(const std::string &path, unsigned long options)
+{
+    const std::vector<std::string> &without = fakePlatform().pathsWithoutBookmark;
+    if (std::find(without.begin(), without.end(), path) != without.end())
+        return {{}, "no bookmark"};
+    const std::string text = std::to_string(options) + ":" + path;
+    return {{text.begin(), text.end()}, {}};
+}
+
+ResolvedBookmark resolveBookmark(const std::vector<unsigned char> &data, unsigned long options)
+{
+    const std::string text(data.begin(), data.end());
+    const std::size_t colon = text.find(':');
+    if (colon == std::string::npos)
+        return {"no bookmark data", false, {}, {}};
+    const auto note = [name = std::to_string(options) + " " + text.substr(colon + 1)](const char *what) {
+        fakePlatform().accesses.push_back(what + name);
+        return !fakePlatform().deniesAccess;
+    };
+    return {{}, fakePlatform().staleBookmarks, [note] { return note("start "); }, [note] { note("stop "); }};
+}
+
+void systemLog(const std::string &message)
+{
+    fakePlatform().systemLog.push_back(message);
 }
 
 void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)

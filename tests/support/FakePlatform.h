@@ -1,7 +1,9 @@
 #pragma once
 
 #include "paths/platform/Clock.h"
+#include "paths/platform/OpenPanel.h"
 #include "paths/platform/Reachability.h"
+#include "paths/platform/Workspace.h"
 #include "tests/support/TestFiles.h"
 
 #include <QString>
@@ -31,6 +33,26 @@ struct FakePlatform
     std::vector<std::string> openedUrls;
 
     std::vector<QString> revealedFiles;
+
+    /// Launches that were asked for; the test calls the handlers when it pleases.
+    std::vector<std::pair<platform::LaunchRequest, platform::LaunchHandler>> launches;
+    /// How often processes are looked up, and are still found running.
+    int looks = 0;
+    int looksWhileRunning = 0;
+
+    std::vector<platform::OpenPanelRequest> openPanels;
+    std::optional<std::vector<std::string>> panelAnswer;
+
+    std::map<std::string, std::vector<unsigned char>> userDefaults;
+    bool keepsUserDefaults = true;
+    int synchronisations = 0;
+    /// Bookmark data is "options:path". Paths in here give none; data of another form does not resolve.
+    std::vector<std::string> pathsWithoutBookmark;
+    bool staleBookmarks = false;
+    bool deniesAccess = false;
+    /// "start 1024 /path" and "stop 1024 /path", in order, with the options that the bookmark was resolved with.
+    std::vector<std::string> accesses;
+    std::vector<std::string> systemLog;
 
     std::vector<QString> submenuItems;
     std::pair<double, double> screenSize;

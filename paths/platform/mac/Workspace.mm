@@ -6,6 +6,56 @@
 
 namespace platform {
 
+namespace {
+
+    using Completion = void (^)(NSRunningApplication *, NSError *);
+
+    NSWorkspaceOpenConfiguration *toNative(const LaunchRequest &request)
+    {
+        NSMutableArray *arguments = [NSMutableArray array];
+        for (const std::string &argument : request.arguments) {
+            if (NSString *text = mac::toNSString(argument))
+                [arguments addObject:text];
+        }
+        NSWorkspaceOpenConfiguration *native = [NSWorkspaceOpenConfiguration configuration];
+        [native setHides:request.hides];
+        [native setActivates:request.activates];
+        [native setCreatesNewApplicationInstance:request.createsNewInstance];
+        [native setArguments:arguments];
+        return native;
+    }
+
+    Completion reportingTo(LaunchHandler handler)
+    {
+        Completion report = ^(NSRunningApplication *application, NSError *error) {
+            @autoreleasepool {
+                if (error)
+                    handler({ false, mac::toUtf8([error description]), 0 });
+                else
+                    handler({ true, mac::toUtf8([application description]), [application processIdentifier] });
+            }
+        };
+#if __has_feature(objc_arc)
+        return report;
+#else
+        return [[report copy] autorelease];
+#endif
+    }
+
+    NSURL *addressOf(const std::string &url)
+    {
+        NSString *text = mac::toNSString(url);
+        return [text length] > 0 ? [NSURL URLWithString:text] : nil;
+    }
+
+    NSURL *fileAddressOf(const std::string &path)
+    {
+        NSString *text = mac::toNSString(path);
+        return [text length] > 0 ? [NSURL fileURLWithPath:text] : nil;
+    }
+
+} // namespace
+
 bool isApplicationRunning(const std::string &bundleId)
 {
     @autoreleasepool {
@@ -20,12 +70,41 @@ bool isApplicationRunning(const std::string &bundleId)
     }
 }
 
+bool isProcessRunning(int processId)
+{
+    @autoreleasepool {
+        return [NSRunningApplication runningApplicationWithProcessIdentifier:processId] != nil;
+    }
+}
+
 bool openUrl(const std::string &url)
 {
     @autoreleasepool {
-        NSString *text = mac::toNSString(url);
-        NSURL *address = text ? [NSURL URLWithString:text] : nil;
+        NSURL *address = addressOf(url);
         return address && [[NSWorkspace sharedWorkspace] openURL:address];
+    }
+}
+
+bool launch(const LaunchRequest &request, const LaunchHandler &handler)
+{
+    @autoreleasepool {
+        NSURL *address = addressOf(request.url);
+        NSURL *application = fileAddressOf(request.applicationPath);
+        if (!address && (!request.url.empty() || !application))
+            return false;
+        NSWorkspace *workspace = [NSWorkspace sharedWorkspace];
+        NSWorkspaceOpenConfiguration *configuration = toNative(request);
+        Completion completion = reportingTo(handler);
+        if (!address)
+            [workspace openApplicationAtURL:application configuration:configuration completionHandler:completion];
+        else if (!application)
+            [workspace openURL:address configuration:configuration completionHandler:completion];
+        else
+            [workspace openURLs:@[ address ]
+                withApplicationAtURL:application
+                       configuration:configuration
+                   completionHandler:completion];
+        return true;
     }
 }
 

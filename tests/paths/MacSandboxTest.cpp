@@ -1,0 +1,137 @@
+#include "paths/MacSandbox.h"
+
+#include "tests/support/FakePlatform.h"
+
+#include <array>
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+using test::fakePlatform;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+} // namespace
+
+TEST(MacSandboxDeathTest, HomeIsTheUsersOwn)
+{
+    const std::array<const char *, 4> rows[] = {
+        // database, HOME, USER, answer
+        {"/home/a", "/x/y", "u", "/home/a"}, {"", "/Users/anna/Library/Containers/x/Data", "u", "/Users/anna"},
+        {"", "/root", "u", "/Users/u"},      {"", "root", "", "/Users/"},
+        {"", nullptr, nullptr, "/Users/"},
+    };
+    const auto set = [](const char *name, const char *value) { value ? ::setenv(name, value, 1) : ::unsetenv(name); };
+    for (const auto &[database, home, user, answer] : rows) {
+        fakePlatform().homeDirectoryOfUser = database;
+        set("HOME", home);
+        set("USER", user);
+        EXPECT_EXIT(std::exit(MacSandbox::getHomePath() != answer), testing::ExitedWithCode(0), "") << answer;
+    }
+}
+
+TEST(MacSandbox, OnlyTypedFoldersAreCreated)
+{
+    const test::TempDir dir;
+    test::writeFile(dir / "file", "");
+    fakePlatform().groupContainers = {{"x", dir / "x"}, {"file", dir / "file"}};
+    fakePlatform().homeDirectoryOfUser = dir / "home";
+    EXPECT_EQ(MacSandbox::getSharedPath("y"), dir / "home/Library/Group Containers/y");
+    EXPECT_EQ(MacSandbox::getSharedPath("x"), dir / "x");
+    EXPECT_FALSE(fs::exists(dir / "x"));
+    EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Data, "x"), dir / "x/data");
+    EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Type(9), "y"), MacSandbox::getSharedPath("y"));
+    EXPECT_TRUE(fs::is_directory(dir / "x/data") && fs::is_directory(dir / "home/Library/Group Containers/y"));
+    EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Temp, "file"), dir / "file/temp") << "cannot be created";
+    fakePlatform().groupContainers.clear();
+    EXPECT_EQ(MacSandbox::getSharedPath("x"), dir / "x") << "the first answer stays";
+}
+
+TEST(MacSandbox, PermissionMeansExactlyTheFolderAskedFor)
+{
+    const std::tuple<const char *, const char *, const char *, bool> rows[] = {
+        {"/x/a/../b/", "/x/b", "/x/b", true}, {"/x/b", "/x/b", "/x/b/", false},
+        {"/x//b/.//", "/x/b", "/", false},    {"/", "/", "/", true},
+        {"/../", "/", "/x", false},
+    };
+    for (const auto &[asked, start, chosen, granted] : rows) {
+        fakePlatform().panelAnswer = Lines{chosen};
+        EXPECT_EQ(MacSandbox::requestPermission(asked, ""), granted) << asked;
+        const platform::OpenPanelRequest &panel = fakePlatform().openPanels.back();
+        EXPECT_TRUE(panel.startFolder == start && panel.prompt == "授予访问权限" && panel.foldersOnly) << asked;
+    }
+    EXPECT_EQ(fakePlatform().userDefaults.count("vant_pdf_/"), 1U) << "a refused folder is bookmarked as well";
+
+    fakePlatform().panelAnswer.reset();
+    EXPECT_FALSE(MacSandbox::requestPermission("/", "Go")) << "cancelled";
+    fakePlatform().panelAnswer = Lines{};
+    EXPECT_FALSE(MacSandbox::requestPermission("/", "Go"));
+    EXPECT_EQ(fakePlatform().openPanels.back().prompt, "Go");
+}
+
+TEST(MacSandbox, UrlsAreEncodedForAQuery)
+{
+    const Lines none;
+    for (const auto &[url, encoded] : std::map<std::string, std::string>{
+             {"x:!$&'()*+,-./0:;=?@_~", "x:!$&'()*+,-./0:;=?@_~"},
+             {"x:%20#[]", "x:%2520%23%5B%5D"},
+             {"x: \"<>\\^`{|}\n\x7f", "x:%20%22%3C%3E%5C%5E%60%7B%7C%7D%0A%7F"},
+             {"x:é😀", "x:%C3%A9%F0%9F%98%80"},
+         }) {
+        EXPECT_TRUE(MacSandbox::openURL({"", url, none}, nullptr)) << url;
+        EXPECT_EQ(fakePlatform().launches.back().first.url, encoded);
+    }
+    for (const char *bad : {"", "x:\xff", "x:\xed\xa0\x80", "x:\xc3"})
+        EXPECT_FALSE(MacSandbox::openURL({"", bad, none}, nullptr)) << bad;
+    EXPECT_THROW(fakePlatform().launches[0].second({}), std::bad_function_call) << "an empty completion";
+}
+
+TEST(MacSandbox, LaunchesAsAskedAndReports)
+{
+    const Lines arguments{"-a", "b c"};
+    std::vector<int> reported;
+    const auto completion = [&reported](int pid) { reported.push_back(pid); };
+    EXPECT_FALSE(MacSandbox::openURL({"/no app", "x:", arguments}, completion));
+    EXPECT_FALSE(MacSandbox::openApp({"/no app", "x:", arguments}, completion));
+    EXPECT_FALSE(MacSandbox::openApp({"", "x:", arguments}, completion));
+    EXPECT_TRUE(MacSandbox::openURL({"/", "x:", arguments, false, true}, completion));
+    EXPECT_TRUE(MacSandbox::openApp({"/", "x:", arguments, false, true}, completion));
+    ASSERT_EQ(fakePlatform().launches.size(), 2U);
+
+    const auto &[url, urlHandler] = fakePlatform().launches[0];
+    EXPECT_TRUE(url.url == "x:" && url.applicationPath == "/" && url.arguments.empty());
+    EXPECT_TRUE(url.hides && !url.activates && url.createsNewInstance);
+    const auto &[app, appHandler] = fakePlatform().launches[1];
+    EXPECT_TRUE(app.url.empty() && app.applicationPath == "/" && app.arguments == arguments);
+    EXPECT_TRUE(!app.hides && app.activates && app.createsNewInstance);
+
+    urlHandler({true, "Viewer", 12});
+    urlHandler({false, "no viewer", 0});
+    appHandler({true, "App", 13});
+    appHandler({false, "no app", 0});
+    EXPECT_EQ(reported, (std::vector<int>{12, -1, 13, -1}));
+    EXPECT_EQ(fakePlatform().systemLog,
+              (Lines{"OpenURLWithNSWorkspace successfully: Viewer", "OpenURLWithNSWorkspace: no viewer",
+                     "RunWithNSWorkspace successfully: App", "RunWithNSWorkspace: no app"}));
+}
+
+TEST(MacSandbox, WaitsUntilTheProcessEndsOrTimeFallsBelowZero)
+{
+    const std::tuple<const char *, int, int, int, int> rows[] = {
+        // time-out, looks while running, result, looks
+        {"not running", 500, 0, 0, 1},
+        {"keeps running", 500, 100, -1, 4},
+        {"ends between two looks", 500, 2, 0, 3},
+        {"multiple of the interval", 400, 5, 0, 6},
+        {"no time-out", -1, 2, 0, 3},
+    };
+    for (const auto &[name, timeout, whileRunning, result, looks] : rows) {
+        fakePlatform().looks = 0;
+        fakePlatform().looksWhileRunning = whileRunning;
+        EXPECT_EQ(MacSandbox::waitProcFinish(7, timeout), result) << name;
+        EXPECT_EQ(fakePlatform().looks, looks) << name;
+    }
+}
