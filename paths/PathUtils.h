@@ -3,16 +3,161 @@
 #include "config/Export.h"
 
 #include <QImage>
+#include <QStandardPaths>
 #include <QString>
 #include <QStringList>
 
-/// What the reader and its companions do with the paths of files and folders.
+class PathRecorder;
+
+/// Where the product's well-known files and folders are, and what the reader does with files: free names,
+/// pictures, small operations.
 ///
-/// All static, without state. Failures are false, the empty text or a code; nothing throws but for exhausted memory.
-/// Callable from any thread unless said otherwise.
+/// All static. Failures are false, the empty text or a code; nothing throws but for exhausted memory. Callable from any
+/// thread unless said otherwise.
+///
+/// Locations are absolute paths; folders end in "/". The getters always answer: a base folder that cannot be determined
+/// is the empty text, and the name stands behind it as it is. Whether anything exists there is for the caller to see.
+/// Every getter below the user data folder creates that folder when it is missing; what else is created on the way is
+/// said beside the getter. Folders are created with all those above them, on every call, unless they have no base
+/// folder; the path is the same if that fails.
 class ONDPDFTOOLUTILS_EXPORT PathUtils
 {
 public:
+    /// @name Base folders
+    ///@{
+
+    /// The user data folder (MacConfigPath::GetUserDataPath()), created if `create`.
+    static QString getAppDataDir(bool create);
+    /// The name of the product's data folder in this edition, without "/".
+    static QString getAppDataDirName();
+    /// The system's folder for temporary files, or the empty text.
+    static QString getTempDir();
+    /// The folder of the running executable, and the executable.
+    static QString getApplicationDir();
+    static QString getApplicationPath();
+    ///@}
+
+    /// @name In the user data folder
+    ///@{
+
+    static QString getSignImageSavePath(); ///< A folder, without "/".
+    static QString getHighLightFastColorFilePath();
+    static QString getUnderlineFastColorFilePath();
+    static QString getUrlsTrustedConfigPath();
+    static QString GetAttachmentTrustConfigPath();
+    static QString getScreenshotFolderPath();
+    /// The user data folder itself is created only if `create`.
+    static QString getAppConfigPath(bool create);
+    static QString getAppHotKeyPath();
+    static QString getAnnotConfigPath();
+    static QString getBackgroundTaskConfigPath();
+    static QString getAssociateCfgPath();
+    static QString getCommonCfgPath();
+    static QString getTrustCAFilePath();
+    static QString getSelfSignCertStoreIndexFilePath();
+    static QString getChatHistoryDatabasePath();
+    static QString getWatermarkDir();
+    static QString getSignatureDir(); ///< Created.
+    static QString getSealDir(); ///< Created.
+    static QString getRecommendPdfDir(); ///< Created.
+    static QString getSaveChatDocContentFileDir(); ///< Created. In native separators.
+    /// Where the welcome document's state (open or not) is kept.
+    static QString getWelcomeFileOpenStatePath();
+    /// Whether the switch "tryNoChange/switch" of the INI file "we_cache_cfg.ini" is on; off without one.
+    static bool isSwithToStandard();
+    ///@}
+
+    /// @name In the installed application
+    /// Below the bundle's resources; empty outside a bundle. Nothing is created.
+    ///@{
+
+    static QString getConfigDataPath();
+    static QString getAutoLoadDisableDirConfigDataPath();
+    static QString getVersionConfigPath();
+    static QString getRecommendWatermarkDir();
+    static QString getLoginReminderFolderPath();
+    /// The welcome document that an update brings.
+    static QString getWelcomeFilePathWithUpdate();
+    static QString getThirdPartLicensePath();
+    ///@}
+
+    /// @name Beside the executable
+    ///@{
+
+    static QString getChatAiPath();
+    static QString getTranslatePath();
+    static QString getScreenShotExePath();
+    ///@}
+
+    /// @name In the folder for temporary files
+    ///@{
+
+    static QString GetEditImageBackupDir(); ///< Created.
+    static QString getPreloadImgTempPath(); ///< Not created. In native separators.
+    ///@}
+
+    /// @name Caches of what was made from a document
+    /// A document's key is the MD5 digest of its path as it is written: two spellings of one path have two entries.
+    ///@{
+
+    /// Digest of the path in the local 8-bit encoding, and of a text in UTF-8: 32 lower-case hexadecimal digits.
+    static QString getFilePathMd5(const QString &path);
+    static QString calculateStringMd5(const QString &text);
+
+    /// The folder of thumbnails, created. With the sandbox on it lies in the container that the product's processes
+    /// share; otherwise in the user data folder.
+    static QString getThumbnailDir();
+    /// A document's thumbnail. Creates the folder of thumbnails.
+    static QString getThumbnailPath(const QString &filePath);
+    /// The same, but empty when the document does not exist or the folder of thumbnails cannot be created. Two names
+    /// for one answer.
+    static QString GetThumbnaiPicPath(const QString &filePath);
+    static QString GetCachePicPath(const QString &filePath);
+    /// Whether document and thumbnail exist and the thumbnail was not modified before the document.
+    static bool isThumbnailExistAndValid(const QString &filePath, const QString &thumbPath);
+    /// The same for the thumbnail at getThumbnailPath().
+    static bool isThumbnailExistAndValid(const QString &filePath);
+
+    /// The folder of a document's rendered pages in the user data folder, created.
+    static QString getRenderCacheDir(const QString &filePath);
+    /// A rendered page in that folder, which is created; the document's thumbnail when `renderCache` is 0.
+    static QString getRenderCacheImagePath(const QString &filePath, int pageIndex, int renderCache);
+    /// The extracted content of a document, named after its base name's first 30 characters (less one that would be cut
+    /// in half) and its key, in getSaveChatDocContentFileDir(). Empty when the document does not exist.
+    static QString getContentFileFullPath(const QString &filePath);
+    ///@}
+
+    /// @name The welcome document
+    ///@{
+
+    /// With the sandbox on: in the folder "pdfreader" of the shared container, which is created; otherwise in the
+    /// installed application. Its name depends on product and edition.
+    static QString getWelcomeFilePath();
+    /// Puts the document that an update brought in the place of the welcome document; a CopyResult.
+    static int copyWelcomeFileWithUpdateToWelcomeFile();
+    ///@}
+
+    /// @name The user's own folders
+    /// Without a trailing "/". Nothing is created.
+    ///@{
+
+    /// Desktop, Downloads and Documents in the user's real home folder, whatever the sandbox says; empty for all other
+    /// locations.
+    static QString pathOutsideSandbox(const QStandardPaths::StandardLocation &location);
+    /// QStandardPaths::writableLocation(); with the sandbox on pathOutsideSandbox(), unless that is empty.
+    static QString writableLocation(QStandardPaths::StandardLocation location);
+    /// QStandardPaths::standardLocations(); with the sandbox on only pathOutsideSandbox(), unless that is empty.
+    static QStringList standardLocations(QStandardPaths::StandardLocation location);
+    /// Always empty: it answers on the product's other platforms only.
+    static QString writableLocationByWin8(QStandardPaths::StandardLocation location);
+
+    /// The folder for exports, which `recorder` remembers beside text files; writableLocation() of Documents is put
+    /// there when it has none. Empty without a recorder. Callable from the thread that uses the recorder.
+    static QString getExportDir(PathRecorder *recorder);
+    /// Nothing happens without a recorder.
+    static void setExportDir(QString dir, PathRecorder *recorder);
+    ///@}
+
     /// @name Names that are still free
     /// Candidates are tried in turn: the path itself; numbers from 1 to `numberedLimit` - 1; the local date and time
     /// "MMddhhmmsszzz" (hours 01 to 12) up to attempt `giveUpLimit` - 1. Empty when none of them is free. Nothing is

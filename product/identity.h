@@ -33,6 +33,16 @@ inline constexpr auto kReportPrefix = masked::text("pdforvell");
 inline constexpr auto kGuidIndependent = masked::text("{2014D836-42D5-410E-B5EA-BF0714DAFACB}");
 inline constexpr auto kGuid = masked::text("{9567A644-0B88-4A00-B45E-B1D8F8F67710}");
 
+/// Data folders of editions that have one of their own.
+inline constexpr auto kHarboDataDirName = masked::text("vantpdf_hb");
+inline constexpr auto kWrenfixDataDirName = masked::text("vantpdf_wf");
+
+inline constexpr auto kWelcomeFile = masked::text("Welcome_zh.pdf");
+inline constexpr auto kWelcomeFileTolva = masked::text("Welcome_tolva.pdf");
+/// Programs beside the reader.
+inline constexpr auto kTranslateTool = masked::text("vanttranslate.exe");
+inline constexpr auto kScreenshotTool = masked::text("vantscreenshot.exe");
+
 /// Development keys; a product build supplies its own, of at most 47 characters.
 inline constexpr auto kSignKeyDomestic = masked::text("dev0d7c1f4a92b3e8650c7d9e1f3a5b4");
 inline constexpr auto kSignKeyInternational = masked::text("dev1b85e2c6f0a9d4731e8f2b6c0d5a7");
