@@ -19,6 +19,12 @@ if(OND_SANITIZE)
   target_compile_options(ond_build_options INTERFACE -fsanitize=${OND_SANITIZE} -fno-sanitize-recover=all)
   target_link_options(ond_build_options INTERFACE -fsanitize=${OND_SANITIZE})
 endif()
+if(OND_BUILD_FUZZERS)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "OND_BUILD_FUZZERS needs clang: set CMAKE_CXX_COMPILER")
+  endif()
+  target_compile_options(ond_build_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # ond_sources(PUBLIC header... PRIVATE file...)
 # Adds the files of the current folder to the library. PUBLIC names headers that are installed.

@@ -1,0 +1,242 @@
+#include "config/MacReg.h"
+
+#include "config/MacConfigPath.h"
+#include "paths/BundlePath.h"
+
+#include <QDir>
+#include <QThread>
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <shared_mutex>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kTurnTimeout = 2s;
+
+/// A writer's turn at the registry.
+///
+/// QSettings merges what other processes have written since it read the file, but tells only by the file's size and
+/// its time in milliseconds that they have. Where the file system's clock is coarser, a value that is replaced by one
+/// of the same length goes unseen, and the next writer would put the old one back. Therefore writers take turns, and no
+/// version of a file gets the time of the one before.
+class WriteTurn
+{
+public:
+    WriteTurn(const std::string &directory, const std::string &path)
+        : m_path(path), m_descriptor(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        // Not for ever: a process that is stopped in its turn must not stop all others.
+        const auto deadline = std::chrono::steady_clock::now() + kTurnTimeout;
+        while (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+            if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > deadline)
+                break;
+            std::this_thread::sleep_for(1ms);
+        }
+        m_before = fs::last_write_time(m_path, m_error);
+    }
+
+    ~WriteTurn()
+    {
+        using std::chrono::floor;
+        using std::chrono::milliseconds;
+
+        if (!m_error) { // otherwise this turn made the first version
+            const fs::file_time_type after = fs::last_write_time(m_path, m_error);
+            if (!m_error && floor<milliseconds>(after) <= floor<milliseconds>(m_before))
+                fs::last_write_time(m_path, m_before + 1ms, m_error);
+        }
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+
+    WriteTurn(const WriteTurn &) = delete;
+    WriteTurn &operator=(const WriteTurn &) = delete;
+
+private:
+    fs::path m_path;
+    int m_descriptor;
+    fs::file_time_type m_before;
+    std::error_code m_error;
+};
+
+/// The files that this process has changed in memory. QSettings objects on one file share these changes, so that
+/// opening one may write what was changed through another.
+struct UnsavedFiles
+{
+    std::shared_mutex mutex;
+    std::multiset<std::string> paths;
+};
+
+UnsavedFiles &unsavedFiles()
+{
+    static auto *const files = new UnsavedFiles; // outlives every static MacReg
+    return *files;
+}
+
+/// Does what writes the file if this process has changed it: then in a turn of its own, and otherwise while nobody
+/// begins to change it.
+template <typename Action> void atTurn(const std::string &directory, const std::string &path, Action action)
+{
+    UnsavedFiles &unsaved = unsavedFiles();
+    std::shared_lock<std::shared_mutex> lock(unsaved.mutex);
+    std::optional<WriteTurn> turn;
+    if (unsaved.paths.count(path) > 0) {
+        lock.unlock();
+        turn.emplace(directory, path);
+    }
+    action();
+}
+
+/// The key's file, relative to the registry's folder and without ".ini"; nothing for a key that would leave it.
+std::optional<QString> insideRegistry(const QString &key)
+{
+    if (key.contains(QChar::Null))
+        return std::nullopt;
+    if (!key.contains(QLatin1Char('/')))
+        return key;
+    // A last component ".." is the beginning of a file name.
+    QString file = QDir::cleanPath(key + QLatin1Char('x'));
+    if (file.startsWith(QLatin1Char('/')) || file.startsWith(QLatin1String("../")))
+        return std::nullopt;
+    file.chop(1);
+    return file;
+}
+
+/// What the file is (S_IFMT); 0 when there is none. Cheaper than std::filesystem, which takes a path apart first.
+mode_t typeOf(const std::string &path, int (*ask)(const char *, struct stat *))
+{
+    struct stat status
+    {
+    };
+    return ask(path.c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+/// Whether `path` lies in `directory` once symbolic links are resolved. One that leads nowhere does not: it might lead
+/// anywhere by the time it is written through.
+bool isInside(const fs::path &directory, const fs::path &path, bool isLink)
+{
+    std::error_code ignored; // an empty path is the answer then
+    const std::string root = withTrailingSlash(fs::canonical(directory, ignored));
+    const fs::path real = isLink ? fs::canonical(path, ignored) : fs::weakly_canonical(path, ignored);
+    return !root.empty() && real.string().compare(0, root.size(), root) == 0;
+}
+
+} // namespace
+
+MacReg::MacReg() = default;
+
+MacReg::~MacReg()
+{
+    close();
+}
+
+bool MacReg::open(const QString &key, bool mustExist)
+{
+    const QMutexLocker locker(&m_mutex);
+    close();
+    const std::optional<QString> file = insideRegistry(key);
+    if (!file)
+        return false;
+    m_directory = MacConfigPath::GetInstance()->GetUserDataPath("reg/");
+    m_path.assign(m_directory).append(file->toUtf8().constData()).append(".ini");
+    qInfo("MacReg::open strRegPath = %s", m_path.c_str());
+
+    mode_t type = typeOf(m_path, &::lstat);
+    if (type == 0) {
+        std::error_code ignored;
+        fs::create_directories(m_directory, ignored);
+    }
+    if (type == S_IFLNK || file->contains(QLatin1Char('/'))) {
+        if (!isInside(m_directory, m_path, type == S_IFLNK))
+            return false;
+        type = typeOf(m_path, &::stat);
+    }
+    // Of what is no file, a folder reads as empty; opening a device or a pipe might wait for ever.
+    if (type != S_IFREG && (mustExist || (type != 0 && type != S_IFDIR)))
+        return false;
+    openStore();
+    return true;
+}
+
+QVariant MacReg::value(const QString &name, const QVariant &defaultValue) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_settings && !name.isEmpty() ? m_settings->value(name, defaultValue) : defaultValue;
+}
+
+void MacReg::setValue(const QString &name, const QVariant &value)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (!m_settings || name.isEmpty())
+        return;
+    prepareChange();
+    m_settings->setValue(name, value);
+}
+
+bool MacReg::hasKey(const QString &name) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_settings && !name.isEmpty() && m_settings->contains(name);
+}
+
+bool MacReg::sync()
+{
+    const QMutexLocker locker(&m_mutex);
+    if (!m_settings)
+        return false;
+    flush();
+    return true;
+}
+
+void MacReg::openStore()
+{
+    atTurn(m_directory, m_path, [this] { m_settings.emplace(QString::fromStdString(m_path), QSettings::IniFormat); });
+}
+
+void MacReg::prepareChange()
+{
+    if (m_isChanged)
+        return;
+    // The event loop of the thread that a QSettings object belongs to would write changes beside our lock, at any time.
+    // One that belongs to no thread is left alone.
+    if (m_settings->thread()) {
+        if (m_settings->thread() != QThread::currentThread())
+            openStore();
+        m_settings->moveToThread(nullptr);
+    }
+    UnsavedFiles &unsaved = unsavedFiles();
+    const std::lock_guard<std::shared_mutex> lock(unsaved.mutex);
+    unsaved.paths.insert(m_path);
+    m_isChanged = true;
+}
+
+void MacReg::flush()
+{
+    atTurn(m_directory, m_path, [this] { m_settings->sync(); });
+    if (!m_isChanged)
+        return;
+    UnsavedFiles &unsaved = unsavedFiles();
+    const std::lock_guard<std::shared_mutex> lock(unsaved.mutex);
+    unsaved.paths.erase(unsaved.paths.find(m_path));
+    m_isChanged = false;
+}
+
+void MacReg::close()
+{
+    if (m_isChanged)
+        flush();
+    m_settings.reset();
+}

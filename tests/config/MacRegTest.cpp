@@ -1,0 +1,186 @@
+#include "config/MacReg.h"
+
+#include "tests/support/FakePlatform.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class MacRegTest : public testing::Test
+{
+protected:
+    [[nodiscard]] std::string fileOf(const std::string &key) const { return m_bundle / (m_folder + key + ".ini"); }
+
+    static std::string stored(const QString &key, const QString &name)
+    {
+        MacReg reg;
+        reg.open(key, true);
+        return reg.value(name, "default").toString().toStdString();
+    }
+
+    static void store(const QString &key, const QString &name, const QString &value)
+    {
+        MacReg reg;
+        reg.open(key, false);
+        reg.setValue(name, value);
+    }
+
+    const test::FakeBundle m_bundle;
+    const std::string m_folder = "support/Foo/reg/";
+};
+
+} // namespace
+
+TEST_F(MacRegTest, ChangesAreWrittenBySyncAndWhenTheKeyIsClosed)
+{
+    int argc = 0;
+    const QCoreApplication application(argc, nullptr);
+    MacReg reg;
+    EXPECT_FALSE(reg.open("common", true)) << "nothing was stored yet";
+    reg.setValue("x", 1);
+    EXPECT_EQ(reg.value("x", 7).toInt(), 7);
+    EXPECT_FALSE(reg.hasKey("x") || reg.sync());
+
+    ASSERT_TRUE(reg.open("common", false));
+    reg.setValue("language/current_language", "en");
+    QCoreApplication::sendPostedEvents();
+    EXPECT_FALSE(fs::exists(fileOf("common"))) << "an event loop would write without our lock";
+    EXPECT_TRUE(reg.sync());
+    EXPECT_EQ(test::readFile(fileOf("common")), "[language]\ncurrent_language=en\n");
+    EXPECT_EQ(reg.value("", 7).toInt(), 7) << "no name";
+
+    reg.setValue("x", 1);
+    ASSERT_TRUE(reg.open("software/other", false));
+    EXPECT_FALSE(reg.hasKey("x"));
+    EXPECT_EQ(stored("common", "x"), "1");
+}
+
+TEST_F(MacRegTest, NothingOutsideTheRegistryIsReached)
+{
+    const std::string outside = m_bundle / "outside";
+    test::writeFile(outside + "/x.ini", "secret=1\n");
+    test::writeFile(fileOf("sub/within"), "");
+    fs::create_symlink("sub/within.ini", fileOf("within"));
+    fs::create_directory_symlink(outside, m_bundle / (m_folder + "folder"));
+    fs::create_symlink(outside + "/x.ini", fileOf("file"));
+    fs::create_symlink(outside + "/new.ini", fileOf("dangling"));
+    ASSERT_EQ(::mkfifo(fileOf("pipe").c_str(), 0600), 0);
+
+    const QStringList opened = {"sub/key", "sub/../key", "..", "a/..", "within", QString(300, 'k')};
+    const QStringList refused = {
+        "../x",     "a/../../x", "../../../outside/x",      outside.c_str() + QString("/x"), "folder/x", "file",
+        "dangling", "pipe",      QString("a") + QChar::Null};
+    for (const QString &key : opened + refused) {
+        MacReg reg;
+        EXPECT_EQ(reg.open(key, false), opened.contains(key)) << key.toStdString();
+        EXPECT_FALSE(reg.hasKey("secret"));
+        reg.setValue("z", 1);
+    }
+    EXPECT_TRUE(fs::exists(fileOf("key")) && fs::exists(fileOf("a/..")));
+    EXPECT_EQ(test::readFile(outside + "/x.ini"), "secret=1\n");
+    for (const std::string &folder : {outside, m_bundle / "support/Foo"})
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1) << folder;
+}
+
+TEST_F(MacRegTest, BadFilesHoldNothingAndAreWrittenAfresh)
+{
+    const std::pair<const char *, std::string> rows[] = {
+        {"empty", ""},
+        {"binary", std::string("\0\xff\x01[\n=\n]\x80", 9)},
+        {"broken section", "[language\nx\n"},
+        {"CRLF", "kept=1\r\n[s]\r\na=b\r\n"},
+        {"byte-order mark", "\xEF\xBB\xBF[General]\nkept=1\n"},
+        {"5 MB", "kept=1\nlong=" + std::string(5 << 20, 'x') + "\n"},
+    };
+    for (const auto &[name, content] : rows) {
+        const char *kept = content.find("kept") == std::string::npos ? "default" : "1";
+        test::writeFile(fileOf(name), content);
+        EXPECT_EQ(stored(name, "kept"), kept) << name;
+        store(name, "new/value", "v");
+        fs::copy_file(fileOf(name), fileOf("copy"), fs::copy_options::overwrite_existing);
+        EXPECT_EQ(stored("copy", "new/value"), "v") << name;
+        EXPECT_EQ(stored("copy", "kept"), kept) << name;
+    }
+    fs::create_directories(fileOf("folder"));
+    store("folder", "x", "1");
+    EXPECT_EQ(stored("folder", "x"), "default");
+}
+
+TEST_F(MacRegTest, ValuesSurvive)
+{
+    const QStringList values = {"a,b",
+                                "\"q\"",
+                                "%20 100%",
+                                "@Invalid()",
+                                "@",
+                                "c:\\d\\",
+                                ";x",
+                                "a=b",
+                                " s ",
+                                "\r\n\t",
+                                "",
+                                "ü中\U0001F600",
+                                QString(QChar::Null) + "x"};
+    for (const QString &value : values)
+        store("values", value + "/x", value);
+    fs::copy_file(fileOf("values"), fileOf("copy")); // read afresh, not from memory
+    for (const QString &value : values)
+        EXPECT_EQ(stored("copy", value + "/x"), value.toStdString());
+}
+
+TEST_F(MacRegTest, ProcessesLoseNothingOfEachOther)
+{
+    int ask[2];
+    int answer[2];
+    ASSERT_TRUE(::pipe(ask) == 0 && ::pipe(answer) == 0);
+    const pid_t child = ::fork();
+    char signal = 0;
+    // Values of the same length, within one tick of the file system's clock: neither size nor time of the file tell.
+    for (int round = 1000; round < 1020; ++round) {
+        const QString value = QString::number(round);
+        if (child == 0) {
+            if (::read(ask[0], &signal, 1) != 1)
+                break;
+            store("shared", "theirs", value);
+            if (::write(answer[1], &signal, 1) != 1)
+                break;
+            continue;
+        }
+        MacReg reg;
+        reg.open("shared", false);
+        reg.setValue("ours", value);
+        reg.sync();
+        ASSERT_TRUE(::write(ask[1], &signal, 1) == 1 && ::read(answer[0], &signal, 1) == 1);
+        reg.setValue("ours", value);
+        reg.sync();
+        EXPECT_EQ(reg.value("theirs").toString(), value);
+    }
+    if (child == 0)
+        ::_exit(0);
+    ::waitpid(child, nullptr, 0);
+}
+
+TEST_F(MacRegTest, ThreadsShareObjectsAndKeys)
+{
+    MacReg shared;
+    ASSERT_TRUE(shared.open("threads", false));
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 40; ++i) {
+        threads.emplace_back([&shared, name = QString::number(i)] {
+            shared.setValue("shared/" + name, name);
+            store("threads", "own/" + name, name);
+            shared.sync();
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    const std::string content = test::readFile(fileOf("threads"));
+    EXPECT_EQ(std::count(content.begin(), content.end(), '='), 80);
+}
