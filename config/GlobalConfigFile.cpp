@@ -11,13 +11,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The parsed file, or nothing when it cannot be read as a whole. Anything but a regular file is refused unopened:
-/// opening a FIFO would wait for a writer.
+/// The parsed file, or nothing when it cannot be read as a whole. Anything but a regular file of sensible size is
+/// refused unopened: opening a FIFO would wait for a writer, and every process waits for these switches.
 std::optional<INIReader> readGlobalFile()
 {
     const std::string path = GetDatPath();
     std::error_code error;
-    if (!isPathExist(path) || !fs::is_regular_file(path, error))
+    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMaxGlobalFileSize)
         return std::nullopt;
     INIReader reader(path);
     if (reader.ParseError() != 0)

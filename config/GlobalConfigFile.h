@@ -2,15 +2,22 @@
 
 #include "config/Export.h"
 
+#include <cstddef>
 #include <string>
 
 // The global configuration file "mk.dat": an INI file in the bundle's resources that carries the build switches.
 //
 // The grammar is that of the inih library: [section] lines, key=value or key:value lines, comment lines that begin with
-// ";" or "#", a byte-order mark at the front allowed, names matched without regard to case, indented lines continuing
-// the value above, lines of at most 200 bytes. One line that fits none of these makes the whole file unreadable.
+// ";" or "#", comments behind a value that begin with " ;", a byte-order mark at the front allowed, names matched
+// without regard to case, indented lines continuing the value above, lines of at most 199 bytes. One line that fits
+// none of these makes the whole file unreadable; so does a size of more than kMaxGlobalFileSize. A key that is set
+// twice has both texts, joined by a line feed, and the first one's number.
 //
-// Stateless, callable from any thread. The file is opened and parsed anew on every call, and never written.
+// Stateless, callable from any thread. The file is opened and parsed anew on every call, and never written. Whatever
+// looks for it throws std::filesystem::filesystem_error when the running executable has been removed.
+
+/// The size in bytes beyond which "mk.dat" is not read.
+inline constexpr std::size_t kMaxGlobalFileSize = 1U << 20;
 
 /// Whether anything exists at `path`: a file, a folder or any other type. False for the empty path, and when the file
 /// system does not tell.
@@ -18,12 +25,11 @@ ONDPDFTOOLUTILS_EXPORT bool isPathExist(const std::string &path);
 
 /// Path of "mk.dat": in "Contents/Resources/" of the first bundle in the executable's canonical path; for an executable
 /// outside a bundle the bare name, which the system resolves against the current directory. The file need not exist.
-/// Throws std::filesystem::filesystem_error when the executable has been removed.
 ONDPDFTOOLUTILS_EXPORT std::string GetDatPath();
 
-/// The integer stored under `key` in `section`. `defaultValue` when the file is missing, no regular file, unreadable or
-/// malformed; 0 when a readable file lacks the key or holds no integer there. Values past the range of long are
-/// clamped.
+/// The integer (decimal, or with 0x or 0 in front) that the text stored under `key` in `section` begins with.
+/// `defaultValue` when the file is missing, no regular file, unreadable or malformed; 0 when a readable file lacks the
+/// key or the text begins with no integer. Values past the range of long are clamped.
 ONDPDFTOOLUTILS_EXPORT long GetIntValueFromMKDat(const std::string &section, const std::string &key, long defaultValue);
 
 /// The text stored under `key` in `section`; `defaultValue` when the file is missing, no regular file, unreadable or

@@ -24,16 +24,6 @@ std::string withForwardSlashes(std::string name)
     return name;
 }
 
-std::string userDataDir(const std::string &mainAppName)
-{
-    if (MacGlobalConfig::IsEnableSandBox())
-        return MacSandbox::getSharedPath("") + "/";
-    std::string directory = withTrailingSlash(MacPath::getUserDirPath());
-    if (directory.empty())
-        directory = "~/Library/Application Support/"; // literally: the tilde is not expanded
-    return directory + mainAppName + "/";
-}
-
 std::string logged(const char *caller, std::string path)
 {
     CommonFileLog::WriteLog(std::string(caller) + " -> " + path);
@@ -107,7 +97,11 @@ std::string MacConfigPath::GetUserDataPath(const std::string &relative) const
 
 std::string MacConfigPath::GetLogPath() const
 {
-    return m_logPath;
+    constexpr char suffix[] = ".log";
+    const std::string name = m_exeName.empty() ? product::kDefaultLogName.str() : m_exeName;
+    std::string path;
+    path.reserve(m_userDataDir.size() + name.size() + sizeof suffix);
+    return path.append(m_userDataDir).append(name).append(suffix);
 }
 
 bool MacConfigPath::IsAppDataFileExist(const std::string &relative) const
@@ -180,6 +174,12 @@ void MacConfigPath::InitMainAppRootDir()
 
 void MacConfigPath::InitUserDataDir()
 {
-    m_userDataDir = userDataDir(m_mainAppName);
-    m_logPath = m_userDataDir + (m_exeName.empty() ? product::kDefaultLogName.str() : m_exeName) + ".log";
+    if (MacGlobalConfig::IsEnableSandBox()) {
+        m_userDataDir = MacSandbox::getSharedPath("") + "/";
+        return;
+    }
+    std::string directory = withTrailingSlash(MacPath::getUserDirPath());
+    if (directory.empty())
+        directory = "~/Library/Application Support/"; // literally: the tilde is not expanded
+    m_userDataDir = directory + m_mainAppName + "/";
 }

@@ -11,7 +11,8 @@
 /// lies before the first ".app/Contents/" of the executable's folder, so that executables nested deeper in the bundle
 /// find the same one; outside a bundle its root and name are empty.
 ///
-/// Relative names may use "\" or "/". The getters that take one write their answer to the diagnostic log.
+/// Relative names may use "\" or "/"; of the backslashes in one, the first 64 count. The getters that take one write
+/// their answer to the diagnostic log.
 class ONDPDFTOOLUTILS_EXPORT MacConfigPath
 {
 public:
@@ -22,7 +23,7 @@ public:
     MacConfigPath(const MacConfigPath &) = delete;
     MacConfigPath &operator=(const MacConfigPath &) = delete;
 
-    /// The folder of the running executable, symbolic links resolved.
+    /// The folder of the running executable, symbolic links resolved; empty when the platform does not tell.
     std::string GetExeDir() const;
     /// The file name of the running executable.
     std::string GetExeName() const;
@@ -31,7 +32,8 @@ public:
     /// The bundle's name without ".app"; the product's default name for a bundle called just ".app".
     std::string GetMainAppName() const;
     /// The user's data folder. With the sandbox on: the application group's container; otherwise the user's
-    /// application-support folder + bundle name + "/", which ends in "//" outside a bundle.
+    /// application-support folder + bundle name + "/", which ends in "//" outside a bundle. "~/Library/Application
+    /// Support/", with the tilde as it is, stands for a folder that the platform does not know.
     std::string GetUserDataDir() const;
 
     /// The bundle's resource folder; empty outside a bundle.
@@ -42,7 +44,8 @@ public:
     std::string GetExeFullPath(const std::string &relative) const;
     /// `relative` in the user's data folder.
     std::string GetUserDataPath(const std::string &relative) const;
-    /// The diagnostic log's file: executable name + ".log" in the user's data folder. Writes no log line itself.
+    /// The diagnostic log's file: executable name + ".log" in the user's data folder; the product's default name for an
+    /// executable without one. Writes no log line itself.
     std::string GetLogPath() const;
     /// Whether `relative` (here with "/" only) exists in the user's data folder; false for an empty name.
     bool IsAppDataFileExist(const std::string &relative) const;
@@ -55,16 +58,14 @@ public:
     /// many were replaced. An empty `from` inserts `to` once at the front and returns 1.
     static int ReplaceAll(std::string &text, const std::string &from, const std::string &to);
 
-    /// Fill the fields, in this order. The constructor calls them; calling them again changes nothing that a getter
-    /// answers, but is not safe beside other threads.
+    /// Fill the fields, in this order. The constructor calls them. The first two do nothing when their fields are
+    /// filled; InitUserDataDir() asks the platform anew on every call. Not safe beside other threads. The
+    /// diagnostic log stays with the file that it had first.
     void InitCurrentExePathName();
     void InitMainAppRootDir();
     void InitUserDataDir();
 
 private:
-    // Reads m_logPath in place: it asks for it at every line, also at those that it does not write.
-    friend class CommonFileLog;
-
     MacConfigPath();
     ~MacConfigPath();
 
@@ -73,5 +74,4 @@ private:
     std::string m_mainAppRootDir;
     std::string m_mainAppName;
     std::string m_userDataDir;
-    std::string m_logPath;
 };

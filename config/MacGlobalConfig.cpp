@@ -37,6 +37,8 @@ bool isOn(Switch &cache, const char *key)
 constexpr masked::View DEF_SHARE_GROUP_NAME = product::kDefaultGroupName;
 constexpr masked::View DEF_SHARE_GROUP_NAME_EN = product::kDefaultGroupName;
 
+static_assert(product::kSignKeyDomestic.size() <= 47 && product::kSignKeyInternational.size() <= 47);
+
 masked::View forEdition(masked::View domestic, masked::View international)
 {
     return MacGlobalConfig::isInternationalApp() ? international : domestic;

@@ -6,7 +6,7 @@
 /// Texts of the product build that must not be readable in the built library.
 ///
 /// A text is masked while compiling: padded with NUL to whole blocks of 16 bytes, each XOR-ed with one fixed mask.
-/// The plain text never reaches the object file; it exists only in a stack buffer while `str()` or `wstr()` runs.
+/// The plain text never reaches the object file: `str()` and `wstr()` make it in a stack buffer.
 namespace masked {
 
 inline constexpr std::size_t kBlockSize = 16;
@@ -57,6 +57,8 @@ public:
         }
     }
 
+    /// Bytes of the plain text.
+    [[nodiscard]] static constexpr std::size_t size() { return Length; }
     [[nodiscard]] constexpr View view() const { return {m_bytes, narrow, m_ascii ? wideOfAscii : wide}; }
     constexpr operator View() const { return view(); }
     [[nodiscard]] std::string str() const { return view().str(); }

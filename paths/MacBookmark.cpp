@@ -17,6 +17,8 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
+constexpr char kKeyPrefix[] = "vant_pdf_";
+
 // Options of NSURL bookmarks.
 constexpr unsigned long kCreateWithSecurityScope = 2048;
 constexpr unsigned long kResolveWithSecurityScope = 1024;
@@ -163,6 +165,18 @@ bool MacBookmark::checkBookmarkForDir(const std::string &dir, bool searchParents
     return false;
 }
 
+std::vector<MacBookmark::Entry> MacBookmark::entries()
+{
+    std::vector<Entry> result;
+    for (const std::string &key : platform::userDefaultsKeys(kKeyPrefix)) {
+        const auto resolved =
+            platform::resolveBookmark(platform::userDefaultsData(key).value_or(Bytes()), kResolveWithSecurityScope);
+        const State state = resolved.stale ? State::stale : State::valid;
+        result.push_back({key.substr(sizeof kKeyPrefix - 1), resolved.startAccess ? state : State::unresolvable});
+    }
+    return result;
+}
+
 std::vector<unsigned char> MacBookmark::createSharedBookmark(const std::string &path)
 {
     return createData(path, kPlain);
@@ -199,7 +213,7 @@ bool MacBookmark::parseSharedBookmarkJson(const std::string &json)
 std::string MacBookmark::generateBookMarkKey(const std::string &path)
 {
     const bool dropSlash = path.size() >= 2 && path.back() == '/';
-    return "vant_pdf_" + path.substr(0, path.size() - (dropSlash ? 1 : 0));
+    return kKeyPrefix + path.substr(0, path.size() - (dropSlash ? 1 : 0));
 }
 
 bool MacBookmark::saveToBookMark(const std::string &path)

@@ -41,6 +41,16 @@ public:
     /// then each folder above it but the root, until one opens.
     static bool checkBookmarkForDir(const std::string &dir, bool searchParents);
 
+    /// What has become of an entry. Only `valid` ones open.
+    enum class State { valid, stale, unresolvable };
+    struct Entry
+    {
+        std::string path;
+        State state;
+    };
+    /// Every entry, sorted by path. Starts no access and logs nothing.
+    static std::vector<Entry> entries();
+
     /// A plain bookmark of what exists at `path`, for another process; empty on failure.
     static std::vector<unsigned char> createSharedBookmark(const std::string &path);
     /// Resolves a plain bookmark, which by itself gives this process access. The result says only that there were bytes

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// Folders of the running executable and of the user, as the platform names them (symbolic links are not resolved).
+/// Folders of the running executable and of the user, as the platform names them.
 ///
 /// Static, without state, callable from any thread; nothing is created on disk. Texts are UTF-8, and empty when the
 /// platform does not know the answer.

@@ -138,7 +138,8 @@ int MacUtils::GetBundleVersionTail(bool fromMainApp)
 
 std::string MacUtils::getResourcePath(const std::string &name)
 {
-    return MacPath::getAppDirPath() + name;
+    const std::string path = MacPath::getAppFullPath();
+    return path.substr(0, path.rfind('/')) + "/" + name;
 }
 
 bool MacUtils::IsProcessRunning(const std::string &bundleId)

@@ -13,18 +13,18 @@
 ///
 /// Two bundles are meant throughout. The *running bundle* is the innermost one around the executable. The *main
 /// application* is the outermost: what lies before the first ".app/Contents/" in the path of the executable's folder.
-/// Companion executables may lie in a folder "MacOS_SymLink" of the application that owns them; a value that the
-/// running bundle lacks is then taken from the bundle two path components higher.
+/// Companion executables may lie in a folder "MacOS_SymLink" of the application that owns them; a name or version that
+/// the running bundle lacks is then taken from the bundle two path components higher.
 ///
-/// All functions are static, hold no state, and may be called from any thread unless they say otherwise. None throws
-/// for what it finds on the system: a missing value is empty, false or 0. Texts are UTF-8. Only the property lists of
-/// the two bundles are read from disk, anew on every call, and nothing is written.
+/// All functions here, the free ones included, may be called from any thread unless they say otherwise. None throws for
+/// what it finds on the system: a missing value is empty, false or 0. Texts are UTF-8. The property lists of the
+/// bundles are read from disk, and nothing is written.
 class ONDPDFTOOLUTILS_EXPORT MacUtils
 {
 public:
     /// "CFBundleName" of the running bundle.
     static std::string GetAppName();
-    /// Identifier of the running bundle ("com.example.reader").
+    /// Identifier of the running bundle ("com.example.reader"), of that one alone.
     static std::string GetOrgName();
     /// "CFBundleShortVersionString" of the running bundle.
     static std::string GetBundleVersionString();
@@ -48,7 +48,7 @@ public:
     /// The same version's build field; 0 when the version is not three decimal fields.
     static int GetBundleVersionTail(bool fromMainApp);
 
-    /// The executable's folder + "/" + `name`.
+    /// The executable's folder + "/" + `name`; the folder is empty when the platform does not tell.
     static std::string getResourcePath(const std::string &name);
 
     /// Whether an application with exactly this bundle identifier is running.
@@ -75,7 +75,8 @@ ONDPDFTOOLUTILS_EXPORT bool IsProcessRunningOC(const QString &bundleId);
 /// a null text.
 ONDPDFTOOLUTILS_EXPORT QString getAppDirByMacOSSymLinkPath(const QString &path);
 
-/// Whether more than 1.0 second has passed since the user's last input event of any kind.
+/// Whether more than 1.0 second has passed since the user's last input event of any kind. Elsewhere than on macOS,
+/// since the last one that this application received; true without an application object.
 ONDPDFTOOLUTILS_EXPORT bool isMainThreadIdle();
 
 /// Opens the security pane of the system settings, where the user can grant the product a permission; whether it was

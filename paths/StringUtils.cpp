@@ -1,7 +1,7 @@
 #include "paths/StringUtils.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <charconv>
 
 void StringSplit(const std::string &s, std::vector<std::string> &out, const std::string &sep)
 {
@@ -24,10 +24,9 @@ bool ToIntVec(const std::vector<std::string> &in, std::vector<int> &out)
 {
     for (const std::string &entry : in) {
         int value = 0;
-        int consumed = 0;
-        if (!IsAllDigits(entry) || std::sscanf(entry.c_str(), "%d%n", &value, &consumed) != 1)
+        if (!IsAllDigits(entry))
             return false;
-        if (static_cast<std::size_t>(consumed) != entry.size())
+        if (std::from_chars(entry.data(), entry.data() + entry.size(), value).ec != std::errc())
             return false;
         out.push_back(value);
     }

@@ -16,8 +16,8 @@ ONDPDFTOOLUTILS_EXPORT void StringSplit(const std::string &s, std::vector<std::s
 /// Whether every byte is an ASCII digit; true for the empty text.
 ONDPDFTOOLUTILS_EXPORT bool IsAllDigits(const std::string &s);
 
-/// Appends the decimal value of every entry. False at the first entry that is not one or more ASCII digits; the values
-/// of earlier entries stay in `out`. The value of an entry past the range of int is unspecified.
+/// Appends the decimal value of every entry. False at the first entry that is not one or more ASCII digits or is
+/// past the range of int; the values of earlier entries stay in `out`.
 ONDPDFTOOLUTILS_EXPORT bool ToIntVec(const std::vector<std::string> &in, std::vector<int> &out);
 
 /// Appends major, minor and build of a version of exactly three decimal fields; one trailing "." is accepted. False

@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
-#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
@@ -78,51 +77,70 @@ std::uintptr_t threadHandle()
         return static_cast<std::uintptr_t>(::pthread_self());
 }
 
-template <typename Number> void appendNumber(std::string &text, Number number, int base)
+/// The process id, asked once per process: the call costs as much as all else in the head of a line.
+pid_t processId()
 {
-    char digits[24];
-    text.append(digits, std::to_chars(digits, digits + sizeof digits, number, base).ptr);
+    static std::atomic<pid_t> known{0};
+    static const bool isForgottenByForks = ::pthread_atfork(nullptr, nullptr, [] { known = 0; }) == 0;
+
+    pid_t id = known.load(std::memory_order_relaxed);
+    if (id == 0) {
+        id = ::getpid();
+        known.store(isForgottenByForks ? id : 0, std::memory_order_relaxed);
+    }
+    return id;
 }
 
-std::string headOf(std::time_t now)
+/// The bytes of one line up to the message. Written by hand: strftime alone takes as long as a system call.
+class Head
 {
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    char formatted[64];
-    std::string head(formatted, std::strftime(formatted, sizeof formatted, "%Y-%m-%d %H:%M:%S", &local));
-    head.append(" [pid:");
-    appendNumber(head, ::getpid(), 10);
-    head.append(" tid:0x");
-    appendNumber(head, threadHandle(), 16);
-    return head.append("]  ");
-}
+public:
+    Head()
+    {
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        ::localtime_r(&now, &local);
+        putNumber(local.tm_year + 1900, 10);
+        putTwoDigits('-', local.tm_mon + 1);
+        putTwoDigits('-', local.tm_mday);
+        putTwoDigits(' ', local.tm_hour);
+        putTwoDigits(':', local.tm_min);
+        putTwoDigits(':', local.tm_sec);
+        put(" [pid:");
+        putNumber(processId(), 10);
+        put(" tid:0x");
+        putNumber(threadHandle(), 16);
+        put("]  ");
+    }
 
-/// What the lines of this thread begin with, for as long as the second lasts.
-struct Head
-{
-    std::time_t second = kNever;
-    std::size_t size = 0;
-    char text[96] = {};
+    [[nodiscard]] std::string_view text() const { return {m_text, m_size}; }
 
-    static constexpr std::time_t kNever = -1;
+private:
+    void put(std::string_view text) { m_size += text.copy(m_text + m_size, sizeof m_text - m_size); }
+    void putTwoDigits(char separator, int number)
+    {
+        const char text[] = {separator, static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+        put({text, sizeof text});
+    }
+    template <typename Number> void putNumber(Number number, int base)
+    {
+        char digits[24];
+        const char *end = std::to_chars(digits, digits + sizeof digits, number, base).ptr;
+        put({digits, static_cast<std::size_t>(end - digits)});
+    }
+
+    char m_text[128];
+    std::size_t m_size = 0;
 };
 
-thread_local Head t_head;
-
-std::string_view currentHead()
+/// The log's file. Never destroyed: what ends after the program's own objects may still log.
+const std::string &logPath()
 {
-    // A forked child goes on with its parent's thread, but is another process.
-    static const bool watchesForks = ::pthread_atfork(nullptr, nullptr, [] { t_head.second = Head::kNever; }) == 0;
-
-    const std::time_t now = std::time(nullptr);
-    if (now != t_head.second) {
-        t_head.size = headOf(now).copy(t_head.text, sizeof t_head.text);
-        t_head.second = watchesForks ? now : Head::kNever;
-    }
-    return {t_head.text, t_head.size};
+    static const auto *const path = new std::string(MacConfigPath::GetInstance()->GetLogPath());
+    return *path;
 }
 
-/// Whether the file was there last time. Says which question is the cheaper one to begin with, nothing else.
+/// Whether the file was there last time. Says which question is the cheaper one to begin with, and nothing else.
 std::atomic<bool> g_wasThere{false};
 
 /// Opens the log when it is on: while "mk.dat" does not say so, when its file is there.
@@ -131,18 +149,19 @@ int openWhenOn(const char *path)
     if (MacGlobalConfig::IsEnableFileLog())
         return openLog(path, true);
 
-    struct stat status;
-    if (!g_wasThere.load(std::memory_order_relaxed) && ::stat(path, &status) != 0)
+    if (!g_wasThere.load(std::memory_order_relaxed) && ::access(path, F_OK) != 0)
         return -1;
     const int descriptor = openLog(path, false);
     g_wasThere.store(descriptor >= 0, std::memory_order_relaxed);
     return descriptor;
 }
 
+/// Joins the parts of a line, on the stack where it is short, and writes it at once.
 void writeLine(int descriptor, const std::string &message)
 {
-    const std::string_view head = currentHead();
-    const std::size_t size = head.size() + message.size() + 1;
+    const Head head;
+    const std::string_view begin = head.text();
+    const std::size_t size = begin.size() + message.size() + 1;
     char shortLine[512];
     std::string longLine;
     char *line = shortLine;
@@ -150,8 +169,8 @@ void writeLine(int descriptor, const std::string &message)
         longLine.resize(size);
         line = longLine.data();
     }
-    std::memcpy(line, head.data(), head.size());
-    std::memcpy(line + head.size(), message.data(), message.size());
+    begin.copy(line, begin.size());
+    message.copy(line + begin.size(), message.size());
     line[size - 1] = '\n';
 
     while (::write(descriptor, line, size) < 0 && errno == EINTR) { }
@@ -221,13 +240,13 @@ char *encode(char *to, std::wstring_view text)
 
 bool CommonFileLog::IsLogEnable()
 {
-    return MacGlobalConfig::IsEnableFileLog() || std::filesystem::exists(MacConfigPath::GetInstance()->GetLogPath());
+    return MacGlobalConfig::IsEnableFileLog() || std::filesystem::exists(logPath());
 }
 
 void CommonFileLog::WriteLog(const std::string &message)
 {
     try {
-        const FileDescriptor file(openWhenOn(MacConfigPath::GetInstance()->m_logPath.c_str()));
+        const FileDescriptor file(openWhenOn(logPath().c_str()));
         if (file.get() >= 0)
             writeLine(file.get(), message);
     } catch (...) { // NOLINT(bugprone-empty-catch): a log must not disturb what it reports on

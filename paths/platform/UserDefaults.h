@@ -16,6 +16,9 @@ namespace platform {
 /// The data under a key, or nothing when there is none.
 [[nodiscard]] std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &key);
 
+/// The keys that hold data and begin with `prefix`, sorted.
+[[nodiscard]] std::vector<std::string> userDefaultsKeys(const std::string &prefix);
+
 /// Stores data under a key. What cannot be stored is dropped.
 void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data);
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace fs = std::filesystem;
 
 using test::FakeBundle;
@@ -85,6 +87,16 @@ TEST(MacConfigPath, PathLongerThanTheFixedBuffer)
         deep += std::string(100, 'd') + "/";
     const FakeBundle bundle(deep + "Foo.app/Contents/MacOS/foo");
     EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppRootDir(), bundle / (deep + "Foo.app/"));
+}
+
+TEST(MacConfigPath, UserDataFolderIsAskedForAgainWhenInitialisedAgain)
+{
+    const FakeBundle bundle;
+    MacConfigPath *paths = MacConfigPath::GetInstance();
+    fakePlatform().applicationSupportDirectory = "/elsewhere";
+    paths->InitMainAppRootDir();
+    paths->InitUserDataDir();
+    EXPECT_EQ(paths->GetUserDataDir(), "/elsewhere/Foo/");
 }
 
 TEST(MacConfigPath, RemovedExecutableIsReported)

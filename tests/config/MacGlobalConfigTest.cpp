@@ -5,6 +5,10 @@
 #include "tests/support/FakePlatform.h"
 
 #include <gtest/gtest.h>
+
+#include <identity.h>
+#include <limits>
+#include <sstream>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -14,7 +18,7 @@ using test::fakePlatform;
 
 namespace {
 
-const std::string kDefaultGroup = "group.com.vantpdf.shared";
+const std::string kDefaultGroup = product::kDefaultGroupName.str();
 
 } // namespace
 
@@ -49,25 +53,26 @@ TEST(MacGlobalConfig, SandboxKeepsDataInTheGroupContainer)
     EXPECT_EQ(MacConfigPath::GetInstance()->GetUserDataDir(), "/containers/group.x/");
 }
 
-TEST(MacGlobalConfig, EditionsDiffer)
-{
-    const FakeBundle bundle;
-    bundle.writeGlobalFile("[common]\napp_international=1\n");
-    EXPECT_EQ(MacGlobalConfig::GetMainAppIdentifier(), "com.pdforvell.reader");
-    EXPECT_EQ(MacGlobalConfig::GetSubAppIdentifier("helper"), "com.pdforvell.reader.helper");
-    EXPECT_EQ(MacGlobalConfig::GetProductName(true), "PDF Orvell");
-    EXPECT_EQ(MacGlobalConfig::GetProductNameW(false), L"PDF Orvell for Mac");
-    EXPECT_EQ(MacGlobalConfig::GetProductIdW(), L"502");
-}
-
 TEST(MacGlobalConfig, DomesticEditionIgnoresTheNamesArgument)
 {
     const FakeBundle bundle;
-    EXPECT_EQ(MacGlobalConfig::GetProductName(true), MacGlobalConfig::GetProductName(false));
-    EXPECT_EQ(MacGlobalConfig::GetProductId(), "44");
-    EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), kDefaultGroup);
-    EXPECT_TRUE(MacGlobalConfig::GetReporterWhiteList().empty());
-    EXPECT_LE(MacGlobalConfig::GetAppAppSignKey().size(), 47U);
+    EXPECT_EQ(MacGlobalConfig::GetReporterWhiteList().size(), 0U);
+    bundle.writeGlobalFile("[common]\napp_international=1\n");
+    EXPECT_FALSE(MacGlobalConfig::isInternationalApp()) << "the list asks for the edition, which is then settled";
+    EXPECT_EQ(MacGlobalConfig::GetProductNameW(true), MacGlobalConfig::GetProductNameW(false));
+    EXPECT_EQ(MacGlobalConfig::GetProductIdW(), L"44");
+    EXPECT_EQ(MacGlobalConfig::GetAppAppSignKey(), product::kSignKeyDomestic.str());
+}
+
+TEST(MacGlobalConfig, InternationalEditionHasTwoNames)
+{
+    const FakeBundle bundle;
+    bundle.writeGlobalFile("[common]\napp_international=1\n");
+    EXPECT_EQ(MacGlobalConfig::GetProductName(true), product::kProductNameInternational.str());
+    EXPECT_EQ(MacGlobalConfig::GetProductNameW(false), product::kProductNameInternationalForMac.wstr());
+    EXPECT_EQ(MacGlobalConfig::GetSubAppIdentifier("x"), product::kIdentifierInternational.str() + ".x");
+    EXPECT_EQ(MacGlobalConfig::GetProductId(), "502");
+    EXPECT_EQ(MacGlobalConfig::GetAppAppSignKey(), product::kSignKeyInternational.str());
 }
 
 TEST(MacGlobalConfig, OutputsTheConfigurationInOrder)
@@ -113,6 +118,8 @@ TEST(GlobalConfigFile, BadFilesEndInTheDefaults)
         {"10 MB line", "[common]\nnumber=" + std::string(10U << 20, '1') + "\n", 7, "d"},
         {"binary noise", "\xff\xfe\x01\x02[\x7f]", 7, "d"},
         {"past 64 bits", "[common]\nnumber=99999999999999999999999\n", std::numeric_limits<long>::max(), "d"},
+        {"twice", "[common]\nnumber=1\nnumber=2\ngroup_name=a\ngroup_name=b\n", 1, "a\nb"},
+        {"too large", good + std::string(1U << 20, '\n'), 7, "d"},
         {"no number", "[common]\nnumber=yes\n", 0, "d"},
     };
     const FakeBundle bundle;

@@ -28,6 +28,7 @@ TEST(MacPath, CutsFoldersFromTheExecutablesPath)
     EXPECT_EQ(MacPath::getAppContentsDirPath(), "");
     fakePlatform().bundleExecutablePath = "";
     EXPECT_EQ(MacPath::getAppDirPath(), "");
+    EXPECT_EQ(MacUtils::getResourcePath("x.png"), "/x.png");
 }
 
 TEST(MacUtils, MainApplicationIsTheOutermostBundle)
@@ -92,25 +93,6 @@ TEST(MacUtils, VersionNumbersFillFourSlots)
     EXPECT_EQ(MacUtils::GetBundleVersionTail(false), 0);
 }
 
-TEST(MacUtils, IdleAfterMoreThanASecond)
-{
-    fakePlatform().secondsSinceLastInput = 1.0;
-    EXPECT_FALSE(isMainThreadIdle());
-    fakePlatform().secondsSinceLastInput = 1.001;
-    EXPECT_TRUE(isMainThreadIdle());
-}
-
-TEST(MacUtils, NetworkNeedsReachabilityWithoutAConnectionToMake)
-{
-    EXPECT_FALSE(MacUtils::checkNetworkAvailable());
-    fakePlatform().reachability = platform::ReachabilityFlags{true, true};
-    EXPECT_FALSE(MacUtils::checkNetworkAvailable());
-    fakePlatform().reachability = platform::ReachabilityFlags{false, false};
-    EXPECT_FALSE(MacUtils::checkNetworkAvailable());
-    fakePlatform().reachability = platform::ReachabilityFlags{true, false};
-    EXPECT_TRUE(MacUtils::checkNetworkAvailable());
-}
-
 TEST(MacUtils, TicksAreScaledAndTheTimebaseReadOnce)
 {
     fakePlatform().timebase = {125, 3};
@@ -140,9 +122,27 @@ TEST(MacUtils, RenamesMenuItemsByTitle)
     EXPECT_EQ(fakePlatform().submenuItems, (std::vector<QString>{"Öffnen", "Close", ""}));
 }
 
-TEST(MacUtils, OpensTheSecurityPane)
+TEST(MacUtils, AsksThePlatformAboutTheSystem)
 {
-    EXPECT_TRUE(extendRequestAuthorization());
-    EXPECT_EQ(fakePlatform().openedUrls,
-              std::vector<std::string>{"x-apple.systempreferences:com.apple.preference.security"});
+    auto &platform = fakePlatform();
+    platform.secondsSinceLastInput = 1.0;
+    EXPECT_FALSE(isMainThreadIdle()) << "only after more than a second";
+    platform.secondsSinceLastInput = 1.001;
+    EXPECT_TRUE(isMainThreadIdle());
+
+    EXPECT_FALSE(MacUtils::checkNetworkAvailable());
+    for (const bool reachable : {false, true}) {
+        for (const bool connectionRequired : {false, true}) {
+            platform.reachability = platform::ReachabilityFlags{reachable, connectionRequired};
+            EXPECT_EQ(MacUtils::checkNetworkAvailable(), reachable && !connectionRequired);
+        }
+    }
+
+    platform.runningApplications = {"com.example.reader"};
+    EXPECT_TRUE(MacUtils::IsProcessRunning("com.example.reader"));
+    EXPECT_FALSE(MacUtils::IsProcessRunning("com.example")) << "whole identifiers only";
+    EXPECT_FALSE(IsProcessRunningOC(QString()));
+
+    platform.opensUrls = false;
+    EXPECT_FALSE(extendRequestAuthorization());
 }

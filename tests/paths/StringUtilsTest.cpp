@@ -44,7 +44,8 @@ TEST(StringUtils, ConvertsDigitsOnly)
 
 TEST(StringUtils, VersionsHaveExactlyThreePlainFields)
 {
-    for (const char *bad : {"1.2", "1.2.3.4", "1..3", "1.2.x", "1.2.+3", "1.2. 3", "1.2.-3", "", "...", "1.2.3.."}) {
+    for (const char *bad :
+         {"1.2", "1.2.3.4", "1..3", "1.2.x", "1.2.+3", "1.2. 3", "1.2.-3", "", "...", "1.2.3..", "1.2.2147483648"}) {
         std::vector<int> fields;
         EXPECT_FALSE(VersionToIntVec(bad, fields)) << bad;
     }

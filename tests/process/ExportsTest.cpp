@@ -32,7 +32,7 @@ std::set<std::string> namesMarkedForExport()
 /// "Class" of "vtable for Class", "Class::member(...)" and "function(...)".
 std::string outermostName(const std::string &symbol)
 {
-    static const std::regex special("^(vtable|typeinfo|typeinfo name|VTT|guard variable|non-virtual thunk to|"
+    static const std::regex special("^(vtable|typeinfo name|typeinfo|VTT|guard variable|non-virtual thunk to|"
                                     "virtual thunk to)( for)? ");
     const std::string name = std::regex_replace(symbol, special, "");
     return name.substr(0, name.find_first_of(":([<"));

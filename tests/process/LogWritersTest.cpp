@@ -1,40 +1,52 @@
-#include "config/MacConfigPath.h"
-#include "runtime/CommonFileLog.h"
+#include "tests/process/LogMessage.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <cstdlib>
+#include <QDeadlineTimer>
+#include <QProcess>
+#include <fstream>
 #include <map>
-#include <set>
-#include <sys/wait.h>
+#include <memory>
 #include <thread>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-/// A log that is on, in a folder of its own.
-class LogOfThisProcess
+constexpr int kDeadline = 90'000;
+
+/// The log of writer processes, switched on by its presence, in a folder of its own.
+class WritersLog
 {
 public:
-    LogOfThisProcess()
-    {
-        ::setenv("XDG_DATA_HOME", m_dir.path().c_str(), 1);
-        test::writeFile(path(), "");
-    }
-    [[nodiscard]] std::string path() const { return MacConfigPath::GetInstance()->GetLogPath(); }
+    WritersLog() { test::writeFile(path(), ""); }
 
-    /// What stands behind the writer's mark on every line, a torn line's remains before the mark left out.
-    [[nodiscard]] std::vector<std::string> messages() const
+    [[nodiscard]] std::string path() const { return m_dir / "log_writer.log"; }
+
+    [[nodiscard]] std::unique_ptr<QProcess> startWriter(int first, int threads, int lines) const
     {
-        std::vector<std::string> result;
-        std::istringstream lines(test::readFile(path()));
-        for (std::string line; std::getline(lines, line);) {
+        auto writer = std::make_unique<QProcess>();
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_DATA_HOME", QString::fromStdString(m_dir.path().string()));
+        writer->setProcessEnvironment(environment);
+        writer->start(OND_TEST_LOG_WRITER, {QString::number(first), QString::number(threads), QString::number(lines)});
+        EXPECT_TRUE(writer->waitForStarted());
+        return writer;
+    }
+
+    /// How often each message stands in the log, all of them whole. A torn line is joined to the next and gives way to
+    /// it.
+    [[nodiscard]] std::map<int, int> wholeMessages() const
+    {
+        std::map<int, int> result;
+        std::ifstream file(path());
+        for (std::string line; std::getline(file, line);) {
             const std::size_t mark = line.rfind("]  ");
-            result.push_back(mark == std::string::npos ? "" : line.substr(mark + 3));
+            const std::string message = mark == std::string::npos ? line : line.substr(mark + 3);
+            const int number = test::numberOf(message);
+            EXPECT_TRUE(message == test::messageOf(number)) << message.substr(0, 40);
+            ++result[number];
         }
         return result;
     }
@@ -43,42 +55,6 @@ private:
     test::TempDir m_dir;
 };
 
-/// A message whose end can be told from its beginning: "<number>:<length> xxxx".
-std::string messageOf(int number)
-{
-    const std::string head = std::to_string(number) + ":";
-    const std::size_t length = static_cast<std::size_t>(number) * 7919 % 20'000;
-    return head + std::to_string(length) + " " + std::string(length, 'x');
-}
-
-bool isWhole(const std::string &message)
-{
-    return !message.empty() && message == messageOf(std::atoi(message.c_str()));
-}
-
-template <typename Work> pid_t inChild(Work work)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        work();
-        ::_exit(0);
-    }
-    return child;
-}
-
-void writeFromThreads(int firstNumber, int threads, int lines)
-{
-    std::vector<std::thread> writers;
-    for (int thread = 0; thread < threads; ++thread) {
-        writers.emplace_back([first = firstNumber + thread * lines, lines] {
-            for (int i = 0; i < lines; ++i)
-                CommonFileLog::WriteLog(messageOf(first + i));
-        });
-    }
-    for (std::thread &writer : writers)
-        writer.join();
-}
-
 } // namespace
 
 TEST(LogWriters, ManyProcessesAndThreadsLoseAndTearNothing)
@@ -86,46 +62,37 @@ TEST(LogWriters, ManyProcessesAndThreadsLoseAndTearNothing)
     constexpr int processes = 8;
     constexpr int threads = 8;
     constexpr int lines = 500;
-    const LogOfThisProcess log;
+    const WritersLog log;
+    std::vector<std::unique_ptr<QProcess>> writers;
     for (int i = 0; i < processes; ++i)
-        inChild([i] { writeFromThreads(i * threads * lines, threads, lines); });
-    int status = 0;
-    while (::wait(&status) > 0)
-        EXPECT_EQ(status, 0);
+        writers.push_back(log.startWriter(i * threads * lines, threads, lines));
+    for (const auto &writer : writers)
+        EXPECT_TRUE(writer->waitForFinished(kDeadline) && writer->exitCode() == 0);
 
-    std::set<int> seen;
-    for (const std::string &message : log.messages()) {
-        ASSERT_TRUE(isWhole(message)) << message.substr(0, 40);
-        seen.insert(std::atoi(message.c_str()));
-    }
-    EXPECT_EQ(seen.size(), static_cast<std::size_t>(processes * threads * lines));
+    const std::map<int, int> messages = log.wholeMessages();
+    EXPECT_EQ(messages.size(), static_cast<std::size_t>(processes * threads * lines));
+    for (const auto &[number, count] : messages)
+        EXPECT_EQ(count, 1) << number;
 }
 
 TEST(LogWriters, KilledWriterTearsAtMostItsOwnLastLine)
 {
     constexpr int rounds = 20;
-    const LogOfThisProcess log;
-    int killedInTime = 0;
+    constexpr int endless = 1'000'000;
+    const WritersLog log;
     for (int round = 0; round < rounds; ++round) {
         const auto sizeBefore = fs::file_size(log.path());
-        const pid_t writer = inChild([] {
-            for (int i = 0;; ++i)
-                CommonFileLog::WriteLog(messageOf(i % 1000));
-        });
-        while (fs::file_size(log.path()) < sizeBefore + 100'000U + static_cast<unsigned>(round) * 4099U)
+        const auto writer = log.startWriter(rounds, 1, endless);
+        const QDeadlineTimer deadline(kDeadline);
+        while (!deadline.hasExpired()
+               && fs::file_size(log.path()) < sizeBefore + 100'000U + static_cast<unsigned>(round) * 4099U)
             std::this_thread::yield();
-        ::kill(writer, SIGKILL);
-        int status = 0;
-        ::waitpid(writer, &status, 0);
-        killedInTime += WIFSIGNALED(status) ? 1 : 0;
-        CommonFileLog::WriteLog(messageOf(1000 + round));
+        writer->kill();
+        EXPECT_TRUE(writer->waitForFinished(kDeadline) && writer->exitStatus() == QProcess::CrashExit);
+        EXPECT_TRUE(log.startWriter(round, 1, 1)->waitForFinished(kDeadline));
     }
-    EXPECT_EQ(killedInTime, rounds);
 
-    int survivorsLines = 0;
-    for (const std::string &message : log.messages()) {
-        EXPECT_TRUE(isWhole(message)) << message.substr(0, 40);
-        survivorsLines += std::atoi(message.c_str()) >= 1000 ? 1 : 0;
-    }
-    EXPECT_EQ(survivorsLines, rounds) << "the line after a torn one is still whole";
+    const std::map<int, int> messages = log.wholeMessages();
+    for (int round = 0; round < rounds; ++round)
+        EXPECT_EQ(messages.count(round), 1U) << "the line after a torn one is still whole";
 }

@@ -12,6 +12,7 @@ ProcessResult runProcess(const std::string &program, const QStringList &argument
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", QString::fromStdString(home));
     environment.insert("XDG_DATA_HOME", QString::fromStdString(home + "/data"));
+    environment.insert("CFFIXED_USER_HOME", QString::fromStdString(home)); // what HOME is to macOS
 
     QProcess process;
     process.setProcessEnvironment(environment);
@@ -31,9 +32,18 @@ RealBundle::RealBundle(const std::string &place) : m_path(m_dir / place)
     fs::create_directories(home());
 }
 
+std::string RealBundle::supportDir() const
+{
+#ifdef __APPLE__
+    return home() + "/Library/Application Support";
+#else
+    return home() + "/data";
+#endif
+}
+
 fs::path RealBundle::makeUserDataDir(const std::string &bundleName) const
 {
-    fs::path path = fs::path(home()) / "data" / bundleName;
+    fs::path path = fs::path(supportDir()) / bundleName;
     fs::create_directories(path);
     return path;
 }

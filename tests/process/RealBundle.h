@@ -34,6 +34,8 @@ public:
     [[nodiscard]] std::string inspector() const { return contents("MacOS/pdforvell-inspect").string(); }
     /// The folder that stands for the user's home.
     [[nodiscard]] std::string home() const { return m_dir / "home"; }
+    /// The folder in it where applications keep the user's data.
+    [[nodiscard]] std::string supportDir() const;
     /// The user data folder of a bundle with this name outside the sandbox, made on disk.
     [[nodiscard]] std::filesystem::path makeUserDataDir(const std::string &bundleName = "PDF Orvell") const;
 

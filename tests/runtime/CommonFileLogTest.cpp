@@ -46,17 +46,6 @@ TEST(CommonFileLog, PresenceOfTheFileSwitchesOnAndOffAtOnce)
     EXPECT_FALSE(fs::exists(log));
 }
 
-TEST(CommonFileLog, ThreadHandleIsWrittenAsAPointer)
-{
-    const FakeBundle bundle;
-    const std::string log = bundle.makeUserDataDir() + "foo.log";
-    test::writeFile(log, "");
-    CommonFileLog::WriteLog("x");
-    std::ostringstream expected;
-    expected << " tid:0x" << std::hex << (std::uintptr_t)pthread_self() << "]  x\n";
-    EXPECT_NE(test::readFile(log).find(expected.str()), std::string::npos) << test::readFile(log);
-}
-
 TEST(CommonFileLog, ForkedChildWritesItsOwnProcessId)
 {
     const FakeBundle bundle;

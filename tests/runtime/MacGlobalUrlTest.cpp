@@ -6,8 +6,6 @@
 #include <endpoints.h>
 #include <gtest/gtest.h>
 #include <identity.h>
-#include <regex>
-#include <set>
 
 using namespace product::endpoints;
 
@@ -65,41 +63,7 @@ std::string narrowed(const std::wstring &text)
     return QString::fromStdWString(text).toStdString();
 }
 
-// clang-format off
-// Every address of its own: without hosts that take a flag, wide twins, and what ends in a text of the caller.
-std::string (*const kNarrow[])() = {
-    &U::GetOcrSupportLanguageSvrUrl, &U::GetOfficialOcrInfoSvrUrl, &U::GetTouristOfficialOcrInfoSvrUrl,
-    &U::GetTestOcrInfoSvrUrl, &U::GetTouristTestOcrInfoSvrUrl, &U::GetOfficialOcrUploadSvrUrl,
-    &U::GetTouristOfficialOcrUploadSvrUrl, &U::GetTestOcrUploadSvrUrl, &U::GetTouristTestOcrUploadSvrUrl,
-    &U::GetOfficialOcrRecognizeSvrUrl, &U::GetTouristOfficialOcrRecognizeSvrUrl, &U::GetTestOcrRecognizeSvrUrl,
-    &U::GetTouristTestOcrRecognizeSvrUrl, &U::GetOfficialUpgradeCfgUrl, &U::GetVipSvrHost,
-    &U::GetVipSvrRefreshTokenUrl, &U::GetVipSvrUserInfoUrl, &U::GetVipSvrLogoutForeverUrl, &U::GetVipSvrLoginWithEmail,
-    &U::GetVipSvrRegisterWithEmail, &U::GetVipSvrUserCertificate, &U::GetVipSvrLoginByCertificate, &U::GetLoginUrl,
-    &U::GetAccountCancellationAgreementUrl, &U::GetMacInternationalPayWebHost, &U::GetCloudCDNHost,
-    &U::GetAIChatDefSvrHost, &U::GetAIChatDefSvrHostTest, &U::GetHassleFreeServiceUrl, &U::GetHassleFreeServiceUrl2,
-    &U::GetResMenuQQConnectServerUrl};
-std::wstring (*const kWide[])() = {
-    &U::GetReportUrl, &U::GetMacOfficialWebsiteUrl, &U::GetOfficeWebsiteUrl, &U::GetActivityUrl, &U::GetGuideHtmlUrl,
-    &U::GetHelpHtmlUrl, &U::GetDefFeedbackGroupLinkUrl, &U::GetDefLicenceUrl, &U::GetDefPrivacyUrl};
-// clang-format on
-
 } // namespace
-
-TEST_P(MacGlobalUrlIn, EveryAddressIsWellFormedAndDistinct)
-{
-    std::vector<std::string> addresses = {U::GetDefSvrHost(nullptr)};
-    for (const auto getter : kNarrow)
-        addresses.push_back(getter());
-    for (const auto getter : kWide)
-        addresses.push_back(narrowed(getter()));
-
-    const std::regex form(R"(https://[a-z0-9-]+(\.[a-z0-9-]+)*\.example(/[a-z0-9/-]*(\?productId=502)?)?)");
-    std::set<std::string> seen;
-    for (const std::string &address : addresses) {
-        EXPECT_TRUE(std::regex_match(address, form)) << address;
-        EXPECT_TRUE(seen.insert(address).second) << address;
-    }
-}
 
 TEST_P(MacGlobalUrlIn, EditionPackageAndMarkerChoose)
 {

@@ -123,8 +123,9 @@ bool isApplicationRunning(const std::string &bundleId)
 
 bool openUrl(const std::string &url)
 {
-    fakePlatform().openedUrls.push_back(url);
-    return true;
+    if (fakePlatform().opensUrls)
+        fakePlatform().openedUrls.push_back(url);
+    return fakePlatform().opensUrls;
 }
 
 bool revealFile(const QString &path)
@@ -155,6 +156,16 @@ std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &ke
     const auto &defaults = fakePlatform().userDefaults;
     const auto found = defaults.find(key);
     return found == defaults.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::vector<std::string> userDefaultsKeys(const std::string &prefix)
+{
+    std::vector<std::string> keys;
+    for (const auto &entry : fakePlatform().userDefaults) {
+        if (entry.first.compare(0, prefix.size(), prefix) == 0)
+            keys.push_back(entry.first);
+    }
+    return keys;
 }
 
 void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data)

@@ -31,6 +31,7 @@ struct FakePlatform
 
     std::vector<std::string> runningApplications;
     std::vector<std::string> openedUrls;
+    bool opensUrls = true;
 
     std::vector<QString> revealedFiles;
 

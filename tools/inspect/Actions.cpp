@@ -3,10 +3,22 @@
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "runtime/CommonFileLog.h"
+#include "runtime/OndEasyMd5.h"
+
+#include <filesystem>
 
 namespace inspect {
 
 namespace {
+
+bool isLogEnabled()
+{
+    try {
+        return CommonFileLog::IsLogEnable();
+    } catch (const std::filesystem::filesystem_error &) {
+        return false; // a log whose existence cannot be told is not written either
+    }
+}
 
 Json log(const std::vector<std::string> &arguments)
 {
@@ -16,7 +28,19 @@ Json log(const std::vector<std::string> &arguments)
         MacGlobalConfig::OutputConfigLog();
     else
         CommonFileLog::WriteLog(arguments[0]);
-    return {{"IsLogEnable", CommonFileLog::IsLogEnable()}, {"GetLogPath", MacConfigPath::GetInstance()->GetLogPath()}};
+    return {{"IsLogEnable", isLogEnabled()}, {"GetLogPath", MacConfigPath::GetInstance()->GetLogPath()}};
+}
+
+Json digest(const std::vector<std::string> &arguments)
+{
+    if (arguments.empty())
+        throw WrongUse("digest takes at least one file");
+    Json digests = Json::object();
+    for (const std::string &path : arguments) {
+        const OndEasyMd5 md5(QString::fromStdString(path).toStdWString().c_str());
+        digests[path] = md5.ToString().toStdString();
+    }
+    return digests;
 }
 
 } // namespace
@@ -24,6 +48,7 @@ Json log(const std::vector<std::string> &arguments)
 const std::vector<Action> &actions()
 {
     static const std::vector<Action> all = {
+        {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be read", digest},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
     };
     return all;

@@ -3,6 +3,8 @@
 #include "config/GlobalConfigFile.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
+#include "paths/MacBookmark.h"
+#include "paths/MacSandbox.h"
 #include "paths/MacUtils.h"
 #include "paths/StringUtils.h"
 
@@ -37,59 +39,92 @@ bool isFull(const fs::path &path)
 {
     std::error_code error;
     const fs::space_info space = fs::space(path, error);
-    return !error && space.available == 0;
+    return !error && space.capacity != 0 && space.available == 0;
 }
 
-/// The last line of an INI file that sets `key`, or 0.
-int lineOf(const std::string &path, std::string_view key)
+std::string trimmed(const std::string &text)
 {
-    const auto startsWithKey = [key](const std::string &line) {
-        const std::size_t begin = std::min(line.find_first_not_of(" \t\xEF\xBB\xBF"), line.size());
-        const std::size_t end = line.find_first_of(" \t=:", begin);
-        return std::equal(key.begin(), key.end(), line.begin() + static_cast<std::ptrdiff_t>(begin),
-                          line.begin() + static_cast<std::ptrdiff_t>(std::min(end, line.size())),
-                          [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
-    };
+    const std::size_t begin = text.find_first_not_of(" \t\r");
+    return begin == std::string::npos ? "" : text.substr(begin, text.find_last_not_of(" \t\r") + 1 - begin);
+}
+
+bool isSameName(const std::string &a, const std::string &b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
+/// The lines that begin with `key` in the section of the switches.
+std::vector<int> linesOf(const std::string &path, const std::string &key)
+{
+    std::vector<int> found;
+    std::string section;
     std::ifstream file(path);
     int number = 0;
-    int found = 0;
     for (std::string line; std::getline(file, line);) {
         ++number;
-        if (startsWithKey(line))
-            found = number;
+        line = trimmed(line);
+        if (!line.empty() && line.front() == '[')
+            section = line.substr(1, line.find(']') - 1);
+        else if (isSameName(section, kSection) && isSameName(trimmed(line.substr(0, line.find_first_of("=:"))), key))
+            found.push_back(number);
     }
     return found;
 }
 
-void checkSwitch(const INIReader &file, const std::string &path, const char *key, Findings &findings)
+int lineOf(const std::string &path, const std::string &key)
 {
+    const std::vector<int> lines = linesOf(path, key);
+    return lines.empty() ? 0 : lines.front();
+}
+
+/// A key whose text has several lines was set more than once, or took in the indented lines below it.
+void checkSingle(const INIReader &file, const std::string &path, const std::string &key, Findings &findings)
+{
+    if (file.Get(kSection, key, "").find('\n') == std::string::npos)
+        return;
+    const std::vector<int> lines = linesOf(path, key);
+    if (lines.size() > 1)
+        findings.problem(path, key + " is set more than once, and the first value counts", lines.back());
+    else
+        findings.problem(path, key + " takes in the indented lines below it", lineOf(path, key));
+}
+
+void checkSwitch(const INIReader &file, const std::string &path, const std::string &key, Findings &findings)
+{
+    checkSingle(file, path, key, findings);
     const std::string text = file.Get(kSection, key, "");
-    if (text.find('\n') != std::string::npos)
-        findings.problem(path, std::string(key) + " is set more than once", lineOf(path, key));
-    const long value = file.GetInteger(kSection, key, 0);
-    const bool isNumber = value == file.GetInteger(kSection, key, 1);
-    if (!text.empty() && (!isNumber || (value != 0 && value != 1)))
-        findings.problem(path, std::string(key) + " is neither 0 nor 1 and counts as off", lineOf(path, key));
+    const std::string first = trimmed(text.substr(0, text.find('\n')));
+    if (first.empty() || first == "0" || first == "1")
+        return;
+    const char *effect = file.GetInteger(kSection, key, 0) == 1 ? "on" : "off";
+    findings.problem(path, key + " is neither 0 nor 1 and counts as " + effect, lineOf(path, key));
 }
 
 void checkGlobalFile(Findings &findings)
 {
     const std::string path = GetDatPath();
     const fs::file_type type = typeOf(path);
-    if (!isPathExist(path))
+    if (type == fs::file_type::none)
+        return findings.problem(path, "cannot be looked at: every switch is off");
+    if (type == fs::file_type::not_found)
         return findings.problem(path, "missing: every switch is off");
     if (type != fs::file_type::regular)
         return findings.problem(path, "no regular file: every switch is off");
+    std::error_code error;
+    if (fs::file_size(path, error) > kMaxGlobalFileSize)
+        return findings.problem(path, "too large to be read: every switch is off");
 
     const INIReader file(path);
     if (file.ParseError() < 0)
         return findings.problem(path, "cannot be read: every switch is off");
     if (file.ParseError() > 0)
         return findings.problem(path, "malformed line: every switch is off", file.ParseError());
+    if (!file.HasSection(kSection))
+        return findings.problem(path, std::string("no section [") + kSection + "]: every switch is off");
     for (const char *key : {"enable_log", "enable_sbx", "app_store", "app_international"})
         checkSwitch(file, path, key, findings);
-    if (file.Get(kSection, "group_name", "").find('\n') != std::string::npos)
-        findings.problem(path, "group_name is set more than once", lineOf(path, "group_name"));
+    checkSingle(file, path, "group_name", findings);
 }
 
 void checkBundle(Findings &findings)
@@ -98,16 +133,19 @@ void checkBundle(Findings &findings)
     const std::string plist = MacUtils::GetMainAppPListFullPath();
     if (paths->GetMainAppRootDir().empty())
         return findings.problem(paths->GetExeDir(), "no bundle: the executable lies outside an .app folder");
-    if (typeOf(plist) != fs::file_type::regular)
-        return findings.problem(plist, "missing: name, identifier and version are empty");
+    const fs::file_type type = typeOf(plist);
+    if (type != fs::file_type::regular) {
+        const std::string state = type == fs::file_type::not_found ? "missing" : "no regular file";
+        return findings.problem(plist, state + ": name, identifier and version are empty");
+    }
 
     const std::string version = MacUtils::GetMainBundleVersionString();
     std::vector<int> fields;
     if (version.empty())
-        findings.problem(plist, "malformed, or holds no CFBundleShortVersionString: the version is empty");
+        findings.problem(plist, "unreadable, malformed, or without CFBundleShortVersionString: the version is empty");
     else if (!VersionToIntVec(version, fields))
         findings.problem(plist, "version \"" + version + "\" is not three decimal fields and reads as 0");
-    else if (MacUtils::GetAppName().empty() || MacUtils::GetOrgName().empty())
+    if (!version.empty() && (MacUtils::GetAppName().empty() || MacUtils::GetOrgName().empty()))
         findings.problem(plist, "CFBundleName or CFBundleIdentifier is missing");
 }
 
@@ -158,6 +196,28 @@ void checkLog(Findings &findings)
         findings.note(path, "the log is on because this file exists");
 }
 
+void checkBookmarks(Findings &findings)
+{
+    for (const MacBookmark::Entry &entry : MacBookmark::entries()) {
+        if (entry.state == MacBookmark::State::stale)
+            findings.problem(entry.path, "its bookmark is stale: the folder or file was replaced");
+        else if (entry.state == MacBookmark::State::unresolvable)
+            findings.problem(entry.path, "its bookmark does not resolve");
+    }
+}
+
+void checkContainer(Findings &findings)
+{
+    const std::string path = MacSandbox::getSharedPath("");
+    const fs::file_type type = typeOf(path);
+    if (type == fs::file_type::not_found && MacSandbox::isSandBox())
+        findings.problem(path, "the container of the application group is missing");
+    else if (type != fs::file_type::not_found && type != fs::file_type::directory)
+        findings.problem(path, "the container of the application group is no folder");
+    else if (type == fs::file_type::directory && !isWritable(path))
+        findings.problem(path, "the container of the application group is not writable");
+}
+
 Json finding(const std::string &file, const std::string &what, int line)
 {
     return file + (line > 0 ? ":" + std::to_string(line) : "") + ": " + what;
@@ -170,15 +230,15 @@ void Findings::problem(const std::string &file, const std::string &what, int lin
     m_problems.push_back(finding(file, what, line));
 }
 
-void Findings::note(const std::string &file, const std::string &what, int line)
+void Findings::note(const std::string &file, const std::string &what)
 {
-    m_notes.push_back(finding(file, what, line));
+    m_notes.push_back(finding(file, what, 0));
 }
 
 Json examination()
 {
     Findings findings;
-    for (const auto check : {checkBundle, checkGlobalFile, checkUserData, checkLog})
+    for (const auto check : {checkBundle, checkGlobalFile, checkUserData, checkLog, checkBookmarks, checkContainer})
         check(findings);
     return {{"problems", findings.problems()}, {"notes", findings.notes()}};
 }

@@ -12,7 +12,7 @@ class Findings
 public:
     /// `line` 0 means the file as a whole.
     void problem(const std::string &file, const std::string &what, int line = 0);
-    void note(const std::string &file, const std::string &what, int line = 0);
+    void note(const std::string &file, const std::string &what);
 
     [[nodiscard]] const Json &problems() const { return m_problems; }
     [[nodiscard]] const Json &notes() const { return m_notes; }

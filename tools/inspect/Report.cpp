@@ -35,13 +35,15 @@ std::size_t widestKey(const Json &answers)
 std::string escaped(const std::string &text)
 {
     std::string result;
-    for (const char c : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         const auto byte = static_cast<unsigned char>(c);
+        const bool beginsC1 = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
         if (c == '\n') {
             result += "\\n";
         } else if (c == '\t') {
             result += "\\t";
-        } else if (byte < 0x20 || byte == 0x7F) {
+        } else if (byte < 0x20 || byte == 0x7F || beginsC1) {
             std::array<char, 8> code{};
             static_cast<void>(std::snprintf(code.data(), code.size(), "\\x%02x", static_cast<unsigned>(byte)));
             result += code.data();

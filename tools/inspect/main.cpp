@@ -16,7 +16,7 @@ using inspect::Report;
 using inspect::Section;
 using inspect::WrongUse;
 
-enum ExitStatus { kFine = 0, kDoctorFoundSomething = 1, kWrongUse = 2 };
+enum ExitStatus { kFine = 0, kSomethingIsWrong = 1, kWrongUse = 2 };
 
 void printHelp(std::ostream &out)
 {
@@ -36,7 +36,7 @@ void printHelp(std::ostream &out)
     row("--json", "one JSON object, keyed by section and getter");
     row("--help", "this text");
     row("--version", "the inspector's version");
-    out << "\nExit status: 0 fine, 1 doctor found something, 2 wrong use.\n";
+    out << "\nExit status: 0 fine, 1 doctor found something or the answers could not be given, 2 wrong use.\n";
 }
 
 template <typename Entry> const Entry *named(const std::vector<Entry> &entries, const std::string &name)
@@ -58,7 +58,7 @@ bool addSections(const std::vector<std::string> &names, Report &report)
         if (!names.empty() && std::find(names.begin(), names.end(), section.name) == names.end())
             continue;
         const Json answers = section.answers();
-        problems = problems || (section.answers == inspect::examination && inspect::hasProblems(answers));
+        problems = problems || (section.isExamination && inspect::hasProblems(answers));
         report.add(section.name, answers);
     }
     return problems;
@@ -95,7 +95,9 @@ int run(std::vector<std::string> arguments)
         report.printJson(std::cout);
     else
         report.printText(std::cout, ::isatty(STDOUT_FILENO) == 1);
-    return problems ? kDoctorFoundSomething : kFine;
+    if (!std::cout.flush())
+        throw std::runtime_error("the answers cannot be written");
+    return problems ? kSomethingIsWrong : kFine;
 }
 
 } // namespace
@@ -108,7 +110,7 @@ int main(int argc, char *argv[])
         std::cerr << "pdforvell-inspect: " << error.what() << "; see --help\n";
         return kWrongUse;
     } catch (const std::exception &error) {
-        std::cerr << "pdforvell-inspect: " << error.what() << '\n';
-        return kDoctorFoundSomething;
+        std::cerr << "pdforvell-inspect: " << inspect::escaped(error.what()) << '\n';
+        return kSomethingIsWrong;
     }
 }

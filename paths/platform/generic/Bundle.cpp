@@ -2,7 +2,6 @@
 
 #include "paths/platform/generic/PropertyList.h"
 
-#include <cerrno>
 #include <climits>
 #include <cstring>
 #include <filesystem>

@@ -1,9 +1,9 @@
 #include "paths/platform/Menu.h"
 
 #include <QApplication>
-#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRegularExpression>
 
 namespace platform {
 
@@ -24,6 +24,12 @@ QMenuBar *mainMenu()
     return nullptr;
 }
 
+/// The title as the user reads it: "&" marks the key that opens the item.
+QString withoutMnemonic(QString title)
+{
+    return title.remove(QRegularExpression("&(?!&)"));
+}
+
 } // namespace
 
 void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)
@@ -35,7 +41,7 @@ void retitleSubmenuItems(const std::function<std::optional<QString>(const QStrin
         if (!top->menu())
             continue;
         for (QAction *item : top->menu()->actions()) {
-            if (const std::optional<QString> title = newTitle(item->text()))
+            if (const std::optional<QString> title = newTitle(withoutMnemonic(item->text())))
                 item->setText(*title);
         }
     }

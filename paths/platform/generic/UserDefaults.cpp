@@ -7,6 +7,7 @@
 #include <QFile>
 #include <fcntl.h>
 #include <filesystem>
+#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -75,6 +76,20 @@ std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &ke
             return std::vector<unsigned char>(value.decoded.cbegin(), value.decoded.cend());
     }
     return std::nullopt;
+}
+
+std::vector<std::string> userDefaultsKeys(const std::string &prefix)
+{
+    QFile file;
+    if (!openDefaults(file, O_RDONLY))
+        return {};
+    std::set<std::string> keys;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        const std::string key = QByteArray::fromPercentEncoding(line.left(line.indexOf("=\""))).toStdString();
+        if (key.compare(0, prefix.size(), prefix) == 0 && keys.count(key) == 0 && userDefaultsData(key))
+            keys.insert(key);
+    }
+    return {keys.begin(), keys.end()};
 }
 
 void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data)

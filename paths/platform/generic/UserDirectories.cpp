@@ -1,7 +1,7 @@
 #include "paths/platform/UserDirectories.h"
 
 #include <cstdlib>
-#include <filesystem>
+#include <string>
 
 namespace platform {
 
@@ -10,7 +10,10 @@ namespace {
 std::string absolutePathFromEnvironment(const char *name)
 {
     const char *value = std::getenv(name);
-    return value && value[0] == '/' ? value : "";
+    std::string path = value && value[0] == '/' ? value : "";
+    while (!path.empty() && path.back() == '/')
+        path.pop_back();
+    return path;
 }
 
 } // namespace

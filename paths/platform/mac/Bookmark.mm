@@ -9,40 +9,38 @@ namespace platform {
 
 namespace {
 
-    /// Keeps a URL, and with it its security scope.
-    class KeptUrl {
-    public:
+/// Keeps a URL, and with it its security scope.
+class KeptUrl
+{
+public:
 #if __has_feature(objc_arc)
-        explicit KeptUrl(NSURL *url)
-            : m_url(url)
-        {
-        }
+    explicit KeptUrl(NSURL *url) : m_url(url) { }
 #else
-        explicit KeptUrl(NSURL *url)
-            : m_url([url retain])
-        {
-        }
-        ~KeptUrl() { [m_url release]; }
+    explicit KeptUrl(NSURL *url) : m_url([url retain]) { }
+    ~KeptUrl()
+    {
+        [m_url release];
+    }
 #endif
-        KeptUrl(const KeptUrl &) = delete;
-        KeptUrl &operator=(const KeptUrl &) = delete;
+    KeptUrl(const KeptUrl &) = delete;
+    KeptUrl &operator=(const KeptUrl &) = delete;
 
-        bool startAccess() const
-        {
-            @autoreleasepool {
-                return [m_url startAccessingSecurityScopedResource];
-            }
+    bool startAccess() const
+    {
+        @autoreleasepool {
+            return [m_url startAccessingSecurityScopedResource];
         }
-        void stopAccess() const
-        {
-            @autoreleasepool {
-                [m_url stopAccessingSecurityScopedResource];
-            }
+    }
+    void stopAccess() const
+    {
+        @autoreleasepool {
+            [m_url stopAccessingSecurityScopedResource];
         }
+    }
 
-    private:
-        NSURL *m_url;
-    };
+private:
+    NSURL *m_url;
+};
 
 } // namespace
 
@@ -51,7 +49,7 @@ CreatedBookmark createBookmark(const std::string &path, unsigned long options)
     @autoreleasepool {
         NSString *name = mac::toNSString(path);
         if ([name length] == 0)
-            return { {}, "no path" };
+            return {{}, "no path"};
         NSError *error = nil;
         NSData *data =
             [[NSURL fileURLWithPath:name] bookmarkDataWithOptions:static_cast<NSURLBookmarkCreationOptions>(options)
@@ -59,8 +57,8 @@ CreatedBookmark createBookmark(const std::string &path, unsigned long options)
                                                     relativeToURL:nil
                                                             error:&error];
         if ([data length] == 0)
-            return { {}, mac::toUtf8([error description]) };
-        return { mac::toBytes(data), {} };
+            return {{}, mac::toUtf8([error description])};
+        return {mac::toBytes(data), {}};
     }
 }
 
@@ -75,9 +73,9 @@ ResolvedBookmark resolveBookmark(const std::vector<unsigned char> &data, unsigne
                                    bookmarkDataIsStale:&stale
                                                  error:&error];
         if (!url)
-            return { mac::toUtf8([error description]), false, {}, {} };
+            return {mac::toUtf8([error description]), false, {}, {}};
         const auto kept = std::make_shared<KeptUrl>(url);
-        return { {}, stale == YES, [kept] { return kept->startAccess(); }, [kept] { kept->stopAccess(); } };
+        return {{}, stale == YES, [kept] { return kept->startAccess(); }, [kept] { kept->stopAccess(); }};
     }
 }
 

@@ -12,12 +12,12 @@ using mac::toUtf8;
 
 namespace {
 
-    std::string textIn(NSDictionary *dictionary, const std::string &key)
-    {
-        NSString *name = toNSString(key);
-        id value = name ? [dictionary objectForKey:name] : nil;
-        return [value isKindOfClass:[NSString class]] ? toUtf8(value) : std::string();
-    }
+std::string textIn(NSDictionary *dictionary, const std::string &key)
+{
+    NSString *name = toNSString(key);
+    id value = name ? [dictionary objectForKey:name] : nil;
+    return [value isKindOfClass:[NSString class]] ? toUtf8(value) : std::string();
+}
 
 } // namespace
 

@@ -6,7 +6,9 @@ namespace platform {
 
 double secondsSinceLastInput()
 {
-    return CGEventSourceSecondsSinceLastEventType(kCGEventSourceStateHIDSystemState, kCGAnyInputEventType);
+    @autoreleasepool {
+        return CGEventSourceSecondsSinceLastEventType(kCGEventSourceStateHIDSystemState, kCGAnyInputEventType);
+    }
 }
 
 } // namespace platform

@@ -1,11 +1,18 @@
 #include "paths/platform/mac/MacUtilsOC.h"
 
 #include "paths/MacUtils.h"
+#include "paths/platform/mac/Strings.h"
 
-bool IsProcessRunningOC(NSString *bundleId) { return bundleId && IsProcessRunningOC(QString::fromNSString(bundleId)); }
+bool IsProcessRunningOC(NSString *bundleId)
+{
+    @autoreleasepool {
+        return bundleId && MacUtils::IsProcessRunning(platform::mac::toUtf8(bundleId));
+    }
+}
 
 NSString *getAppDirByMacOSSymLinkPath(NSString *path)
 {
-    const QString folder = path ? getAppDirByMacOSSymLinkPath(QString::fromNSString(path)) : QString();
-    return folder.isNull() ? nil : folder.toNSString();
+    const QString folder =
+        path ? getAppDirByMacOSSymLinkPath(QString::fromStdString(platform::mac::toUtf8(path))) : QString();
+    return folder.isNull() ? nil : platform::mac::toNSString(folder.toStdString());
 }

@@ -12,8 +12,9 @@ void retitleSubmenuItems(const std::function<std::optional<QString>(const QStrin
         for (NSMenuItem *top in [[NSApp mainMenu] itemArray]) {
             for (NSMenuItem *item in [[top submenu] itemArray]) {
                 const std::optional<QString> title = newTitle(QString::fromStdString(mac::toUtf8([item title])));
-                if (title)
-                    [item setTitle:mac::toNSString(title->toStdString())];
+                NSString *text = title ? mac::toNSString(title->toStdString()) : nil;
+                if (text)
+                    [item setTitle:text];
             }
         }
     }

@@ -7,12 +7,12 @@ namespace platform {
 
 std::optional<ReachabilityFlags> zeroAddressReachability()
 {
-    sockaddr_in zero {};
+    sockaddr_in zero{};
     zero.sin_len = sizeof zero;
     zero.sin_family = AF_INET;
 
-    SCNetworkReachabilityRef target
-        = SCNetworkReachabilityCreateWithAddress(kCFAllocatorDefault, reinterpret_cast<const sockaddr *>(&zero));
+    SCNetworkReachabilityRef target =
+        SCNetworkReachabilityCreateWithAddress(kCFAllocatorDefault, reinterpret_cast<const sockaddr *>(&zero));
     if (!target)
         return std::nullopt;
     SCNetworkReachabilityFlags flags = 0;

@@ -9,9 +9,9 @@ std::pair<double, double> mainScreenSize()
     @autoreleasepool {
         NSScreen *screen = [NSScreen mainScreen];
         if (!screen)
-            return { 0.0, 0.0 };
+            return {0.0, 0.0};
         const NSSize size = [screen frame].size;
-        return { size.width, size.height };
+        return {size.width, size.height};
     }
 }
 

@@ -14,6 +14,9 @@ inline std::string toUtf8(NSString *text)
 }
 
 /// Nil when the bytes are not UTF-8.
-inline NSString *toNSString(const std::string &text) { return [NSString stringWithUTF8String:text.c_str()]; }
+inline NSString *toNSString(const std::string &text)
+{
+    return [NSString stringWithUTF8String:text.c_str()];
+}
 
 } // namespace platform::mac

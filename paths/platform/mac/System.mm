@@ -2,6 +2,9 @@
 
 namespace platform {
 
-const char *sharedMemorySizeCommand() { return "sysctl -n kern.sysv.shmmax"; }
+const char *sharedMemorySizeCommand()
+{
+    return "sysctl -n kern.sysv.shmmax";
+}
 
 } // namespace platform

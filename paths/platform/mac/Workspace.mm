@@ -8,51 +8,51 @@ namespace platform {
 
 namespace {
 
-    using Completion = void (^)(NSRunningApplication *, NSError *);
+using Completion = void (^)(NSRunningApplication *, NSError *);
 
-    NSWorkspaceOpenConfiguration *toNative(const LaunchRequest &request)
-    {
-        NSMutableArray *arguments = [NSMutableArray array];
-        for (const std::string &argument : request.arguments) {
-            if (NSString *text = mac::toNSString(argument))
-                [arguments addObject:text];
+NSWorkspaceOpenConfiguration *toNative(const LaunchRequest &request)
+{
+    NSMutableArray *arguments = [NSMutableArray array];
+    for (const std::string &argument : request.arguments) {
+        if (NSString *text = mac::toNSString(argument))
+            [arguments addObject:text];
+    }
+    NSWorkspaceOpenConfiguration *native = [NSWorkspaceOpenConfiguration configuration];
+    [native setHides:request.hides];
+    [native setActivates:request.activates];
+    [native setCreatesNewApplicationInstance:request.createsNewInstance];
+    [native setArguments:arguments];
+    return native;
+}
+
+Completion reportingTo(LaunchHandler handler)
+{
+    Completion report = ^(NSRunningApplication *application, NSError *error) {
+        @autoreleasepool {
+            if (error)
+                handler({false, mac::toUtf8([error description]), 0});
+            else
+                handler({true, mac::toUtf8([application description]), [application processIdentifier]});
         }
-        NSWorkspaceOpenConfiguration *native = [NSWorkspaceOpenConfiguration configuration];
-        [native setHides:request.hides];
-        [native setActivates:request.activates];
-        [native setCreatesNewApplicationInstance:request.createsNewInstance];
-        [native setArguments:arguments];
-        return native;
-    }
-
-    Completion reportingTo(LaunchHandler handler)
-    {
-        Completion report = ^(NSRunningApplication *application, NSError *error) {
-            @autoreleasepool {
-                if (error)
-                    handler({ false, mac::toUtf8([error description]), 0 });
-                else
-                    handler({ true, mac::toUtf8([application description]), [application processIdentifier] });
-            }
-        };
+    };
 #if __has_feature(objc_arc)
-        return report;
+    return report;
 #else
-        return [[report copy] autorelease];
+    return [[report copy] autorelease];
 #endif
-    }
+}
 
-    NSURL *addressOf(const std::string &url)
-    {
-        NSString *text = mac::toNSString(url);
-        return [text length] > 0 ? [NSURL URLWithString:text] : nil;
-    }
+NSURL *addressOf(const std::string &url)
+{
+    NSString *text = mac::toNSString(url);
+    return [text length] > 0 ? [NSURL URLWithString:text] : nil;
+}
 
-    NSURL *fileAddressOf(const std::string &path)
-    {
-        NSString *text = mac::toNSString(path);
-        return [text length] > 0 ? [NSURL fileURLWithPath:text] : nil;
-    }
+NSURL *fileAddressOf(const std::string &path)
+{
+    NSString *text = mac::toNSString(path);
+    return [text length] > 0 ? [NSURL fileURLWithPath:text] : nil;
+}
 
 } // namespace
 

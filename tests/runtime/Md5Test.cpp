@@ -1,0 +1,129 @@
+#include "runtime/Md5.h"
+
+#include "runtime/OndEasyMd5.h"
+#include "tests/support/TestFiles.h"
+
+// For the low-level functions, whose state can be set.
+#define OPENSSL_SUPPRESS_DEPRECATED
+#include <openssl/md5.h>
+
+#include <gtest/gtest.h>
+#include <numeric>
+#include <random>
+#include <sys/stat.h>
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+std::string text(const OndEasyMd5 &md5)
+{
+    return md5.ToString().toStdString();
+}
+
+std::string textOfFile(const std::string &path)
+{
+    return text(OndEasyMd5(QString::fromStdString(path).toStdWString().c_str()));
+}
+
+std::string finished(Md5 &md5)
+{
+    unsigned char digest[16];
+    md5.md5_finish(digest);
+    return text(OndEasyMd5(digest));
+}
+
+} // namespace
+
+TEST(Md5, TestSuiteOfTheRfc)
+{
+    const std::pair<std::string, const char *> rows[] = {
+        {"", "d41d8cd98f00b204e9800998ecf8427e"},
+        {"a", "0cc175b9c0f1b6a831c399e269772661"},
+        {"abc", "900150983cd24fb0d6963f7d28e17f72"},
+        {"message digest", "f96b697d7cb7938d525a2f31aaf161d0"},
+        {"abcdefghijklmnopqrstuvwxyz", "c3fcd3d76192e4007dfb496cca67e13b"},
+        {"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789", "d174ab98d277d9f5a5611c2c9f419d9f"},
+        {"12345678901234567890123456789012345678901234567890123456789012345678901234567890",
+         "57edf4a22be3c955ac49da2e2107b67a"},
+    };
+    for (const auto &[input, expected] : rows) {
+        const auto *data = reinterpret_cast<const unsigned char *>(input.data());
+        const OndEasyMd5 md5(data, static_cast<int>(input.size()));
+        EXPECT_EQ(md5.ToString().remove('x').toStdString(), expected) << input;
+    }
+}
+
+TEST(Md5, EveryLengthInPiecesAsBytesAndAsAFile)
+{
+    std::mt19937 random;
+    Bytes bytes(67'000);
+    for (unsigned char &byte : bytes)
+        byte = static_cast<unsigned char>(random());
+    const test::TempDir dir;
+    const std::string path = dir / "Größe-文件-\U0001F4C4.pdf";
+    test::writeFile(path, std::string(bytes.begin(), bytes.end()));
+
+    std::vector<std::size_t> lengths(2201);
+    std::iota(lengths.begin(), lengths.end(), 0);
+    lengths.insert(lengths.end(), {65'472, 65'535, 65'536, 65'537, 65'601, 66'559, 66'560, 66'561, 67'000});
+    for (; !lengths.empty(); lengths.pop_back()) {
+        const std::size_t length = lengths.back();
+        const std::string expected = text(OndEasyMd5(::MD5(bytes.data(), length, nullptr)));
+        Md5 pieces;
+        for (std::size_t at = 0, size = 0; at < length; at += size) {
+            size = std::min<std::size_t>(random() % 200, length - at);
+            pieces.md5_update(bytes.data() + at, size);
+        }
+        ASSERT_EQ(finished(pieces), expected) << length;
+        ASSERT_EQ(text(OndEasyMd5(bytes.data(), static_cast<int>(length))), expected) << length;
+        std::filesystem::resize_file(path, length);
+        ASSERT_EQ(textOfFile(path), expected) << length;
+    }
+}
+
+TEST(Md5, CountsBitsPastFourGigabytes)
+{
+    // As though 8 GiB had gone before, but for one block.
+    struct Resumed : Md5
+    {
+        Resumed()
+        {
+            m_count[0] = 0xffffffc0;
+            m_count[1] = 1;
+        }
+    } md5;
+    MD5_CTX peer;
+    ::MD5_Init(&peer);
+    peer.Nl = 0xfffffe00;
+    peer.Nh = 15;
+
+    Bytes bytes(200, 'a');
+    md5.md5_update(bytes.data(), bytes.size());
+    ::MD5_Update(&peer, bytes.data(), bytes.size());
+    unsigned char expected[16];
+    ::MD5_Final(expected, &peer);
+    EXPECT_EQ(finished(md5), text(OndEasyMd5(expected)));
+}
+
+TEST(OndEasyMd5, WhatCannotBeReadHasNoDigest)
+{
+    const test::TempDir dir;
+    ASSERT_EQ(::mkfifo((dir / "fifo").c_str(), 0600), 0);
+    const std::string empty = "d4x1dx8cxd9x8fx00xb2x04xe9x80x09x98xecxf8x42x7ex";
+    const std::tuple<const char *, std::string, std::string> rows[] = {
+        {"missing file", textOfFile(dir / "none"), ""},
+        {"null path", text(OndEasyMd5(static_cast<const wchar_t *>(nullptr))), ""},
+        {"path too long", textOfFile(dir / std::string(5000, 'x')), ""},
+        {"FIFO that nobody writes", textOfFile(dir / "fifo"), ""},
+        {"device without an end", textOfFile("/dev/zero"), ""},
+        {"negative length", text(OndEasyMd5(Bytes(1).data(), -1)), ""},
+        {"bytes without an address", text(OndEasyMd5(nullptr, 1)), ""},
+        {"digest of zeros", text(OndEasyMd5(Bytes(16).data())), ""},
+        {"no bytes", text(OndEasyMd5(nullptr, 0)), empty},
+        {"folder, which opens and yields nothing", textOfFile(dir / ""), empty},
+    };
+    for (const auto &[name, actual, expected] : rows)
+        EXPECT_EQ(actual, expected) << name;
+    EXPECT_EQ(OndEasyMd5(Bytes(16).data()).GetBinary16(), nullptr);
+}
