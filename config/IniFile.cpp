@@ -147,13 +147,17 @@ bool isWritable(const QString &path)
     return !path.isEmpty() && isFileOrNothing(typeOf(path)) && isFileOrNothing(lock);
 }
 
-QString text(const QSettings &settings, const QString &section, const QString &key, const QString &defaultValue)
+QString text(const QSettings &settings, const QString &key, const QString &defaultValue)
 {
-    const QVariant value = settings.value(section + QLatin1Char('/') + key, defaultValue);
+    const QVariant value = settings.value(key); // a default costs time, in and out of the variant
+    if (!value.isValid())
+        return defaultValue;
     if (value.type() != QVariant::StringList)
         return value.toString();
     const QByteArray bytes = bytesOf(settings.fileName()).value_or(QByteArray());
-    const Range raw = find(bytes, section.toUtf8(), key.toUtf8()).value;
+    const QByteArray name = key.toUtf8();
+    const int slash = name.indexOf('/');
+    const Range raw = find(bytes, name.left(slash), name.mid(slash + 1)).value;
     return rejoined(value.toStringList(), raw.begin < 0 ? QByteArray() : in(bytes, raw));
 }
 

@@ -16,10 +16,9 @@ namespace ini {
 /// file that QSettings puts beside it.
 [[nodiscard]] bool isWritable(const QString &path);
 
-/// The text of a key. What QSettings reads as a list, since it has commas and no quotes, comes back as the one text
-/// that stands in the file. That reads the file once more; all other texts are QSettings' own.
-[[nodiscard]] QString text(const QSettings &settings, const QString &section, const QString &key,
-                           const QString &defaultValue);
+/// The text of a key, "section/name". What QSettings reads as a list, since it has commas and no quotes, comes back as
+/// the one text that stands in the file. That reads the file once more; all other texts are QSettings' own.
+[[nodiscard]] QString text(const QSettings &settings, const QString &key, const QString &defaultValue);
 
 /// Opens the file, lets `set` set values, and writes them, without losing what another process or thread wrote at the
 /// same moment (WriteTurn). Creates a missing file and its folders. Nothing happens when the file cannot be written.
@@ -28,7 +27,7 @@ void change(const QString &path, const std::function<void(QSettings &)> &set);
 
 /// Sets one value in the file and leaves every other byte of it as it stands: comments, order, and texts that QSettings
 /// would write back in another form; only a last line without an end gets one. Atomic, in a WriteTurn.
-/// Creates a missing file, but not its folder. Whether it was written; false, and nothing is changed, when the file is
+/// Creates a missing file and its folders. Whether it was written; false, and nothing is changed, when the file is
 /// no regular one, larger than 16 MiB, or cannot be read or written.
 bool setValue(const QString &path, const QByteArray &section, const QByteArray &key, const QByteArray &value);
 

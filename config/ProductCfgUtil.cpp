@@ -13,36 +13,72 @@ template class SingleTon<ProductCfgUtil>;
 
 namespace {
 
-QString textOf(masked::View text)
+QString text(masked::View masked)
 {
-    return QString::fromStdString(text.str());
+    return QString::fromStdString(masked.str());
 }
 
-/// What stands where the file has no text. Made on first use: loading the library reads no file.
-struct DefaultTexts
+QString text(const std::wstring &wide)
 {
-    const QString DEF_PRODUCT_NAME = QString::fromStdWString(MacGlobalConfig::GetProductNameW(true));
-    const QString DEF_ASSOCIATE_PREFIX = QString::fromStdWString(MacGlobalConfig::GetProductNamePrefixW());
-    const QString DEF_OFFICAL_URL = QString::fromStdWString(MacGlobalUrl::GetOfficeWebsiteUrl());
-    const QString DEF_LICENCE_URL = QString::fromStdWString(MacGlobalUrl::GetDefLicenceUrl());
-    const QString DEF_PRIVACY_URL = QString::fromStdWString(MacGlobalUrl::GetDefPrivacyUrl());
-    const QString DEF_COPYRIGHT = QString::fromStdWString(MacGlobalUrl::GetDefCopyright());
-    const QString associateExe = textOf(product::kAssociateExe);
-    const QString associateBackup = textOf(product::kAssociateBackup);
-    const QString serviceName = textOf(product::kServiceName);
-    const QString regName = textOf(product::kRegName);
-    const QString readerExe = textOf(product::kReaderExe);
-    const QString cacheDir = textOf(product::kCacheDir);
-    const QString reportId = textOf(product::kReportId);
-    const QString reportPrefix = textOf(product::kReportPrefix);
-    const QString guidIndependent = textOf(product::kGuidIndependent);
-    const QString guid = textOf(product::kGuid);
+    return QString::fromStdWString(wide);
+}
+
+/// A key of the component configuration.
+template <typename Value> struct Entry
+{
+    Entry(const QString &section, const QString &key, const Value &byDefault)
+        : section(section), key(key), path(section + QLatin1Char('/') + key), byDefault(byDefault)
+    {
+    }
+
+    QString section;
+    QString key;
+    QString path; // of both, as QSettings takes it
+    Value byDefault;
 };
 
-const DefaultTexts &def()
+using Text = Entry<QString>;
+using Number = Entry<int>;
+
+/// The keys that have a getter. Made on first use: loading the library reads no file.
+struct Entries
 {
-    static const DefaultTexts texts;
-    return texts;
+    const QString DEF_PRODUCT_NAME = text(MacGlobalConfig::GetProductNameW(true));
+    const QString DEF_ASSOCIATE_PREFIX = text(MacGlobalConfig::GetProductNamePrefixW());
+    const QString DEF_OFFICAL_URL = text(MacGlobalUrl::GetOfficeWebsiteUrl());
+    const QString DEF_LICENCE_URL = text(MacGlobalUrl::GetDefLicenceUrl());
+    const QString DEF_PRIVACY_URL = text(MacGlobalUrl::GetDefPrivacyUrl());
+    const QString DEF_COPYRIGHT = text(MacGlobalUrl::GetDefCopyright());
+
+    // clang-format off
+    const Text productName{"product", "product_name", DEF_PRODUCT_NAME};
+    const Text topLeftTitle{"title", "top_left_title", DEF_PRODUCT_NAME};
+    const Text windowTitle{"title", "window_title", DEF_PRODUCT_NAME};
+    const Text associateExe{"associate", "executor", text(product::kAssociateExe)};
+    const Text associateDesc{"associate", "description", DEF_PRODUCT_NAME};
+    const Text associateBackDesc{"associate", "backup", text(product::kAssociateBackup)};
+    const Text associateAvoid{"associate", "avoid", QString()};
+    const Text associateDlgPrefix{"associate_dialog", "product_name", DEF_ASSOCIATE_PREFIX};
+    const Text officalUrl{"about", "offical_url", DEF_OFFICAL_URL};
+    const Text licenceUrl{"about", "licence_url", DEF_LICENCE_URL};
+    const Text privacy{"about", "privacy_url", DEF_PRIVACY_URL};
+    const Text copyRight{"about", "copyright", DEF_COPYRIGHT};
+    const Number isTolvaProduct{"product", "is_tv_product", 0};
+    const Number helpEnable{"product", "is_help_enable", 1};
+    const Number vipId{"product", "vip_id", 13};
+    const Text serviceName{"product", "service_name", text(product::kServiceName)};
+    const Text installRegName{"product", "reg_name", text(product::kRegName)};
+    const Text readerExeName{"file", "reader_name", text(product::kReaderExe)};
+    const Text cacheDirName{"file", "cache_dir", text(product::kCacheDir)};
+    const Text internationReportId{"internation", "report_id", text(product::kReportId)};
+    const Text internationReportPrefix{"internation", "report_prefix", text(product::kReportPrefix)};
+    // clang-format on
+};
+
+const Entries &entries()
+{
+    static const Entries all;
+    return all;
 }
 
 QString resource(const char *name)
@@ -50,9 +86,14 @@ QString resource(const char *name)
     return QString::fromStdString(MacConfigPath::GetInstance()->GetAppConfigPath(name));
 }
 
-QString latin(const char *text)
+QString value(const QSettings &settings, const ProductCfgParser &parser, const Text &entry)
 {
-    return QString::fromLatin1(text);
+    return parser.GetStringValue(entry.section, entry.key, ini::text(settings, entry.path, entry.byDefault));
+}
+
+int value(const QSettings &settings, const ProductCfgParser &parser, const Number &entry)
+{
+    return parser.GetIntValue(entry.section, entry.key, settings.value(entry.path, entry.byDefault).toInt());
 }
 
 } // namespace
@@ -84,72 +125,71 @@ void ProductCfgUtil::initSpecialEditionCfg()
 
 QString ProductCfgUtil::getStringValue(const QString &section, const QString &key, const QString &defaultValue) const
 {
-    return m_parser.GetStringValue(section, key, ini::text(m_settings, section, key, defaultValue));
+    return value(m_settings, m_parser, Text(section, key, defaultValue));
 }
 
 int ProductCfgUtil::getIntValue(const QString &section, const QString &key, int defaultValue) const
 {
-    const int value = m_settings.value(section + QLatin1Char('/') + key, defaultValue).toInt();
-    return m_parser.GetIntValue(section, key, value);
+    return value(m_settings, m_parser, Number(section, key, defaultValue));
 }
 
-QString ProductCfgUtil::text(const char *section, const char *key, const QString &defaultValue) const
-{
-    return getStringValue(latin(section), latin(key), defaultValue);
-}
-
-int ProductCfgUtil::number(const char *section, const char *key, int defaultValue) const
-{
-    return getIntValue(latin(section), latin(key), defaultValue);
-}
-
-int ProductCfgUtil::getProductEdition() const
-{
-    return m_edition;
-}
-
-// One line per getter, so that the keys can be read as a table.
+// One line per getter, so that they can be read beside the table.
 // clang-format off
-QString ProductCfgUtil::getProductName() const { return text("product", "product_name", def().DEF_PRODUCT_NAME); }
-QString ProductCfgUtil::getTopLeftTitle() const { return text("title", "top_left_title", def().DEF_PRODUCT_NAME); }
-QString ProductCfgUtil::getWindowTitle() const { return text("title", "window_title", def().DEF_PRODUCT_NAME); }
-QString ProductCfgUtil::getAssociateExe() const { return text("associate", "executor", def().associateExe); }
-QString ProductCfgUtil::getAssociateDesc() const { return text("associate", "description", def().DEF_PRODUCT_NAME); }
-QString ProductCfgUtil::getAssociateBackDesc() const { return text("associate", "backup", def().associateBackup); }
-QString ProductCfgUtil::getAssociateDlgPrefix() const { return text("associate_dialog", "product_name", def().DEF_ASSOCIATE_PREFIX); }
-QString ProductCfgUtil::getOfficalUrl() const { return text("about", "offical_url", def().DEF_OFFICAL_URL); }
-QString ProductCfgUtil::getLicenceUrl() const { return text("about", "licence_url", def().DEF_LICENCE_URL); }
-QString ProductCfgUtil::getPrivacy() const { return text("about", "privacy_url", def().DEF_PRIVACY_URL); }
-QString ProductCfgUtil::getCopyRight() const { return text("about", "copyright", def().DEF_COPYRIGHT); }
-bool ProductCfgUtil::isTolvaProduct() const { return number("product", "is_tv_product", 0) != 0; }
-bool ProductCfgUtil::getHelpEnable() const { return number("product", "is_help_enable", 1) != 0; }
-int ProductCfgUtil::getVipId() const { return number("product", "vip_id", 13); }
-QString ProductCfgUtil::getServiceName() const { return text("product", "service_name", def().serviceName); }
-QString ProductCfgUtil::getProductGUID() const { return text("product", "guid", getDefProductGUID()); }
-QString ProductCfgUtil::getInstallRegName() const { return text("product", "reg_name", def().regName); }
-QString ProductCfgUtil::getUninstallRegName() const { return text("product", "uninstall_key", getInstallRegName()); }
-QString ProductCfgUtil::getReaderExeName() const { return text("file", "reader_name", def().readerExe); }
-QString ProductCfgUtil::getCacheDirName() const { return text("file", "cache_dir", def().cacheDir); }
-QString ProductCfgUtil::getInternationReportId() const { return text("internation", "report_id", def().reportId); }
-QString ProductCfgUtil::getInternationReportPrefix() const { return text("internation", "report_prefix", def().reportPrefix); }
+int ProductCfgUtil::getProductEdition() const { return m_edition; }
+
+QString ProductCfgUtil::getProductName() const { return value(m_settings, m_parser, entries().productName); }
+QString ProductCfgUtil::getTopLeftTitle() const { return value(m_settings, m_parser, entries().topLeftTitle); }
+QString ProductCfgUtil::getWindowTitle() const { return value(m_settings, m_parser, entries().windowTitle); }
+
+QString ProductCfgUtil::getAssociateExe() const { return value(m_settings, m_parser, entries().associateExe); }
+QString ProductCfgUtil::getAssociateDesc() const { return value(m_settings, m_parser, entries().associateDesc); }
+QString ProductCfgUtil::getAssociateBackDesc() const { return value(m_settings, m_parser, entries().associateBackDesc); }
+QString ProductCfgUtil::getAssociateDlgPrefix() const { return value(m_settings, m_parser, entries().associateDlgPrefix); }
+
+QString ProductCfgUtil::getOfficalUrl() const { return value(m_settings, m_parser, entries().officalUrl); }
+QString ProductCfgUtil::getLicenceUrl() const { return value(m_settings, m_parser, entries().licenceUrl); }
+QString ProductCfgUtil::getPrivacy() const { return value(m_settings, m_parser, entries().privacy); }
+QString ProductCfgUtil::getCopyRight() const { return value(m_settings, m_parser, entries().copyRight); }
+
+bool ProductCfgUtil::isTolvaProduct() const { return value(m_settings, m_parser, entries().isTolvaProduct) != 0; }
+bool ProductCfgUtil::getHelpEnable() const { return value(m_settings, m_parser, entries().helpEnable) != 0; }
+int ProductCfgUtil::getVipId() const { return value(m_settings, m_parser, entries().vipId); }
+
+QString ProductCfgUtil::getServiceName() const { return value(m_settings, m_parser, entries().serviceName); }
+QString ProductCfgUtil::getInstallRegName() const { return value(m_settings, m_parser, entries().installRegName); }
+QString ProductCfgUtil::getReaderExeName() const { return value(m_settings, m_parser, entries().readerExeName); }
+QString ProductCfgUtil::getCacheDirName() const { return value(m_settings, m_parser, entries().cacheDirName); }
+QString ProductCfgUtil::getInternationReportId() const { return value(m_settings, m_parser, entries().internationReportId); }
+QString ProductCfgUtil::getInternationReportPrefix() const { return value(m_settings, m_parser, entries().internationReportPrefix); }
 // clang-format on
 
 QStringList ProductCfgUtil::getAssociateAvoid() const
 {
-    return text("associate", "avoid", QString()).split(QLatin1Char('|'), Qt::SkipEmptyParts, Qt::CaseSensitive);
+    const QString programs = value(m_settings, m_parser, entries().associateAvoid);
+    return programs.split(QLatin1Char('|'), Qt::SkipEmptyParts, Qt::CaseSensitive);
 }
 
 QString ProductCfgUtil::getProductHost() const
 {
     bool isForced = false;
     const QString host = QString::fromStdString(MacGlobalUrl::GetDefSvrHost(&isForced));
-    return isForced ? host : text("product", "host", host);
+    return isForced ? host : getStringValue("product", "host", host);
+}
+
+QString ProductCfgUtil::getProductGUID() const
+{
+    return getStringValue("product", "guid", getDefProductGUID());
 }
 
 QString ProductCfgUtil::getDefProductGUID() const
 {
     const bool hasItsOwn = m_edition == PDFEdition::Independent && !isTolvaProduct();
-    return hasItsOwn ? def().guidIndependent : def().guid;
+    return text(hasItsOwn ? product::kGuidIndependent.view() : product::kGuid);
+}
+
+QString ProductCfgUtil::getUninstallRegName() const
+{
+    return getStringValue("product", "uninstall_key", getInstallRegName());
 }
 
 void ProductCfgUtil::checkAssertEdition(PDFEdition::EDITION edition) const

@@ -80,9 +80,6 @@ private:
     void initEdition();
     void initSpecialEditionCfg();
 
-    QString text(const char *section, const char *key, const QString &defaultValue) const;
-    int number(const char *section, const char *key, int defaultValue) const;
-
     QSettings m_settings;
     ProductCfgParser m_parser;
     int m_edition = PDFEdition::Independent;

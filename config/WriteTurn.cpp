@@ -18,7 +18,9 @@ constexpr auto kStep = 1ms; // what QSettings tells apart
 
 int openFolderOf(const std::string &path)
 {
+    std::error_code ignored;
     const fs::path folder = fs::path(path).parent_path();
+    fs::create_directories(folder, ignored);
     return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 

@@ -13,7 +13,8 @@
 /// writers of this library, of all processes, take turns at the files of a folder, and no version of a file gets the
 /// time of the one before.
 ///
-/// The turn comes after five seconds at the latest: a process that is stopped in its turn must not stop all others.
+/// The folder is created when it is missing, as QSettings would do. The turn comes after five seconds at the latest: a
+/// process that is stopped in its turn must not stop all others.
 class WriteTurn
 {
 public:

@@ -23,7 +23,7 @@ QString textIn(const std::string &content)
     test::writeFile(dir / "ü.ini", content);
     QSettings settings(ini::readable(q(dir / "ü.ini")), QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
-    return ini::text(settings, "s", "k", "d");
+    return ini::text(settings, "s/k", "d");
 }
 
 /// Counts a key of its own up, and exits with how often the store had lost the count. The file keeps its size.
@@ -135,7 +135,7 @@ TEST(IniFile, WhatIsNoRegularFileIsLeftAlone)
         ini::change(path, [](QSettings &) { FAIL(); });
         EXPECT_EQ(QSettings(ini::readable(path), QSettings::IniFormat).value("s/k", 7), 7) << qPrintable(path);
     }
-    EXPECT_FALSE(ini::setValue(q(dir / "no/folder.ini"), "s", "k", "9"));
+    EXPECT_FALSE(ini::setValue(q(dir / "fifo/store.ini"), "s", "k", "9")) << "no folder";
     EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), {}), 1) << "only the FIFO";
     fs::create_directory(dir / "store.ini.lock");
     EXPECT_FALSE(ini::isWritable(q(dir / "store.ini"))) << "QSettings would wait for the lock for good";
