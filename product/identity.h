@@ -43,6 +43,18 @@ inline constexpr auto kWelcomeFileTolva = masked::text("Welcome_tolva.pdf");
 inline constexpr auto kTranslateTool = masked::text("vanttranslate.exe");
 inline constexpr auto kScreenshotTool = masked::text("vantscreenshot.exe");
 
+inline constexpr auto kEditionNamePrefix = masked::text("vantpdf");
+inline constexpr auto kConstCfgName = masked::text("pdfconstcfg.dat");
+
+/// Other PDF and office products, by the bundle identifier that they are installed under.
+inline constexpr auto kHarboApp = masked::text("com.harbo.reader");
+inline constexpr auto kLumoApp = masked::text("com.lumo.reader");
+inline constexpr auto kLumopdfApp = masked::text("com.lumopdf.reader");
+inline constexpr auto kXunjieApp = masked::text("com.xunjie.reader");
+inline constexpr auto kFoxitApp = masked::text("com.foxit.reader");
+inline constexpr auto kXunduApp = masked::text("com.xundu.reader");
+inline constexpr auto kCloudPdfApp = masked::text("com.cloudpdf.reader");
+
 /// Development keys; a product build supplies its own, of at most 47 characters.
 inline constexpr auto kSignKeyDomestic = masked::text("dev0d7c1f4a92b3e8650c7d9e1f3a5b4");
 inline constexpr auto kSignKeyInternational = masked::text("dev1b85e2c6f0a9d4731e8f2b6c0d5a7");

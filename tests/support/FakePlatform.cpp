@@ -1,5 +1,6 @@
 #include "tests/support/FakePlatform.h"
 
+#include "paths/platform/Applications.h"
 #include "paths/platform/Bookmark.h"
 #include "paths/platform/Bundle.h"
 #include "paths/platform/FileManager.h"
@@ -56,6 +57,12 @@ std::string valueOf(const std::string &dictionary, const std::string &key)
 }
 
 } // namespace
+
+bool isApplicationInstalled(const std::string &bundleId)
+{
+    const std::vector<std::string> &installed = fakePlatform().installedApplications;
+    return std::find(installed.begin(), installed.end(), bundleId) != installed.end();
+}
 
 ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
 {

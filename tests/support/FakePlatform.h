@@ -29,6 +29,8 @@ struct FakePlatform
     std::string homeDirectoryOfUser;
     std::map<std::string, std::string> groupContainers;
 
+    std::vector<std::string> installedApplications;
+
     std::vector<std::string> runningApplications;
     std::vector<std::string> openedUrls;
     bool opensUrls = true;
