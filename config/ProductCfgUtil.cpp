@@ -1,5 +1,6 @@
 #include "config/ProductCfgUtil.h"
 
+#include "account/CPDFVipSdkAdapter.h"
 #include "config/IniFile.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
@@ -63,6 +64,8 @@ struct Entries
     const Text licenceUrl{"about", "licence_url", DEF_LICENCE_URL};
     const Text privacy{"about", "privacy_url", DEF_PRIVACY_URL};
     const Text copyRight{"about", "copyright", DEF_COPYRIGHT};
+    const Number ocrAppId{"product", "ocr_app_id", 23};
+    const Number ocrAppIdTolva{"product", "ocr_app_id_tolva", 13};
     const Number isTolvaProduct{"product", "is_tv_product", 0};
     const Number helpEnable{"product", "is_help_enable", 1};
     const Number vipId{"product", "vip_id", 13};
@@ -167,6 +170,12 @@ QStringList ProductCfgUtil::getAssociateAvoid() const
 {
     const QString programs = value(m_settings, m_parser, entries().associateAvoid);
     return programs.split(QLatin1Char('|'), Qt::SkipEmptyParts, Qt::CaseSensitive);
+}
+
+int ProductCfgUtil::getServiceAppId() const
+{
+    const bool isTolvaAccount = CPDFVipSdkAdapter::getCurrentVipSdkId() == vip_sdk::PRODUCT_ID_TOLVA;
+    return value(m_settings, m_parser, isTolvaAccount ? entries().ocrAppIdTolva : entries().ocrAppId);
 }
 
 QString ProductCfgUtil::getProductHost() const

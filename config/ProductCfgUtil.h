@@ -44,6 +44,9 @@ public:
     QString getPrivacy() const;
     QString getCopyRight() const;
 
+    /// Application id for the text recognition service; one of its own for the tolva account
+    /// (CPDFVipSdkAdapter::getCurrentVipSdkId()).
+    int getServiceAppId() const;
     bool isTolvaProduct() const;
     bool getHelpEnable() const;
     /// Product id for the membership service.
