@@ -1,7 +1,17 @@
 #include "config/ProductInfoForCooperation.h"
 
+#include "config/InstallationId.h"
 #include "config/ServerFile.h"
+#include "paths/PathUtils.h"
 #include "vipsdk/include/OndIniWrapper.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QStorageInfo>
+#include <QSysInfo>
+#include <QUuid>
+#include <cstdlib>
+#include <ctime>
 
 namespace {
 
@@ -61,4 +71,14 @@ bool ProductInfoForCooperation::GenerateUUID(void *, const QString &) const
     // Read and ignored: generation on demand is off on this platform.
     static_cast<void>(IsGenerateUUIdSwitchEnable(1));
     return false;
+}
+
+QString ProductInfoForCooperation::AssmbleUUID()
+{
+    using namespace installation_id;
+
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+    const QString volume = QDir::toNativeSeparators(QDir::cleanPath(PathUtils::getApplicationDir() + "../"));
+    return digest(randomPiece(std::rand()) + uuidPiece(QUuid::createUuid()) + timePiece(QDateTime::currentDateTime())
+                  + hostPiece(QSysInfo::machineHostName()) + diskPiece(QStorageInfo(volume).bytesAvailable()));
 }

@@ -50,6 +50,10 @@ public:
     /// False: ids are not generated on demand here, whatever "switch_generate_uuid" says.
     bool GenerateUUID(void *rootKey, const QString &name) const;
 
+    /// A new installation id, 32 lower-case hexadecimal digits: the MD5 of a text of random, time and machine data.
+    /// Seeds std::rand(). Asks for the free space of the volume that holds the application.
+    static QString AssmbleUUID();
+
 private:
     int number(const wchar_t *key, int defaultValue) const;
     QString text(const wchar_t *key, const QString &defaultValue) const;
