@@ -6,10 +6,9 @@
 #include <QLockFile>
 #include <QSaveFile>
 #include <QStringList>
-#include <filesystem>
+#include <cerrno>
 #include <optional>
-
-namespace fs = std::filesystem;
+#include <sys/stat.h>
 
 namespace ini {
 
@@ -18,15 +17,17 @@ namespace {
 constexpr qint64 kMaxSize = 16 << 20;
 constexpr int kLockTimeout = 5000; // milliseconds
 
-fs::file_type typeOf(const QString &path)
-{
-    std::error_code error;
-    return fs::status(path.toStdString(), error).type();
-}
+/// What lies at a path. Not asked through std::filesystem, which takes the path apart first.
+enum class Kind { file, nothing, other };
 
-bool isFileOrNothing(fs::file_type type)
+Kind kindOf(const QString &path, int (*ask)(const char *, struct stat *))
 {
-    return type == fs::file_type::regular || type == fs::file_type::not_found;
+    struct stat status
+    {
+    };
+    if (ask(QFile::encodeName(path).constData(), &status) == 0)
+        return S_ISREG(status.st_mode) ? Kind::file : Kind::other;
+    return errno == ENOENT || errno == ENOTDIR ? Kind::nothing : Kind::other;
 }
 
 /// The file that QSettings locks its writes with.
@@ -91,7 +92,7 @@ Place find(const QByteArray &bytes, const QByteArray &section, const QByteArray 
 std::optional<QByteArray> bytesOf(const QString &path)
 {
     QFile file(path);
-    if (typeOf(path) != fs::file_type::regular || file.size() > kMaxSize || !file.open(QIODevice::ReadOnly))
+    if (kindOf(path, &::stat) != Kind::file || file.size() > kMaxSize || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     return file.readAll();
 }
@@ -136,15 +137,13 @@ QString rejoined(const QStringList &parts, const QByteArray &raw)
 
 QString readable(const QString &path)
 {
-    return typeOf(path) == fs::file_type::regular ? path : QStringLiteral(":/ondpdftoolutils/no-file");
+    return kindOf(path, &::stat) == Kind::file ? path : QStringLiteral(":/ondpdftoolutils/no-file");
 }
 
 bool isWritable(const QString &path)
 {
     // QLockFile would wait for good for what is no file to go away.
-    std::error_code error;
-    const fs::file_type lock = fs::symlink_status(lockPath(path).toStdString(), error).type();
-    return !path.isEmpty() && isFileOrNothing(typeOf(path)) && isFileOrNothing(lock);
+    return !path.isEmpty() && kindOf(path, &::stat) != Kind::other && kindOf(lockPath(path), &::lstat) != Kind::other;
 }
 
 QString text(const QSettings &settings, const QString &key, const QString &defaultValue)
