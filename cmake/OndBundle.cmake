@@ -22,6 +22,29 @@ function(ond_companion name)
   add_dependencies(bundle ${name})
 endfunction()
 
+# ond_libraries_lie_together(target)
+# The library finds the others of the product in its own folder, in the bundle as where it is installed.
+function(ond_libraries_lie_together target)
+  if(APPLE)
+    set(here "@loader_path")
+  else()
+    set(here "$ORIGIN")
+  endif()
+  set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "${here}")
+endfunction()
+
+# ond_bundle_files(name folder file...)
+# Copies files into a folder of the bundle's Contents, symbolic links as such.
+function(ond_bundle_files name folder)
+  set(target_dir "${OND_BUNDLE_DIR}/Contents/${folder}")
+  file(MAKE_DIRECTORY "${target_dir}")
+  add_custom_target(${name}
+    COMMAND cp -RP ${ARGN} "${target_dir}"
+    COMMENT "Copying ${name}"
+    VERBATIM)
+  add_dependencies(bundle ${name})
+endfunction()
+
 function(ond_assemble_bundle)
   configure_file("${OND_PRODUCT_DIR}/Info.plist.in" "${OND_BUNDLE_DIR}/Contents/Info.plist" @ONLY)
 
@@ -42,7 +65,15 @@ function(ond_assemble_bundle)
       VERBATIM)
     list(APPEND copies "${resources}/${file}")
   endforeach()
-  add_custom_target(bundle ALL DEPENDS ${copies})
+  set(help "${resources}/data/help.pdf")
+  set(script "${PROJECT_SOURCE_DIR}/cmake/TextToPdf.cmake")
+  add_custom_command(
+    OUTPUT "${help}"
+    COMMAND "${CMAKE_COMMAND}" -D "SOURCE=${OND_PRODUCT_DIR}/help.txt" -D "TARGET=${help}" -P "${script}"
+    DEPENDS "${OND_PRODUCT_DIR}/help.txt" "${script}"
+    COMMENT "Writing data/help.pdf into the bundle"
+    VERBATIM)
+  add_custom_target(bundle ALL DEPENDS ${copies} "${help}")
 endfunction()
 
 ond_assemble_bundle()

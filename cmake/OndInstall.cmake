@@ -8,6 +8,11 @@ install(TARGETS ondpdftoolutils
   EXPORT ondpdftoolutilsTargets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
   FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ondpdftoolutils")
+if(OND_VIPSDK_FILES)
+  install(FILES ${OND_VIPSDK_FILES} DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+else()
+  install(TARGETS ondvipsdk EXPORT ondpdftoolutilsTargets LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+endif()
 install(EXPORT ondpdftoolutilsTargets NAMESPACE ondpdftoolutils:: DESTINATION "${OND_PACKAGE_DIR}")
 
 configure_package_config_file(

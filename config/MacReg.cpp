@@ -1,76 +1,21 @@
 #include "config/MacReg.h"
 
 #include "config/MacConfigPath.h"
+#include "config/WriteTurn.h"
 #include "paths/BundlePath.h"
 
 #include <QDir>
 #include <QThread>
-#include <cerrno>
-#include <chrono>
-#include <fcntl.h>
 #include <filesystem>
 #include <mutex>
 #include <optional>
 #include <set>
 #include <shared_mutex>
-#include <sys/file.h>
 #include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto kTurnTimeout = 2s;
-
-/// A writer's turn at the registry.
-///
-/// QSettings merges what other processes have written since it read the file, but tells only by the file's size and
-/// its time in milliseconds that they have. Where the file system's clock is coarser, a value that is replaced by one
-/// of the same length goes unseen, and the next writer would put the old one back. Therefore writers take turns, and no
-/// version of a file gets the time of the one before.
-class WriteTurn
-{
-public:
-    WriteTurn(const std::string &directory, const std::string &path)
-        : m_path(path), m_descriptor(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
-    {
-        // Not for ever: a process that is stopped in its turn must not stop all others.
-        const auto deadline = std::chrono::steady_clock::now() + kTurnTimeout;
-        while (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
-            if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > deadline)
-                break;
-            std::this_thread::sleep_for(1ms);
-        }
-        m_before = fs::last_write_time(m_path, m_error);
-    }
-
-    ~WriteTurn()
-    {
-        using std::chrono::floor;
-        using std::chrono::milliseconds;
-
-        if (!m_error) { // otherwise this turn made the first version
-            const fs::file_time_type after = fs::last_write_time(m_path, m_error);
-            if (!m_error && floor<milliseconds>(after) <= floor<milliseconds>(m_before))
-                fs::last_write_time(m_path, m_before + 1ms, m_error);
-        }
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-
-    WriteTurn(const WriteTurn &) = delete;
-    WriteTurn &operator=(const WriteTurn &) = delete;
-
-private:
-    fs::path m_path;
-    int m_descriptor;
-    fs::file_time_type m_before;
-    std::error_code m_error;
-};
 
 /// The files that this process has changed in memory. QSettings objects on one file share these changes, so that
 /// opening one may write what was changed through another.
@@ -88,14 +33,14 @@ UnsavedFiles &unsavedFiles()
 
 /// Does what writes the file if this process has changed it: then in a turn of its own, and otherwise while nobody
 /// begins to change it.
-template <typename Action> void atTurn(const std::string &directory, const std::string &path, Action action)
+template <typename Action> void atTurn(const std::string &path, Action action)
 {
     UnsavedFiles &unsaved = unsavedFiles();
     std::shared_lock<std::shared_mutex> lock(unsaved.mutex);
     std::optional<WriteTurn> turn;
     if (unsaved.paths.count(path) > 0) {
         lock.unlock();
-        turn.emplace(directory, path);
+        turn.emplace(path);
     }
     action();
 }
@@ -150,17 +95,17 @@ bool MacReg::open(const QString &key, bool mustExist)
     const std::optional<QString> file = insideRegistry(key);
     if (!file)
         return false;
-    m_directory = MacConfigPath::GetInstance()->GetUserDataPath("reg/");
-    m_path.assign(m_directory).append(file->toUtf8().constData()).append(".ini");
+    const std::string directory = MacConfigPath::GetInstance()->GetUserDataPath("reg/");
+    m_path.assign(directory).append(file->toUtf8().constData()).append(".ini");
     qInfo("MacReg::open strRegPath = %s", m_path.c_str());
 
     mode_t type = typeOf(m_path, &::lstat);
     if (type == 0) {
         std::error_code ignored;
-        fs::create_directories(m_directory, ignored);
+        fs::create_directories(directory, ignored);
     }
     if (type == S_IFLNK || file->contains(QLatin1Char('/'))) {
-        if (!isInside(m_directory, m_path, type == S_IFLNK))
+        if (!isInside(directory, m_path, type == S_IFLNK))
             return false;
         type = typeOf(m_path, &::stat);
     }
@@ -203,7 +148,7 @@ bool MacReg::sync()
 
 void MacReg::openStore()
 {
-    atTurn(m_directory, m_path, [this] { m_settings.emplace(QString::fromStdString(m_path), QSettings::IniFormat); });
+    atTurn(m_path, [this] { m_settings.emplace(QString::fromStdString(m_path), QSettings::IniFormat); });
 }
 
 void MacReg::prepareChange()
@@ -225,7 +170,7 @@ void MacReg::prepareChange()
 
 void MacReg::flush()
 {
-    atTurn(m_directory, m_path, [this] { m_settings->sync(); });
+    atTurn(m_path, [this] { m_settings->sync(); });
     if (!m_isChanged)
         return;
     UnsavedFiles &unsaved = unsavedFiles();

@@ -53,7 +53,6 @@ private:
 
     std::optional<QSettings> m_settings;
     mutable QMutex m_mutex;
-    std::string m_directory;
     std::string m_path;
     bool m_isChanged = false;
 };

@@ -118,6 +118,46 @@ TEST(Inspector, DoctorNamesFilesThatAreNoFiles)
     expect(": cannot be looked at (Too many levels of symbolic links): log lines are lost");
 }
 
+TEST(Inspector, DoctorNamesWhatIsWrongWithTheConfigurationFiles)
+{
+    const RealBundle bundle;
+    const auto findings = [&bundle](const char *kind) { return bundle.inspectJson({"doctor"}).at("doctor").at(kind); };
+    EXPECT_EQ(findings("problems"), json::array()) << "the files that the product comes with";
+
+    const fs::path component = bundle.contents("Resources/cfgdata/componentConfig.ini");
+    const fs::path server = bundle.contents("Resources/ressrc/chs/upnest.svr");
+    const fs::path version = bundle.contents("Resources/data/mainversion.ini");
+    fs::remove(component);
+    fs::remove(server);
+    fs::create_directory(server);
+    test::writeFile(version, std::string("[version]\0", 10));
+    EXPECT_EQ(findings("problems"),
+              json::array({server.string() + ": no regular file: there is no distribution data",
+                           version.string() + ": binary, no text: what it says is lost"}));
+    EXPECT_EQ(findings("notes").at(0),
+              component.string() + ": missing: names, addresses, ids and switches are the defaults");
+}
+
+TEST(Inspector, ProductAndIdentityAreThoseOfTheInstallation)
+{
+    const RealBundle bundle;
+    test::writeFile(bundle.home() + "/data/applications/com.xundu.reader.desktop", "[Desktop Entry]\n");
+    test::writeFile(bundle.home() + "/Applications/Other Name.app/Contents/Info.plist",
+                    "<plist><dict><key>CFBundleIdentifier</key><string>com.lumo.reader</string></dict></plist>");
+    const json answers = bundle.inspectJson({"product", "identity"});
+    const json &product = answers.at("product");
+    const json &identity = answers.at("identity");
+    EXPECT_EQ(product.at("getProductName"), "PDF Orvell");
+    EXPECT_EQ(product.at("getProductEdition"), 3);
+    EXPECT_EQ(product.at("getAssociateAvoid"), json::array());
+    EXPECT_EQ(identity.at("GetParentAppDir"), bundle.contents("MacOS/").string());
+    EXPECT_NE(identity.at("GetProductVersion"), "");
+    EXPECT_EQ(identity.at("IsHasXundu"), true) << "desktop entry";
+    EXPECT_EQ(identity.at("IsHasLumo"), true) << "bundle";
+    EXPECT_EQ(identity.at("IsHasFoxit"), false);
+    EXPECT_FALSE(fs::exists(bundle.home() + "/data/PDF Orvell")) << "looking creates nothing";
+}
+
 TEST(Inspector, DoctorNamesAUserDataFolderThatCannotBe)
 {
     const RealBundle bundle;

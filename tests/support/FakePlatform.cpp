@@ -1,7 +1,9 @@
 #include "tests/support/FakePlatform.h"
 
+#include "paths/platform/Applications.h"
 #include "paths/platform/Bookmark.h"
 #include "paths/platform/Bundle.h"
+#include "paths/platform/FileManager.h"
 #include "paths/platform/Idle.h"
 #include "paths/platform/Menu.h"
 #include "paths/platform/Screen.h"
@@ -55,6 +57,12 @@ std::string valueOf(const std::string &dictionary, const std::string &key)
 }
 
 } // namespace
+
+bool isApplicationInstalled(const std::string &bundleId)
+{
+    const std::vector<std::string> &installed = fakePlatform().installedApplications;
+    return std::find(installed.begin(), installed.end(), bundleId) != installed.end();
+}
 
 ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
 {
@@ -125,6 +133,12 @@ bool openUrl(const std::string &url)
     if (fakePlatform().opensUrls)
         fakePlatform().openedUrls.push_back(url);
     return fakePlatform().opensUrls;
+}
+
+bool revealFile(const QString &path)
+{
+    fakePlatform().revealedFiles.push_back(path);
+    return true;
 }
 
 bool isProcessRunning(int /*processId*/)

@@ -29,9 +29,13 @@ struct FakePlatform
     std::string homeDirectoryOfUser;
     std::map<std::string, std::string> groupContainers;
 
+    std::vector<std::string> installedApplications;
+
     std::vector<std::string> runningApplications;
     std::vector<std::string> openedUrls;
     bool opensUrls = true;
+
+    std::vector<QString> revealedFiles;
 
     /// Launches that were asked for; the test calls the handlers when it pleases.
     std::vector<std::pair<platform::LaunchRequest, platform::LaunchHandler>> launches;

@@ -13,6 +13,7 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <unistd.h>
 #include <vector>
 
@@ -127,6 +128,45 @@ void checkGlobalFile(Findings &findings)
     checkSingle(file, path, "group_name", findings);
 }
 
+/// A file of the bundle that the library does without.
+struct ConfigFile
+{
+    const char *name; // in the resources
+    const char *loss;
+};
+
+constexpr ConfigFile kConfigFiles[] = {
+    {"cfgdata/componentConfig.ini", "names, addresses, ids and switches are the defaults"},
+    {"ressrc/chs/upnest.svr", "there is no distribution data"},
+    {"data/mainversion.ini", "the version date is empty"},
+};
+
+void checkConfigFile(const ConfigFile &file, Findings &findings)
+{
+    const std::string path = MacConfigPath::GetInstance()->GetAppConfigPath(file.name);
+    const std::string loss = std::string(": ") + file.loss;
+    const fs::file_type type = typeOf(path);
+    if (path.empty())
+        return;
+    if (type == fs::file_type::not_found)
+        return findings.note(path, "missing" + loss);
+    if (type != fs::file_type::regular)
+        return findings.problem(path, "no regular file" + loss);
+
+    std::ifstream stream(path, std::ios::binary);
+    const std::string content{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream.is_open())
+        findings.problem(path, "cannot be read" + loss);
+    else if (content.find('\0') != std::string::npos)
+        findings.problem(path, "binary, no text: what it says is lost");
+}
+
+void checkConfigFiles(Findings &findings)
+{
+    for (const ConfigFile &file : kConfigFiles)
+        checkConfigFile(file, findings);
+}
+
 void checkBundle(Findings &findings)
 {
     const MacConfigPath *paths = MacConfigPath::GetInstance();
@@ -238,7 +278,8 @@ void Findings::note(const std::string &file, const std::string &what)
 Json examination()
 {
     Findings findings;
-    for (const auto check : {checkBundle, checkGlobalFile, checkUserData, checkLog, checkBookmarks, checkContainer})
+    for (const auto check :
+         {checkBundle, checkGlobalFile, checkConfigFiles, checkUserData, checkLog, checkBookmarks, checkContainer})
         check(findings);
     return {{"problems", findings.problems()}, {"notes", findings.notes()}};
 }

@@ -6,6 +6,7 @@
 #include "paths/MacPath.h"
 #include "paths/MacUtils.h"
 #include "tools/inspect/Doctor.h"
+#include "tools/inspect/Product.h"
 #include "tools/inspect/Urls.h"
 
 namespace inspect {
@@ -56,6 +57,8 @@ const std::vector<Section> &sections()
     static const std::vector<Section> all = {
         {"locations", "where the executable, its bundle and the user's data are", locations},
         {"switches", "the build switches of mk.dat", switches},
+        {"product", "the product's names, addresses, ids and switches", product},
+        {"identity", "who this installation is", identity},
         {"urls", "the service addresses, and what chooses among them", urls},
         {"doctor", "what is wrong with this installation", examination, true},
     };

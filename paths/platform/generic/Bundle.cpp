@@ -44,8 +44,12 @@ ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
 
 std::string bundleExecutablePath()
 {
-    std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).string();
+    // Asked once: later the link would follow a renamed bundle, and lead nowhere when the executable is replaced.
+    static const std::string path = [] {
+        std::error_code error;
+        return fs::read_symlink("/proc/self/exe", error).string();
+    }();
+    return path;
 }
 
 std::string bundlePath()

@@ -1,0 +1,110 @@
+// The configuration service against a QSettings that is kept open, and single integer settings against a QSettings that
+// is opened for one value; both on files of the size that the product has.
+
+#include "bench/support/Bundles.h"
+#include "bench/support/Ratios.h"
+#include "config/ConfigFileUtil.h"
+#include "config/MacConfigPath.h"
+#include "config/ProductCfgUtil.h"
+#include "paths/PathUtils.h"
+
+#include <QFile>
+#include <QSettings>
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+QString componentFile()
+{
+    return QString::fromStdString(MacConfigPath::GetInstance()->GetAppConfigPath("cfgdata/componentConfig.ini"));
+}
+
+void writeFile(const QString &path, const std::string &content)
+{
+    fs::create_directories(fs::path(path.toStdString()).parent_path());
+    std::ofstream(path.toStdString()) << content;
+}
+
+std::string sections(int count)
+{
+    std::string content;
+    for (int i = 0; i < count; ++i)
+        content += "[section" + std::to_string(i) + "]\nname=value of this section\nnumber=" + std::to_string(i) + "\n";
+    return content;
+}
+
+void getProductName(benchmark::State &state)
+{
+    const ProductCfgUtil &config = *SingleTon<ProductCfgUtil>::GetInstance();
+    if (config.getProductName() != QLatin1String("Product"))
+        state.SkipWithError("the file is not read");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(config.getProductName());
+}
+
+void textOfOpenSettings(benchmark::State &state)
+{
+    QSettings settings(componentFile(), QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    const QString byDefault = QStringLiteral("PDF Orvell");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(settings.value(QStringLiteral("product/product_name"), byDefault).toString());
+}
+
+void getVipId(benchmark::State &state)
+{
+    const ProductCfgUtil &config = *SingleTon<ProductCfgUtil>::GetInstance();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(config.getVipId());
+}
+
+void numberOfOpenSettings(benchmark::State &state)
+{
+    const QSettings settings(componentFile(), QSettings::IniFormat);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(settings.value(QStringLiteral("product/vip_id"), 13).toInt());
+}
+
+void getLocalValue(benchmark::State &state)
+{
+    const QString key = QStringLiteral("section5/number");
+    if (ConfigFileUtil::GetLocalAppCfgValueInt(key, 7) != 5)
+        state.SkipWithError("the file is not read");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ConfigFileUtil::GetLocalAppCfgValueInt(key, 7));
+}
+
+/// With the question for the path, and whether there is a file, which a reader of a user's file has to ask.
+void settingsOpenedForOneValue(benchmark::State &state)
+{
+    const QString key = QStringLiteral("section5/number");
+    for (auto _ : state) {
+        const QString path = PathUtils::getAppConfigPath(false);
+        if (!QFile::exists(path))
+            state.SkipWithError("no file");
+        const QSettings settings(path, QSettings::IniFormat);
+        benchmark::DoNotOptimize(settings.value(key, 7).toInt());
+    }
+}
+
+void declare()
+{
+    writeFile(componentFile(), "[product]\nproduct_name=Product\nvip_id=5\n" + sections(5));
+    writeFile(PathUtils::getAppConfigPath(true), sections(20));
+    bench::compare({"ProductCfgUtil, text", getProductName}, bench::atMost(1.5),
+                   {"open QSettings, text", textOfOpenSettings});
+    bench::compare({"ProductCfgUtil, number", getVipId}, bench::atMost(1.5),
+                   {"open QSettings, number", numberOfOpenSettings});
+    bench::compare({"ConfigFileUtil, one value", getLocalValue}, bench::atMost(1.05),
+                   {"QSettings for one value", settingsOpenedForOneValue});
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return bench::runInBundles(argc, argv, {{"config", declare}});
+}

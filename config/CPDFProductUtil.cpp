@@ -1,0 +1,28 @@
+#include "config/CPDFProductUtil.h"
+
+#include "config/CPDFEdition.h"
+
+// clang-format off
+CPDFProductUtil::CPDFProductUtil() = default;
+CPDFProductUtil::CPDFProductUtil(PDFEdition::EDITION) { }
+
+void CPDFProductUtil::EnableRightMenuItem(OndPDF::IPDFToolUtil::RIGHT_MENU_ITEM, bool) { }
+bool CPDFProductUtil::IsRightMenuItemEnable(OndPDF::IPDFToolUtil::RIGHT_MENU_ITEM) const { return false; }
+void CPDFProductUtil::EnableProfessionalPdf(bool) { }
+bool CPDFProductUtil::IsEnableProfessionalPdf() const { return false; }
+
+bool CPDFProductUtil::IsTopProductInstall() const { return false; }
+bool CPDFProductUtil::IsSelfOfficePlugin() const { return false; }
+bool CPDFProductUtil::IsPDFIndependentInstall() const { return false; }
+bool CPDFProductUtil::IsHarboInstall() const { return false; }
+bool CPDFProductUtil::IsWfInstall() const { return false; }
+
+bool CPDFProductUtil::TranferIndependentReader() const { return false; }
+// clang-format on
+
+bool CPDFProductUtil::IsNeedTranferIndependentReader() const
+{
+    // Asked and ignored: the transfer never applies here, but whoever calls this may rely on the edition being known.
+    static_cast<void>(CPDFEdition::GetInstance()->IsIndependentEdition());
+    return false;
+}

@@ -1,0 +1,112 @@
+#include "config/ConfigFileUtil.h"
+
+#include "config/IniFile.h"
+#include "config/WriteTurn.h"
+#include "paths/PathUtils.h"
+#include "vipsdk/include/OndIniWrapper.h"
+
+#include <QFile>
+#include <filesystem>
+
+namespace {
+
+int valueIn(const QString &path, const QString &key, int defaultValue)
+{
+    if (key.isEmpty())
+        return defaultValue;
+    const QSettings settings(ini::readable(path), QSettings::IniFormat);
+    return settings.value(key, defaultValue).toInt();
+}
+
+void setValueIn(const QString &path, const QString &key, int value)
+{
+    ini::change(path, [&](QSettings &settings) { settings.setValue(key, value); });
+}
+
+QString userOverlay()
+{
+    return PathUtils::getConfigDataPath() + QStringLiteral(".user");
+}
+
+QString counterStore()
+{
+    return PathUtils::getAppDataDir(true) + QStringLiteral("config_count.ini");
+}
+
+bool isBatch(const std::vector<QString> &keys, const std::vector<int> &values, int count)
+{
+    return count > 0 && keys.size() == static_cast<std::size_t>(count) && values.size() == keys.size();
+}
+
+} // namespace
+
+int ConfigFileUtil::GetLocalAppCfgValueInt(const QString &key, int defaultValue)
+{
+    return key.isEmpty() ? defaultValue : valueIn(PathUtils::getAppConfigPath(false), key, defaultValue);
+}
+
+void ConfigFileUtil::SetLocalAppCfgValueInt(const QString &key, int value)
+{
+    if (!key.isEmpty())
+        setValueIn(PathUtils::getAppConfigPath(true), key, value);
+}
+
+int ConfigFileUtil::GetCfgdataFileValueInt(const QString &key, int defaultValue)
+{
+    return key.isEmpty() ? defaultValue : valueIn(PathUtils::getConfigDataPath(), key, defaultValue);
+}
+
+int ConfigFileUtil::GetCfgdataFileValueIntUser(const QString &key, int defaultValue)
+{
+    return key.isEmpty() ? defaultValue : valueIn(userOverlay(), key, defaultValue);
+}
+
+void ConfigFileUtil::SetCfgdataFileValueIntUser(const QString &key, int value)
+{
+    if (!key.isEmpty())
+        setValueIn(userOverlay(), key, value);
+}
+
+void ConfigFileUtil::GetLocalAppCfgForCountValueInt(std::vector<QString> &keys, std::vector<int> &values, int count,
+                                                    int defaultValue)
+{
+    if (!isBatch(keys, values, count))
+        return;
+    const QSettings settings(ini::readable(counterStore()), QSettings::IniFormat);
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        values[i] = keys[i].isEmpty() ? defaultValue : settings.value(keys[i], defaultValue).toInt();
+}
+
+void ConfigFileUtil::SetLocalAppCfgForCountValueInt(const std::vector<QString> &keys, const std::vector<int> &values,
+                                                    int count)
+{
+    if (!isBatch(keys, values, count))
+        return;
+    ini::change(counterStore(), [&](QSettings &settings) {
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            if (!keys[i].isEmpty())
+                settings.setValue(keys[i], values[i]);
+        }
+    });
+}
+
+void ConfigFileUtil::ClearLocalAppCfgForCount()
+{
+    const QString path = counterStore();
+    const WriteTurn turn(path.toStdString());
+    if (!QFile::exists(path))
+        return;
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    if (QFile::remove(path))
+        return;
+    std::error_code error;
+    std::filesystem::rename(path.toStdString(), path.toStdString() + ".tmp", error);
+}
+
+QString ConfigFileUtil::GetProductVersion()
+{
+    cf_ini::OndIniWrapper file;
+    if (file.LoadFile(PathUtils::getVersionConfigPath().toStdWString().c_str(), 2, 0) == 0)
+        return {};
+    return QString::fromStdWString(file.Read(L"version", L"date", L""));
+}

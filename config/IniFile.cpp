@@ -1,0 +1,202 @@
+#include "config/IniFile.h"
+
+#include "config/WriteTurn.h"
+
+#include <QFile>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QStringList>
+#include <cerrno>
+#include <optional>
+#include <sys/stat.h>
+
+namespace ini {
+
+namespace {
+
+constexpr qint64 kMaxSize = 16 << 20;
+constexpr int kLockTimeout = 5000; // milliseconds
+
+/// What lies at a path. Not asked through std::filesystem, which takes the path apart first.
+enum class Kind { file, nothing, other };
+
+Kind kindOf(const QString &path, int (*ask)(const char *, struct stat *))
+{
+    struct stat status
+    {
+    };
+    if (ask(QFile::encodeName(path).constData(), &status) == 0)
+        return S_ISREG(status.st_mode) ? Kind::file : Kind::other;
+    return errno == ENOENT || errno == ENOTDIR ? Kind::nothing : Kind::other;
+}
+
+/// The file that QSettings locks its writes with.
+QString lockPath(const QString &path)
+{
+    return path + QStringLiteral(".lock");
+}
+
+struct Range
+{
+    int begin = -1;
+    int end = -1;
+};
+
+/// Where a key's value stands in a file, and where its section begins. Sections that appear twice are one, and of keys
+/// that do the last one counts, as in QSettings.
+struct Place
+{
+    Range value;
+    int sectionBegin = -1; // behind the line that opens it
+};
+
+Range trimmed(const QByteArray &bytes, Range range)
+{
+    const auto isBlank = [&bytes](int at) { return bytes[at] == ' ' || bytes[at] == '\t' || bytes[at] == '\r'; };
+    while (range.begin < range.end && isBlank(range.begin))
+        ++range.begin;
+    while (range.begin < range.end && isBlank(range.end - 1))
+        --range.end;
+    return range;
+}
+
+QByteArray in(const QByteArray &bytes, Range range)
+{
+    return QByteArray::fromRawData(bytes.constData() + range.begin, range.end - range.begin);
+}
+
+Place find(const QByteArray &bytes, const QByteArray &section, const QByteArray &key)
+{
+    Place place;
+    bool isInside = false;
+    int next = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    while (next < bytes.size()) {
+        const int newline = bytes.indexOf('\n', next);
+        const Range range = trimmed(bytes, {next, newline < 0 ? bytes.size() : newline});
+        next = newline < 0 ? bytes.size() : newline + 1;
+
+        const QByteArray line = in(bytes, range);
+        if (line.startsWith('[')) {
+            isInside = line.mid(1, line.indexOf(']') - 1).trimmed() == section;
+            if (isInside)
+                place.sectionBegin = next;
+            continue;
+        }
+        const int equals = line.indexOf('=');
+        if (isInside && equals >= 0 && line.left(equals).trimmed() == key)
+            place.value = trimmed(bytes, {range.begin + equals + 1, range.end});
+    }
+    return place;
+}
+
+std::optional<QByteArray> bytesOf(const QString &path)
+{
+    QFile file(path);
+    if (kindOf(path, &::stat) != Kind::file || file.size() > kMaxSize || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll();
+}
+
+/// The commas of a raw value that stand outside of quotes, each with the blanks around it.
+QStringList separators(const QByteArray &raw)
+{
+    QStringList found;
+    bool isQuoted = false;
+    for (int at = 0; at < raw.size(); ++at) {
+        if (raw[at] == '\\')
+            ++at;
+        else if (raw[at] == '"')
+            isQuoted = !isQuoted;
+        else if (raw[at] == ';' && !isQuoted)
+            break; // the rest is a comment
+        else if (raw[at] == ',' && !isQuoted) {
+            Range comma{at, at + 1};
+            while (comma.begin > 0 && (raw[comma.begin - 1] == ' ' || raw[comma.begin - 1] == '\t'))
+                --comma.begin;
+            while (comma.end < raw.size() && (raw[comma.end] == ' ' || raw[comma.end] == '\t'))
+                ++comma.end;
+            found += QString::fromLatin1(in(raw, comma));
+            at = comma.end - 1;
+        }
+    }
+    return found;
+}
+
+QString rejoined(const QStringList &parts, const QByteArray &raw)
+{
+    const QStringList between = separators(raw);
+    if (between.size() != parts.size() - 1)
+        return parts.join(QLatin1Char(','));
+    QString text = parts.first();
+    for (int i = 1; i < parts.size(); ++i)
+        text += between[i - 1] + parts[i];
+    return text;
+}
+
+} // namespace
+
+QString readable(const QString &path)
+{
+    return kindOf(path, &::stat) == Kind::file ? path : QStringLiteral(":/ondpdftoolutils/no-file");
+}
+
+bool isWritable(const QString &path)
+{
+    // QLockFile would wait for good for what is no file to go away.
+    return !path.isEmpty() && kindOf(path, &::stat) != Kind::other && kindOf(lockPath(path), &::lstat) != Kind::other;
+}
+
+QString text(const QSettings &settings, const QString &key, const QString &defaultValue)
+{
+    const QVariant value = settings.value(key); // a default costs time, in and out of the variant
+    if (!value.isValid())
+        return defaultValue;
+    if (value.type() != QVariant::StringList)
+        return value.toString();
+    const QByteArray bytes = bytesOf(settings.fileName()).value_or(QByteArray());
+    const QByteArray name = key.toUtf8();
+    const int slash = name.indexOf('/');
+    const Range raw = find(bytes, name.left(slash), name.mid(slash + 1)).value;
+    return rejoined(value.toStringList(), raw.begin < 0 ? QByteArray() : in(bytes, raw));
+}
+
+void change(const QString &path, const std::function<void(QSettings &)> &set)
+{
+    if (!isWritable(path))
+        return;
+    const WriteTurn turn(path.toStdString());
+    QSettings settings(path, QSettings::IniFormat);
+    set(settings);
+    settings.sync();
+}
+
+bool setValue(const QString &path, const QByteArray &section, const QByteArray &key, const QByteArray &value)
+{
+    if (!isWritable(path))
+        return false;
+    const WriteTurn turn(path.toStdString());
+    QLockFile lockOfQSettings(lockPath(path));
+    if (!lockOfQSettings.tryLock(kLockTimeout))
+        return false;
+
+    const std::optional<QByteArray> old = bytesOf(path);
+    if (!old && QFile::exists(path))
+        return false;
+    QByteArray bytes = old.value_or(QByteArray());
+    const QByteArray newline = bytes.contains("\r\n") ? "\r\n" : "\n";
+    const QByteArray line = key + '=' + value + newline;
+    if (!bytes.isEmpty() && !bytes.endsWith('\n'))
+        bytes += newline;
+    const Place place = find(bytes, section, key);
+    if (place.value.begin >= 0)
+        bytes.replace(place.value.begin, place.value.end - place.value.begin, value);
+    else if (place.sectionBegin >= 0)
+        bytes.insert(place.sectionBegin, line);
+    else
+        bytes += '[' + section + ']' + newline + line;
+
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+} // namespace ini

@@ -1,0 +1,166 @@
+#include "config/PdfReaderProductInfo.h"
+
+#include "config/ConfigFileUtil.h"
+#include "config/IniFile.h"
+#include "config/InstallTime.h"
+#include "config/MacConfigPath.h"
+#include "config/MacGlobalConfig.h"
+#include "config/MacReg.h"
+#include "config/ParentAppDir.h"
+#include "config/ProductCfgUtil.h"
+#include "config/ProductInfoForCooperation.h"
+#include "config/ServerFile.h"
+#include "paths/MacUtils.h"
+#include "paths/PathUtils.h"
+#include "paths/platform/Applications.h"
+
+#include <identity.h>
+
+namespace {
+
+const ProductCfgUtil &config()
+{
+    return *SingleTon<ProductCfgUtil>::GetInstance();
+}
+
+/// A text of the registry. One that was put in by hand, with commas and no quotes, comes out as a list.
+QString textOf(const QVariant &value)
+{
+    return value.toStringList().join(QLatin1Char(','));
+}
+
+bool isInstalled(masked::View bundleId)
+{
+    return platform::isApplicationInstalled(bundleId.str());
+}
+
+} // namespace
+
+ProductInfoHelper::ProductInfoHelper(PDFEdition::EDITION edition)
+{
+    if (edition == PDFEdition::Cooperation)
+        InitCooperationEdition();
+    else if (edition == PDFEdition::Wrenfix)
+        InitWrenfixEdition();
+    else if (edition != PDFEdition::Harbo)
+        InitIndependentEdition(); // every unknown number, too
+    else
+        InitHarboEdition();
+}
+
+ProductInfo ProductInfoHelper::GetProductInfo() const
+{
+    return m_info;
+}
+
+void ProductInfoHelper::InitIndependentEdition()
+{
+    MacReg registry;
+    // Opening a key creates the registry's folder; reading who we are shall leave nothing behind.
+    if (PathUtils::isDirPathExist(QString::fromStdString(MacConfigPath::GetInstance()->GetUserDataPath("reg/"))))
+        registry.open(QStringLiteral("common"), true);
+    const auto number = [&registry](const char *name) { return registry.value(QLatin1String(name), 0).toInt(); };
+    m_info.tid1 = number("product/tid1");
+    m_info.tid2 = number("product/tid2");
+    m_info.tod1 = number("product/tod1");
+    m_info.tod2 = number("product/tod2");
+    m_info.iid = number("product/iid");
+    m_info.pid = number("product/pid");
+    m_info.tryNo = number("product/tryno");
+    m_info.productVersion = ConfigFileUtil::GetProductVersion();
+    m_info.installTime = registry.value(QStringLiteral("product/installtime"), 0).toLongLong();
+    m_info.uuid = textOf(registry.value(QStringLiteral("product/uuid"), QString()));
+    m_info.svrid = textOf(registry.value(QStringLiteral("product/svrid"), QString()));
+    m_info.applicationDir = PathUtils::getApplicationDir();
+    m_info.parentAppDir = parentAppDir();
+    m_info.fileVersion = MacUtils::GetBundleVersionTail(true);
+    m_info.bundleVersion = QString::fromStdString(MacUtils::GetMainBundleVersionString());
+}
+
+void ProductInfoHelper::InitHarboEdition()
+{
+    InitIndependentEdition();
+}
+
+void ProductInfoHelper::InitWrenfixEdition()
+{
+    InitIndependentEdition();
+}
+
+void ProductInfoHelper::InitCooperationEdition()
+{
+    InitIndependentEdition();
+    const ProductInfoForCooperation partner;
+    m_info.tid1 = partner.GetTid1(m_info.tid1);
+    m_info.tid2 = partner.GetTid2(m_info.tid2);
+    m_info.tod1 = partner.GetTod1(m_info.tod1);
+    m_info.tod2 = partner.GetTod2(m_info.tod2);
+    m_info.pid = partner.GetPid(m_info.pid);
+    m_info.tryNo = partner.GetTryNo(m_info.tryNo);
+    m_info.uuid = partner.GetUUID(m_info.uuid);
+    m_info.svrid = partner.GetSvrid(m_info.svrid);
+}
+
+PdfReaderProductInfo *PdfReaderProductInfo::GetInstance()
+{
+    static PdfReaderProductInfo instance;
+    return &instance;
+}
+
+PdfReaderProductInfo::PdfReaderProductInfo()
+{
+    InitProductInfo();
+}
+
+void PdfReaderProductInfo::InitProductInfo()
+{
+    m_info = ProductInfoHelper(static_cast<PDFEdition::EDITION>(GetProductEdition())).GetProductInfo();
+    m_totalFileVersion = MacUtils::GetBundleVersionInt(true);
+}
+
+// clang-format off
+int PdfReaderProductInfo::GetTid1() const { return m_info.tid1; }
+int PdfReaderProductInfo::GetTid2() const { return m_info.tid2; }
+int PdfReaderProductInfo::GetTod1() const { return m_info.tod1; }
+int PdfReaderProductInfo::GetTod2() const { return m_info.tod2; }
+int PdfReaderProductInfo::GetIid() const { return m_info.iid; }
+int PdfReaderProductInfo::GetPid() const { return m_info.pid; }
+int PdfReaderProductInfo::GetTryNo() const { return m_info.tryNo; }
+qint64 PdfReaderProductInfo::GetInstallTime() const { return m_info.installTime; }
+int PdfReaderProductInfo::GetFileVersion() const { return m_info.fileVersion; }
+int PdfReaderProductInfo::GetTotalFileVersion() const { return m_totalFileVersion; }
+QString PdfReaderProductInfo::GetUUID() const { return m_info.uuid; }
+QString PdfReaderProductInfo::GetSvrid() const { return m_info.svrid; }
+std::wstring PdfReaderProductInfo::GetWTod2() const { return std::to_wstring(m_info.tod2); }
+QString PdfReaderProductInfo::GetParentAppDir() const { return m_info.parentAppDir; }
+
+int PdfReaderProductInfo::GetInstallDays() const { return installDays(m_info.installTime, QDateTime::currentDateTime()); }
+unsigned int PdfReaderProductInfo::SecondToDays(unsigned int seconds) { return seconds / 86400; }
+
+int PdfReaderProductInfo::GetProductEdition() const { return config().getProductEdition(); }
+bool PdfReaderProductInfo::IsIndependentEdition() const { return GetProductEdition() == PDFEdition::Independent; }
+bool PdfReaderProductInfo::IsHarboEdition() const { return GetProductEdition() == PDFEdition::Harbo; }
+bool PdfReaderProductInfo::IsWrenfixEdition() const { return GetProductEdition() == PDFEdition::Wrenfix; }
+bool PdfReaderProductInfo::IsCooperationEdition() const { return GetProductEdition() == PDFEdition::Cooperation; }
+bool PdfReaderProductInfo::IsInternationEdition() const { return MacGlobalConfig::isInternationalApp(); }
+
+QString PdfReaderProductInfo::GetProductEditionName() const { return config().getProductName(); }
+QString PdfReaderProductInfo::GetProductEditionFullName() const { return config().getWindowTitle(); }
+QString PdfReaderProductInfo::GetTopLeftTitle() const { return config().getTopLeftTitle(); }
+QString PdfReaderProductInfo::GetWindowTitle() const { return config().getWindowTitle(); }
+QString PdfReaderProductInfo::GetAssociateExecutor() const { return config().getAssociateExe(); }
+QString PdfReaderProductInfo::GetAssociateDescription() const { return config().getAssociateDesc(); }
+
+bool PdfReaderProductInfo::IsHasHarbo() const { return isInstalled(product::kHarboApp); }
+bool PdfReaderProductInfo::IsHasLumo() const { return isInstalled(product::kLumoApp); }
+bool PdfReaderProductInfo::IsHasLumopdf() const { return isInstalled(product::kLumopdfApp); }
+bool PdfReaderProductInfo::IsHasXunjie() const { return isInstalled(product::kXunjieApp); }
+bool PdfReaderProductInfo::IsHasFoxit() const { return isInstalled(product::kFoxitApp); }
+bool PdfReaderProductInfo::IsHasXundu() const { return isInstalled(product::kXunduApp); }
+bool PdfReaderProductInfo::IsHasCloudPdf() const { return isInstalled(product::kCloudPdfApp); }
+// clang-format on
+
+void PdfReaderProductInfo::SetTryNo(int value)
+{
+    ini::setValue(serverFilePath(), "Common", "TryNo", QByteArray::number(value));
+}

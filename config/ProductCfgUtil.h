@@ -1,0 +1,91 @@
+#pragma once
+
+#include "config/Export.h"
+#include "config/PDFEdition.h"
+#include "config/ProductCfgParser.h"
+#include "config/SingleTon.h"
+
+#include <QSettings>
+#include <QString>
+#include <QStringList>
+
+/// Branding and installation settings of the product: names and titles, file-association texts, web addresses, ids and
+/// switches. Reached through SingleTon<ProductCfgUtil>::GetInstance().
+///
+/// The values are those of the component configuration ("cfgdata/componentConfig.ini" in the bundle's resources), an
+/// INI file as QSettings reads it, in UTF-8; quotes are needed only around texts with a semicolon or a backslash. Every
+/// key has a default, and a missing or unreadable file gives all of them; an integer that is none reads as 0. The file
+/// is read when the instance is made and never written. The getters may be called from any thread.
+class ONDPDFTOOLUTILS_EXPORT ProductCfgUtil
+{
+public:
+    /// The value of a key, as one text even if it has commas; `defaultValue` when it is absent.
+    QString getStringValue(const QString &section, const QString &key, const QString &defaultValue) const;
+    int getIntValue(const QString &section, const QString &key, int defaultValue) const;
+
+    /// Number of the product edition (PDFEdition::EDITION, or another): "Common/Edition" of the updater's server file
+    /// ("ressrc/chs/upnest.svr"), else "product/product_edition", else 3.
+    int getProductEdition() const;
+
+    QString getProductName() const;
+    QString getTopLeftTitle() const;
+    QString getWindowTitle() const;
+
+    /// File name of the program that opens associated files.
+    QString getAssociateExe() const;
+    QString getAssociateDesc() const;
+    QString getAssociateBackDesc() const;
+    /// Programs whose associations are left alone: the parts of the text between "|", without empty ones.
+    QStringList getAssociateAvoid() const;
+    QString getAssociateDlgPrefix() const;
+
+    QString getOfficalUrl() const;
+    QString getLicenceUrl() const;
+    QString getPrivacy() const;
+    QString getCopyRight() const;
+
+    /// Application id for the text recognition service; one of its own for the tolva account
+    /// (CPDFVipSdkAdapter::getCurrentVipSdkId()).
+    int getServiceAppId() const;
+    bool isTolvaProduct() const;
+    bool getHelpEnable() const;
+    /// Product id for the membership service.
+    int getVipId() const;
+
+    QString getServiceName() const;
+    /// The default service host: MacGlobalUrl::GetDefSvrHost() where that is the test host, else "product/host", else
+    /// that host too.
+    QString getProductHost() const;
+    /// The product's GUID in braces, upper case.
+    QString getProductGUID() const;
+    /// What getProductGUID() answers without a configured one; the independent edition that is no tolva product has one
+    /// of its own.
+    QString getDefProductGUID() const;
+    QString getInstallRegName() const;
+    /// getInstallRegName() unless configured.
+    QString getUninstallRegName() const;
+
+    QString getReaderExeName() const;
+    QString getCacheDirName() const;
+
+    /// Id and prefix of the international edition's telemetry.
+    QString getInternationReportId() const;
+    QString getInternationReportPrefix() const;
+
+    /// In debug builds, stops the program when it sees two editions in one process. Nothing in release builds.
+    void checkAssertEdition(PDFEdition::EDITION edition) const;
+
+private:
+    friend class SingleTon<ProductCfgUtil>;
+
+    ProductCfgUtil();
+
+    void initEdition();
+    void initSpecialEditionCfg();
+
+    QSettings m_settings;
+    ProductCfgParser m_parser;
+    int m_edition = PDFEdition::Independent;
+};
+
+extern template class ONDPDFTOOLUTILS_EXPORT SingleTon<ProductCfgUtil>;

@@ -1,0 +1,8 @@
+#include "config/ServerFile.h"
+
+#include "config/MacConfigPath.h"
+
+QString serverFilePath()
+{
+    return QString::fromStdString(MacConfigPath::GetInstance()->GetAppConfigPath("ressrc\\chs\\upnest.svr"));
+}

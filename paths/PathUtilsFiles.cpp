@@ -1,0 +1,256 @@
+#include "paths/PathUtils.h"
+
+#include "paths/platform/FileManager.h"
+
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QObject>
+#include <QStorageInfo>
+#include <QUrl>
+#include <algorithm>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr qint64 kMaxPictureBytes = 20971520;
+constexpr int kMaxPictureSide = 10000;
+
+QString timeStamp()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    // Hours to twelve, which QDateTime counts only beside "AP".
+    return now.toString(QStringLiteral("MMdd")) + now.toString(QStringLiteral("hhAP")).left(2)
+        + now.toString(QStringLiteral("mmsszzz"));
+}
+
+template <typename Exists, typename NameWith>
+QString firstFree(QString candidate, int numberedLimit, int giveUpLimit, Exists exists, NameWith nameWith)
+{
+    for (int n = 1; exists(candidate); ++n) {
+        if (n < numberedLimit)
+            candidate = nameWith(QString::number(n));
+        else if (n < giveUpLimit)
+            candidate = nameWith(timeStamp());
+        else
+            return {};
+    }
+    return candidate;
+}
+
+/// What opening may wait for a writer is never opened.
+bool isRegularFile(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
+
+bool canBeRead(const QString &path)
+{
+    return isRegularFile(path) && QFile(path).open(QIODevice::ReadOnly);
+}
+
+bool isTurned(const QImageReader &reader)
+{
+    return (reader.transformation() & QImageIOHandler::TransformationRotate90) != 0;
+}
+
+/// The size of the picture as it is shown; no valid size for what is no picture.
+QSize shownSize(const QImageReader &reader)
+{
+    const QSize stored = reader.size();
+    return isTurned(reader) ? stored.transposed() : stored;
+}
+
+QSize scaledDown(const QSize &size, const QSize &limit)
+{
+    const double ratio = std::max(static_cast<double>(size.width()) / std::max(limit.width(), 1),
+                                  static_cast<double>(size.height()) / std::max(limit.height(), 1));
+    if (ratio <= 1)
+        return size;
+    return {std::max(static_cast<int>(size.width() / ratio), 1), std::max(static_cast<int>(size.height() / ratio), 1)};
+}
+
+} // namespace
+
+QString PathUtils::GetPathNoConflit(const QString &filePath, int numberedLimit, int giveUpLimit)
+{
+    const QFileInfo parts(filePath);
+    return firstFree(
+        filePath, numberedLimit, giveUpLimit, [](const QString &path) { return QFileInfo::exists(path); },
+        [&parts](const QString &addition) {
+            return QDir(parts.path())
+                .filePath(QStringLiteral("%1(%2).%3").arg(parts.completeBaseName(), addition, parts.suffix()));
+        });
+}
+
+QString PathUtils::GetDirectoryNoConflit(const QString &dirPath, int numberedLimit, int giveUpLimit)
+{
+    return firstFree(dirPath, numberedLimit, giveUpLimit, isDirPathExist,
+                     [&dirPath](const QString &addition) { return QStringLiteral("%1(%2)").arg(dirPath, addition); });
+}
+
+QString PathUtils::PathToFileName(const QString &path)
+{
+    const int slash = path.lastIndexOf(QLatin1Char('/'));
+    return path.mid((slash >= 0 ? slash : path.lastIndexOf(QLatin1Char('\\'))) + 1);
+}
+
+QString PathUtils::PathToSuffix(const QString &path)
+{
+    const QString name = PathToFileName(path);
+    return name.mid(name.lastIndexOf(QLatin1Char('.')) + 1);
+}
+
+QString PathUtils::PathRemoveSuffix(const QString &path)
+{
+    const QString name = PathToFileName(path);
+    return name.left(name.lastIndexOf(QLatin1Char('.')));
+}
+
+QString PathUtils::getDirPathAlias(const QString &path)
+{
+    return QString::fromStdWString(PathToFileName(path).toStdWString());
+}
+
+bool PathUtils::IsFilePathExist(const QString &path)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(path.toStdString(), error);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+bool PathUtils::isDirPathExist(const QString &path)
+{
+    return !path.isEmpty() && QDir(path).exists();
+}
+
+QString PathUtils::getFilePathDir(const QString &path)
+{
+    return IsFilePathExist(path) ? QFileInfo(path).absolutePath() : QString();
+}
+
+void PathUtils::GetPathWithCaseSensitive(QString &path)
+{
+    if (!path.isEmpty())
+        path = QFileInfo(path).absoluteFilePath();
+}
+
+bool PathUtils::checkFileSameBySize(const QString &a, const QString &b)
+{
+    return IsFilePathExist(a) && IsFilePathExist(b) && QFileInfo(a).size() == QFileInfo(b).size();
+}
+
+bool PathUtils::isFileInUse(const QString &path)
+{
+    return !QFile(path).open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
+}
+
+bool PathUtils::isNetworkDiskPath(const QString &path)
+{
+    return path.size() >= 3 && (path.startsWith(QLatin1String("//")) || path.startsWith(QLatin1String("ftp://")));
+}
+
+bool PathUtils::isDiskRootPath(const QString &path)
+{
+    const QString unified = QString(path).replace(QLatin1String("\\\\"), QLatin1String("/"));
+    if (unified.count(QLatin1Char('/')) == 1 && unified.endsWith(QLatin1Char('/')))
+        return true;
+    return !QStorageInfo(path).device().startsWith("/dev/disk");
+}
+
+bool PathUtils::deleteFile(const QString &path)
+{
+    return IsFilePathExist(path) && QFile::remove(path);
+}
+
+bool PathUtils::deleteDirectory(const QString &path)
+{
+    QDir folder(path);
+    if (!isDirPathExist(path) || folder.canonicalPath() == QDir::rootPath())
+        return false;
+    QString link = path;
+    while (link.endsWith(QLatin1Char('/')))
+        link.chop(1);
+    return QFileInfo(link).isSymLink() ? QFile::remove(link) : folder.removeRecursively();
+}
+
+int PathUtils::copyFile(const QString &from, const QString &to)
+{
+    if (checkFileSameBySize(from, to))
+        return Copied; // also what keeps a copy onto itself from removing the file
+    if (!QFileInfo::exists(from))
+        return NoSource;
+    if (!canBeRead(from))
+        return UnreadableSource;
+    if (QFileInfo::exists(to) && !QFile::remove(to))
+        return DestinationStays;
+    return QFile::copy(from, to) ? Copied : CopyFailed;
+}
+
+bool PathUtils::copyFilterFileInDir(const QString &fromDir, const QString &toDir, const QStringList &nameFilters)
+{
+    if (!isDirPathExist(fromDir))
+        return false;
+    const QDir target(toDir);
+    target.mkpath(QStringLiteral("."));
+    for (const QFileInfo &file : QDir(fromDir).entryInfoList(nameFilters, QDir::Files | QDir::Hidden))
+        QFile::copy(file.filePath(), target.filePath(file.fileName()));
+    return true;
+}
+
+bool PathUtils::openFile(const QString &path)
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+bool PathUtils::openFileEx(const QString &path)
+{
+    return QFileInfo::exists(path) && openFile(path);
+}
+
+bool PathUtils::OpenDirectory(const QString &path)
+{
+    return IsFilePathExist(path) ? openFolderAndSelectFile(path) : openFile(path);
+}
+
+bool PathUtils::openFolderAndSelectFile(const QString &path)
+{
+    return platform::revealFile(path);
+}
+
+QStringList PathUtils::getSupportPicSuffix()
+{
+    return {"png", "jpg", "jpeg", "bmp", "tif", "tiff", "gif"};
+}
+
+bool PathUtils::isPicReadable(QString path, QString &error)
+{
+    if (QFileInfo(path).size() > kMaxPictureBytes) {
+        error = QObject::tr("Cannot insert pictures larger than 20M");
+        return false;
+    }
+    const QSize size = isRegularFile(path) ? shownSize(QImageReader(path)) : QSize();
+    if (std::max(size.width(), size.height()) > kMaxPictureSide) {
+        error = QObject::tr("Cannot insert pictures with a resolution greater than 10000");
+        return false;
+    }
+    return true;
+}
+
+QImage PathUtils::ReadImageInMaxSize(QString path, int maxWidth, int maxHeight)
+{
+    if (!isRegularFile(path))
+        return {};
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QSize size = shownSize(reader);
+    const QSize scaled = scaledDown(size, {maxWidth, maxHeight});
+    if (scaled != size)
+        reader.setScaledSize(isTurned(reader) ? scaled.transposed() : scaled); // scaling comes before turning
+    return reader.read();
+}

@@ -1,0 +1,142 @@
+#include "config/IniFile.h"
+
+#include "tests/support/TestFiles.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+QString q(const std::string &text)
+{
+    return QString::fromStdString(text);
+}
+
+/// The text of "s/k" in a file with this content, asked with the default "d".
+QString textIn(const std::string &content)
+{
+    const test::TempDir dir;
+    test::writeFile(dir / "ü.ini", content);
+    QSettings settings(ini::readable(q(dir / "ü.ini")), QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    return ini::text(settings, "s/k", "d");
+}
+
+/// Counts a key of its own up, and exits with how often the store had lost the count. The file keeps its size.
+[[noreturn]] void countUp(const QString &path, const QString &key, int rounds)
+{
+    int lost = 0;
+    for (int i = 100; i < 100 + rounds; ++i) {
+        ini::change(path, [&](QSettings &settings) {
+            lost += settings.value(key).toInt() != i - 1 && i > 100 ? 1 : 0;
+            settings.setValue(key, i);
+        });
+    }
+    ::_exit(std::min(lost, 100));
+}
+
+} // namespace
+
+TEST(IniFile, WritersInManyProcessesLoseNothing)
+{
+    constexpr int rounds = 50;
+    const test::TempDir dir;
+    const QString path = q(dir / "store.ini");
+    const QStringList keys{"a/x", "a/y", "b/z"};
+    for (const QString &key : keys) {
+        if (::fork() == 0)
+            countUp(path, key, rounds);
+    }
+    int status = 0;
+    while (::wait(&status) > 0)
+        EXPECT_EQ(status, 0) << "a writer found its own key gone or old";
+    for (const QString &key : keys)
+        EXPECT_EQ(QSettings(path, QSettings::IniFormat).value(key), QString::number(99 + rounds));
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), {}), 1) << "no lock file stays behind";
+}
+
+TEST(IniFile, EveryWriteHasATimeOfItsOwn)
+{
+    const test::TempDir dir;
+    const std::string path = dir / "store.ini";
+    test::writeFile(path, "[s]\nk=1\n");
+    const auto later = fs::file_time_type::clock::now() + std::chrono::hours(1); // as after a clock that was set back
+    fs::last_write_time(path, later);
+
+    ini::change(q(path), [](QSettings &settings) { settings.setValue("s/k", 2); });
+    const auto saved = fs::last_write_time(path);
+    EXPECT_GE(saved, later + std::chrono::milliseconds(1));
+    ini::change(q(path), [](QSettings &) {});
+    EXPECT_EQ(fs::last_write_time(path), saved) << "nothing was set";
+    EXPECT_TRUE(ini::setValue(q(path), "s", "k", "3"));
+    EXPECT_GE(fs::last_write_time(path), saved + std::chrono::milliseconds(1));
+}
+
+TEST(IniFile, SetsOneValueAndLeavesTheRest)
+{
+    struct Row
+    {
+        const char *name, *before, *after;
+    };
+    const Row rows[] = {
+        {"missing file", nullptr, "[s]\nk=9\n"},
+        {"empty file", "", "[s]\nk=9\n"},
+        {"value", "; why\n[s]\nr=A\\{b}, c\n k = 12 \nz=\n[t]\nk=1",
+         "; why\n[s]\nr=A\\{b}, c\n k = 9 \nz=\n[t]\nk=1\n"},
+        {"empty value", "[s]\nk=\n", "[s]\nk=9\n"},
+        {"CRLF", "[s]\r\nk=1\r\nl=2\r\n", "[s]\r\nk=9\r\nl=2\r\n"},
+        {"key missing", "[t]\r\nk=1\r\n[s]\r\nl=2\r\n", "[t]\r\nk=1\r\n[s]\r\nk=9\r\nl=2\r\n"},
+        {"section missing", "k=1\n[t]\n#k=2", "k=1\n[t]\n#k=2\n[s]\nk=9\n"},
+        {"section at the end", "[s]", "[s]\nk=9\n"},
+        {"twice", "[s]\nk=1\n[t]\n[s]\nk=2\nk=3\n", "[s]\nk=1\n[t]\n[s]\nk=2\nk=9\n"},
+        {"byte-order mark", "\xEF\xBB\xBF[s]\nk=1\n", "\xEF\xBB\xBF[s]\nk=9\n"},
+        {"Latin-1 and noise", "[s\n\xFC=\xE9\n[s]\n\x01\nk=1\n", "[s\n\xFC=\xE9\n[s]\n\x01\nk=9\n"},
+    };
+    for (const Row &row : rows) {
+        const test::TempDir dir;
+        const std::string path = dir / "ü.ini";
+        if (row.before)
+            test::writeFile(path, row.before);
+        EXPECT_TRUE(ini::setValue(q(path), "s", "k", "9")) << row.name;
+        EXPECT_EQ(test::readFile(path), row.after) << row.name;
+        EXPECT_EQ(QSettings(q(path), QSettings::IniFormat).value("s/k").toInt(), 9) << row.name;
+    }
+}
+
+TEST(IniFile, TextsKeepTheirCommas)
+{
+    const std::pair<const char *, const char *> rows[] = {
+        {"[s]\nk=© 2024 Vant, Inc.,all ,  rights\n", "© 2024 Vant, Inc.,all ,  rights"},
+        {"[s]\nk=\"a, b\" , c ; note, d\n", "a, b , c"},
+        {"[s]\nk=\"a; b, c\"\n", "a; b, c"},
+        {"[s]\nk=\\x7248\\x6743, 100% @home\n", "版权, 100% @home"},
+        {"[s]\nk=,\n", ","},
+        {"[s]\r\nk=a, b\r\n", "a, b"},
+        {"\xEF\xBB\xBF[s]\nk=1\n[t]\nk=2\n[s]\nk=ü, b\n", "ü, b"},
+        {"[s]\nk=\n", ""},
+        {"[s]\nl=a, b\n", "d"},
+    };
+    for (const auto &[content, text] : rows)
+        EXPECT_EQ(textIn(content), text) << content;
+}
+
+TEST(IniFile, WhatIsNoRegularFileIsLeftAlone)
+{
+    const test::TempDir dir;
+    const QString fifo = q(dir / "fifo");
+    ASSERT_EQ(::mkfifo(qPrintable(fifo), 0600), 0);
+    for (const QString &path : {fifo, q(dir.path()), QString("/dev/null"), QString(), QString(5000, 'x')}) {
+        EXPECT_FALSE(ini::isWritable(path)) << qPrintable(path);
+        EXPECT_FALSE(ini::setValue(path, "s", "k", "9")) << qPrintable(path);
+        ini::change(path, [](QSettings &) { FAIL(); });
+        EXPECT_EQ(QSettings(ini::readable(path), QSettings::IniFormat).value("s/k", 7), 7) << qPrintable(path);
+    }
+    EXPECT_FALSE(ini::setValue(q(dir / "fifo/store.ini"), "s", "k", "9")) << "no folder";
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), {}), 1) << "only the FIFO";
+    fs::create_directory(dir / "store.ini.lock");
+    EXPECT_FALSE(ini::isWritable(q(dir / "store.ini"))) << "QSettings would wait for the lock for good";
+}

@@ -1,0 +1,179 @@
+#include "paths/PathUtils.h"
+
+#include "paths/PathRecorder.h"
+#include "tests/support/FakePlatform.h"
+
+#include <QDir>
+#include <chrono>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+
+using test::fakePlatform;
+
+namespace {
+
+struct PathUtilsTest : testing::Test
+{
+    PathUtilsTest()
+    {
+        qputenv("TMPDIR", bundle.dir().path().c_str());
+        fakePlatform().homeDirectoryOfUser = bundle / "home";
+    }
+
+    [[nodiscard]] QString at(const QString &name) const { return QString::fromStdString(bundle / name.toStdString()); }
+    QString make(const QString &name, const QByteArray &content = "") const
+    {
+        test::writeFile(bundle / name.toStdString(), content.toStdString());
+        return at(name);
+    }
+
+    test::FakeBundle bundle;
+};
+
+} // namespace
+
+TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
+{
+    make("Foo.app/Contents/Resources/cfgdata/componentConfig.ini", "[product]\nproduct_edition=1\nis_tv_product=1\n");
+    EXPECT_EQ(PathUtils::getAppConfigPath(false), at("support/Foo/config.ini"));
+    EXPECT_EQ(PathUtils::getPreloadImgTempPath(), at("preloadFlipImg/"));
+    EXPECT_EQ(PathUtils::getWelcomeFilePath(), at("Foo.app/Contents/Resources/data/Welcome_tolva.pdf"));
+    EXPECT_NE(PathUtils::writableLocation(QStandardPaths::DocumentsLocation), at("home/Documents"));
+    EXPECT_EQ(QDir(at("")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("Foo.app"));
+
+    EXPECT_EQ(PathUtils::getWatermarkDir(), at("support/Foo/watermark/"));
+    EXPECT_FALSE(PathUtils::isSwithToStandard());
+    EXPECT_TRUE(fs::is_empty(bundle / "support/Foo"));
+    for (const auto getter : {PathUtils::getSignatureDir, PathUtils::getSealDir, PathUtils::getRecommendPdfDir,
+                              PathUtils::getSaveChatDocContentFileDir, PathUtils::getThumbnailDir}) {
+        const QString path = getter();
+        EXPECT_TRUE(fs::is_directory(path.toStdString()) && path.startsWith(at("support/Foo/")) && path.endsWith('/'));
+    }
+    EXPECT_TRUE(PathUtils::GetEditImageBackupDir() == at("backup/vantpdf_hb/")
+                && QFile::exists(at("backup/vantpdf_hb")));
+}
+
+TEST_F(PathUtilsTest, GettersAnswerWithoutABase)
+{
+    fs::remove(fakePlatform().executablePath);
+    EXPECT_EQ(PathUtils::getSealDir(), "seal/");
+    EXPECT_FALSE(QFile::exists("seal"));
+    EXPECT_EQ(PathUtils::getConfigDataPath(), "");
+}
+
+TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
+{
+    bundle.writeGlobalFile("[common]\nenable_sbx=1\ngroup_name=g\n");
+    fakePlatform().groupContainers["g"] = bundle / "group";
+    EXPECT_EQ(PathUtils::getThumbnailDir(), at("group/thumbpics/"));
+    EXPECT_EQ(PathUtils::getWelcomeFilePath(), at("group/pdfreader/Welcome_zh.pdf"));
+    EXPECT_TRUE(QFile::exists(at("group/thumbpics")) && QFile::exists(at("group/pdfreader")));
+    EXPECT_EQ(PathUtils::standardLocations(QStandardPaths::DownloadLocation), QStringList(at("home/Downloads")));
+    PathRecorder recorder;
+    EXPECT_EQ(PathUtils::getExportDir(&recorder), at("home/Documents"));
+}
+
+TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
+{
+    const QString document = make("docs/ü.pdf"), thumbnail = PathUtils::getThumbnailPath(document);
+    EXPECT_NE(PathUtils::getThumbnailPath(at("docs/../docs/ü.pdf")), thumbnail);
+    EXPECT_EQ(PathUtils::getRenderCacheImagePath(document, 3, 0), thumbnail);
+    EXPECT_EQ(PathUtils::getRenderCacheImagePath(document, 3, 1), PathUtils::getRenderCacheDir(document) + "3");
+    test::writeFile(thumbnail.toStdString(), "");
+    for (const int age : {-5, 0, 5}) {
+        fs::last_write_time(document.toStdString(),
+                            fs::last_write_time(thumbnail.toStdString()) + std::chrono::milliseconds(age));
+        EXPECT_EQ(PathUtils::isThumbnailExistAndValid(document), age <= 0) << age;
+    }
+    const QString content = PathUtils::getContentFileFullPath(make(QString(29, 'x') + "😀.tar.pdf"));
+    EXPECT_EQ(PathUtils::PathToFileName(content).indexOf('_'), 29) << "half a character would name another file";
+}
+
+TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
+{
+    EXPECT_EQ(PathUtils::PathToSuffix("C:\\docs\\file.tar.gz"), "gz");
+    EXPECT_EQ(PathUtils::PathToSuffix("/x.y/README"), "README");
+    EXPECT_EQ(PathUtils::PathRemoveSuffix("/x.y/README"), "README");
+    EXPECT_EQ(PathUtils::PathRemoveSuffix("/a/.😀"), "");
+    EXPECT_EQ(PathUtils::getDirPathAlias("/a/b\\😀"), "b\\😀");
+
+    const QString path = at("re%2.po.pdf");
+    for (const char *next : {"re%2.po.pdf", "re%2.po(1).pdf", "re%2.po(2).pdf"}) {
+        EXPECT_EQ(PathUtils::GetPathNoConflit(path, 3, 5), at(next));
+        EXPECT_TRUE(PathUtils::isFileInUse(at(next))) << "cannot be opened, and is not created";
+        make(next);
+    }
+    EXPECT_EQ(PathUtils::GetPathNoConflit(path, 3, 3), "");
+    EXPECT_EQ(PathUtils::GetPathNoConflit(path, 3, 5).size(), path.size() + 15);
+    EXPECT_EQ(PathUtils::GetPathNoConflit(make("notes"), 2, 2), at("notes(1)."));
+    EXPECT_EQ(PathUtils::GetDirectoryNoConflit(at("Foo.app/"), 2, 2), at("Foo.app/(1)"));
+}
+
+TEST_F(PathUtilsTest, CopiesOneFile)
+{
+    for (const char *name : {"from", "size", "other size"})
+        make(name, name);
+    ::mkfifo((bundle / "fifo").c_str(), 0600);
+    const std::tuple<const char *, const char *, const char *, int, const char *> rows[] = {
+        {"onto itself", "from", "from", 1, "from"},
+        {"same size counts as same", "from", "size", 1, "size"},
+        {"missing source", "none", "size", 2, "size"},
+        {"folder as source", "Foo.app", "size", 3, "size"},
+        {"FIFO that nobody writes", "fifo", "size", 3, "size"},
+        {"onto a folder", "from", "Foo.app", 4, nullptr},
+        {"over another", "from", "other size", 1, "from"},
+    };
+    for (const auto &[name, from, to, code, left] : rows) {
+        EXPECT_EQ(PathUtils::copyFile(at(from), at(to)), code) << name;
+        EXPECT_TRUE(!left || test::readFile(bundle / to) == left) << name;
+    }
+
+    const QString from = make("from", QByteArray(100'000, 'x')), to = make("to/file", "in the way");
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{4096, 4096};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    EXPECT_EQ(PathUtils::copyFile(from, to), 5);
+    EXPECT_TRUE(fs::is_empty(bundle / "to")) << "no half of a copy";
+}
+
+TEST_F(PathUtilsTest, FoldersLoseNoMoreThanTheyAreTold)
+{
+    for (const char *name : {"from/a.txt", "from/.b.txt", "from/c.png", "to/x/a.txt"})
+        make(name, name);
+    EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("none"), at("made"), {}) || QFile::exists(at("made")));
+    EXPECT_TRUE(PathUtils::copyFilterFileInDir(at("from"), at("to/x"), {"*.txt"}));
+    EXPECT_TRUE(QFile::exists(at("to/x/.b.txt")) && test::readFile(bundle / "to/x/a.txt") == "to/x/a.txt");
+
+    for (const char *link : {"link", "to/link"})
+        fs::create_directory_symlink(bundle / "from", bundle / link);
+    EXPECT_FALSE(PathUtils::deleteFile(at("from")) || PathUtils::deleteDirectory(""));
+    EXPECT_TRUE(PathUtils::deleteDirectory(at("link/")) && PathUtils::deleteDirectory(at("to")));
+    EXPECT_TRUE(PathUtils::deleteFile(at("from/a.txt")) && !QFile::exists(at("link")) && !QFile::exists(at("to")));
+}
+
+TEST_F(PathUtilsTest, LimitsPicturesAsTheyAreShown)
+{
+    const QByteArray full = QByteArray("P6 10000 10000 255\n").leftJustified(20971520);
+    const std::pair<QByteArray, QString> rows[] = {
+        {full, ""},
+        {full + ' ', "Cannot insert pictures larger than 20M"},
+        {"P6 1 10001 255\n", "Cannot insert pictures with a resolution greater than 10000"},
+        {"no picture", ""},
+    };
+    for (const auto &[content, message] : rows) {
+        QString error;
+        EXPECT_EQ(PathUtils::isPicReadable(make("a.png", content), error), message.isEmpty());
+        EXPECT_EQ(error, message) << content.left(20).toStdString();
+    }
+
+    const QString path = at("picture.jpg");
+    ASSERT_TRUE(QImage(101, 50, QImage::Format_RGB32).save(path));
+    QByteArray turned = QByteArray::fromStdString(test::readFile(path.toStdString()));
+    turned.insert(2, QByteArray::fromHex("ffe1002245786966000049492a0008000000010012010300010000000600000000000000"));
+    EXPECT_EQ(PathUtils::ReadImageInMaxSize(make("picture.jpg", turned), 50, 50).size(), QSize(24, 50));
+    EXPECT_EQ(PathUtils::ReadImageInMaxSize(path, 0, -1).size(), QSize(1, 1));
+}

@@ -1,0 +1,74 @@
+#include "vipsdk/include/OndIniWrapper.h"
+
+#include "tests/support/TestFiles.h"
+
+#include <QString>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using cf_ini::OndIniWrapper;
+
+namespace {
+
+int load(OndIniWrapper &ini, const std::string &path)
+{
+    return ini.LoadFile(QString::fromStdString(path).toStdWString().c_str(), 2, 0);
+}
+
+} // namespace
+
+TEST(OndIniWrapper, TextsComeBackAsTheyStand)
+{
+    struct Row
+    {
+        const char *name;
+        std::string content;
+        std::wstring text; // of "key" in "section", asked with the default "d"
+        int number; // the same, asked with the default 7
+    };
+    const std::string head = "[section]\n";
+    const Row rows[] = {
+        {"plain", head + "key=text\n", L"text", 0},
+        {"number", head + " key = -12 \n", L"-12", -12},
+        {"past 32 bits", head + "key=4294967296", L"4294967296", 0},
+        {"digits and more", head + "key=12a", L"12a", 0},
+        {"empty value", head + "key=\n", L"", 0},
+        {"every special character", head + R"(key=a\{b}, "c"; %20 @d #e = \)", LR"(a\{b}, "c"; %20 @d #e = \)", 0},
+        {"CRLF", "[section]\r\n\r\nkey=text\r\n", L"text", 0},
+        {"byte-order mark", "\xEF\xBB\xBF[section]\nkey=ü😀", L"ü😀", 0},
+        {"Latin-1", head + "key=\xFC", L"ü", 0},
+        {"comments", "; [other]\n[section] ; twice\n#key=1\nkey=text\n;key=2", L"text", 0},
+        {"section twice", "[section]\nkey=1\n[other]\nkey=2\n[section]\nkey=3", L"3", 3},
+        {"other section", "key=1\n[Section]\nkey=2\n[section\nkey=3", L"d", 7},
+        {"other key", head + "Key=1\nkeys=2\nkey\n=3", L"d", 7},
+        {"binary noise", std::string("\xff\xfe[\0]=\0=\n=[\x01", 13) + head, L"d", 7},
+        {"5 MB line", head + "key=" + std::string(5U << 20, 'x'), std::wstring(5U << 20, L'x'), 0},
+    };
+    const test::TempDir dir;
+    const std::string path = dir / "ü.ini";
+    for (const Row &row : rows) {
+        test::writeFile(path, row.content);
+        OndIniWrapper ini;
+        EXPECT_NE(load(ini, path), 0) << row.name;
+        EXPECT_EQ(ini.Read(L"section", L"key", L"d"), row.text) << row.name;
+        EXPECT_EQ(ini.ReadInt(L"section", L"key", 7), row.number) << row.name;
+    }
+}
+
+TEST(OndIniWrapper, WhatCannotBeReadIsEmpty)
+{
+    const test::TempDir dir;
+    const std::string path = dir / "a.ini";
+    OndIniWrapper ini;
+    test::writeFile(path, "[s]\nk=1\n");
+    EXPECT_NE(load(ini, path), 0);
+    EXPECT_EQ(load(ini, dir / "missing"), 0);
+    EXPECT_EQ(ini.ReadInt(L"s", L"k", 7), 7) << "nothing is left of what was loaded before";
+    EXPECT_EQ(load(ini, dir.path().string()), 0) << "folder";
+    EXPECT_EQ(load(ini, ""), 0);
+    EXPECT_EQ(ini.LoadFile(nullptr, 2, 0), 0);
+    ASSERT_EQ(::mkfifo((path + ".fifo").c_str(), 0600), 0);
+    EXPECT_EQ(load(ini, path + ".fifo"), 0) << "FIFO without a writer";
+    std::filesystem::resize_file(path, (16U << 20) + 1);
+    EXPECT_EQ(load(ini, path), 0) << "too large";
+}
