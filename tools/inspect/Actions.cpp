@@ -3,6 +3,7 @@
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "runtime/CommonFileLog.h"
+#include "tools/inspect/Paths.h"
 
 namespace inspect {
 
@@ -24,6 +25,7 @@ Json log(const std::vector<std::string> &arguments)
 const std::vector<Action> &actions()
 {
     static const std::vector<Action> all = {
+        {"create-paths", "", "the section paths, with the folders made that its getters make", createPaths},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
     };
     return all;

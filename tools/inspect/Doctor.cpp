@@ -4,9 +4,11 @@
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "paths/MacUtils.h"
+#include "paths/PathUtils.h"
 #include "paths/StringUtils.h"
 
 #include <INIReader.h>
+#include <QDir>
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
@@ -158,6 +160,13 @@ void checkLog(Findings &findings)
         findings.note(path, "the log is on because this file exists");
 }
 
+void checkTemporaryFolder(Findings &findings)
+{
+    if (PathUtils::getTempDir().isEmpty())
+        findings.problem(QDir::tempPath().toStdString(),
+                         "no folder for temporary files: edited pictures get no backup");
+}
+
 Json finding(const std::string &file, const std::string &what, int line)
 {
     return file + (line > 0 ? ":" + std::to_string(line) : "") + ": " + what;
@@ -178,7 +187,7 @@ void Findings::note(const std::string &file, const std::string &what, int line)
 Json examination()
 {
     Findings findings;
-    for (const auto check : {checkBundle, checkGlobalFile, checkUserData, checkLog})
+    for (const auto check : {checkBundle, checkGlobalFile, checkUserData, checkLog, checkTemporaryFolder})
         check(findings);
     return {{"problems", findings.problems()}, {"notes", findings.notes()}};
 }

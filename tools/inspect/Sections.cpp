@@ -6,6 +6,7 @@
 #include "paths/MacPath.h"
 #include "paths/MacUtils.h"
 #include "tools/inspect/Doctor.h"
+#include "tools/inspect/Paths.h"
 
 namespace inspect {
 
@@ -55,6 +56,7 @@ const std::vector<Section> &sections()
     static const std::vector<Section> all = {
         {"locations", "where the executable, its bundle and the user's data are", locations},
         {"switches", "the build switches of mk.dat", switches},
+        {"paths", "the product's well-known files and folders", paths},
         {"doctor", "what is wrong with this installation", examination},
     };
     return all;
