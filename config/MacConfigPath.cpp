@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <identity.h>
 #include <optional>
+#include <string_view>
 
 namespace fs = std::filesystem;
 
@@ -24,9 +25,12 @@ std::string withForwardSlashes(std::string name)
     return name;
 }
 
-std::string logged(const char *caller, std::string path)
+std::string logged(std::string_view caller, std::string path)
 {
-    CommonFileLog::WriteLog(std::string(caller) + " -> " + path);
+    constexpr std::string_view arrow = " -> ";
+    std::string line;
+    line.reserve(caller.size() + arrow.size() + path.size());
+    CommonFileLog::WriteLog(line.append(caller).append(arrow).append(path));
     return path;
 }
 

@@ -2,6 +2,7 @@
 
 #include "config/Export.h"
 
+#include <QFileDialog>
 #include <QImage>
 #include <QStandardPaths>
 #include <QString>
@@ -9,7 +10,7 @@
 
 class PathRecorder;
 
-/// Where the product's well-known files and folders are, and what the reader does with files: free names,
+/// Where the product's well-known files and folders are, and what the reader does with files: free names, dialogs,
 /// pictures, small operations.
 ///
 /// All static. Failures are false, the empty text or a code; nothing throws but for exhausted memory. Callable from any
@@ -207,6 +208,9 @@ public:
     /// the device that holds it is none of "/dev/disk*", as on macOS the disks are. True for a path that does not
     /// exist.
     static bool isDiskRootPath(const QString &path);
+    /// Whether a folder may be read. With the sandbox on the user is asked for access to one that may not: main thread
+    /// only. Always true with the sandbox off, but false for the empty path.
+    static bool checkDirPermission(const QString &dir);
     ///@}
 
     /// @name Operations on files
@@ -261,5 +265,47 @@ public:
     /// it is scaled down to fit both, in proportion; no side becomes less than 1 pixel. A null image when the file
     /// cannot be read as a picture.
     static QImage ReadImageInMaxSize(QString path, int maxWidth, int maxHeight);
+    ///@}
+
+    /// @name Dialogs
+    /// Main thread, with a QApplication. A dialog opens in the folder that `recorder` remembers for its type; one that
+    /// has none yet gets `defaultDir`. There the name `fileName` is proposed. `filter` replaces the filter of the type
+    /// unless it is empty; the rest goes to QFileDialog as it is. The folder that the user chose from is remembered.
+    /// Empty, and nothing new is remembered, when the user cancelled; empty, without a dialog, for a null recorder,
+    /// which must live as long as the dialog.
+    ///@{
+
+    /// What a dialog is for. Other values have no filter and share the folder of documents.
+    enum PathType : int {
+        PicturePath = 1, ///< Has a folder of its own.
+        PdfPath = 2,
+        MixedPath = 3, ///< Documents and pictures, together and one by one; has a folder of its own.
+        TextPath = 4, ///< Shares its folder with the exports.
+        OfficePath = 5,
+        AnyPath = 6,
+        SheetPath = 7,
+        ConvertiblePath = 8, ///< What MixedPath offers.
+    };
+
+    /// The filter of a type, for QFileDialog: line feeds separate the entries. Empty for other values.
+    static QString getFilter(PathType type);
+    /// Lets `*slot` point at the folder that `recorder` remembers for a type. Nothing happens when either is null.
+    static void getOperatePath(PathType type, QString **slot, PathRecorder *recorder);
+
+    /// Asks for a file to open. Without a `defaultDir` the first dialog opens in writableLocation() of Documents.
+    static QString getOpenFileName(PathType type, const QString &defaultDir, PathRecorder *recorder,
+                                   QWidget *parent = nullptr, const QString &caption = QString(),
+                                   const QString &fileName = QString(), const QString &filter = QString(),
+                                   QString *selectedFilter = nullptr, QFileDialog::Options options = {});
+    /// Asks for files to open, with the process-wide recorder; the folder of the first one is remembered.
+    static QStringList getOpenFileNames(PathType type, const QString &defaultDir, QWidget *parent = nullptr,
+                                        const QString &caption = QString(), const QString &fileName = QString(),
+                                        const QString &filter = QString(), QString *selectedFilter = nullptr,
+                                        QFileDialog::Options options = {});
+    /// Asks where to save. Without a `defaultDir` the first dialog opens in the root folder.
+    static QString getSaveFileName(PathType type, const QString &defaultDir, PathRecorder *recorder,
+                                   QWidget *parent = nullptr, const QString &caption = QString(),
+                                   const QString &fileName = QString(), const QString &filter = QString(),
+                                   QString *selectedFilter = nullptr, QFileDialog::Options options = {});
     ///@}
 };

@@ -1,5 +1,7 @@
 #include "paths/PathUtils.h"
 
+#include "paths/MacSandbox.h"
+#include "paths/PathRecorder.h"
 #include "paths/platform/FileManager.h"
 
 #include <QDateTime>
@@ -13,6 +15,7 @@
 #include <QUrl>
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 namespace fs = std::filesystem;
 
@@ -20,6 +23,68 @@ namespace {
 
 constexpr qint64 kMaxPictureBytes = 20971520;
 constexpr int kMaxPictureSide = 10000;
+
+constexpr char kSingleTypes[] = "\n PDF(*.pdf)\n OFD(*.ofd)\n PNG(*.png)\n JPG(*.jpg)\n JPEG(*.jpeg)\n BMP(*.bmp)"
+                                "\n TIF(*.tif)\n TIFF(*.tiff)\n GIF(*.gif)";
+
+/// What dialogs of one type offer, and the folder that they share.
+struct DialogKind
+{
+    const char *filter;
+    const char *moreEntries;
+    QString PathRecorder::*folder;
+};
+
+constexpr DialogKind kOtherKind = {"", "", &PathRecorder::m_documentDir};
+
+// By PathType, from 1.
+// clang-format off
+constexpr DialogKind kDialogKinds[] = {
+    {"All file(*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.gif)", "", &PathRecorder::m_imageDir},
+    {"PDF(*.pdf)", "", &PathRecorder::m_documentDir},
+    {"All file(*.pdf *.ofd *.png *.jpg *.jpeg *.bmp *.tif *.tiff *.gif)", kSingleTypes, &PathRecorder::m_mixedDir},
+    {"TXT(*.txt)", "", &PathRecorder::m_textDir},
+    {"All file(*.docx *.doc *.xlsx *.xls *.pptx *.ppt *.txt)", "", &PathRecorder::m_documentDir},
+    {"All file(*)", "", &PathRecorder::m_documentDir},
+    {"All file(*.xlsx *.xls) ", "", &PathRecorder::m_documentDir},
+    {"All(*.pdf *.ofd *.png *.jpg *.jpeg *.bmp *.tif *.tiff *.gif)", kSingleTypes, &PathRecorder::m_documentDir},
+};
+// clang-format on
+
+const DialogKind &kindOf(PathUtils::PathType type)
+{
+    const int index = type - 1;
+    return index >= 0 && index < static_cast<int>(std::size(kDialogKinds)) ? kDialogKinds[index] : kOtherKind;
+}
+
+QString orDocuments(const QString &dir)
+{
+    return dir.isEmpty() ? PathUtils::writableLocation(QStandardPaths::DocumentsLocation) : dir;
+}
+
+/// One run of a dialog: where it starts, what it offers, what is remembered of it.
+class DialogRun
+{
+public:
+    DialogRun(PathUtils::PathType type, PathRecorder &recorder, const QString &defaultDir, const QString &filter)
+        : m_folder(recorder.*kindOf(type).folder), m_filter(filter.isEmpty() ? PathUtils::getFilter(type) : filter)
+    {
+        if (m_folder.isEmpty())
+            m_folder = defaultDir;
+    }
+
+    [[nodiscard]] const QString &filter() const { return m_filter; }
+    [[nodiscard]] QString start(const QString &fileName) const { return m_folder + QLatin1Char('/') + fileName; }
+    void remember(const QString &chosen)
+    {
+        if (!chosen.isEmpty())
+            m_folder = chosen.left(chosen.lastIndexOf(QLatin1Char('/')));
+    }
+
+private:
+    QString &m_folder;
+    QString m_filter;
+};
 
 QString timeStamp()
 {
@@ -163,6 +228,13 @@ bool PathUtils::isDiskRootPath(const QString &path)
     return !QStorageInfo(path).device().startsWith("/dev/disk");
 }
 
+bool PathUtils::checkDirPermission(const QString &dir)
+{
+    if (dir.isEmpty())
+        return false;
+    return !MacSandbox::isSandBox() || QDir(dir).isReadable() || MacSandbox::requestPermission(dir.toStdString(), {});
+}
+
 bool PathUtils::deleteFile(const QString &path)
 {
     return IsFilePathExist(path) && QFile::remove(path);
@@ -253,4 +325,53 @@ QImage PathUtils::ReadImageInMaxSize(QString path, int maxWidth, int maxHeight)
     if (scaled != size)
         reader.setScaledSize(isTurned(reader) ? scaled.transposed() : scaled); // scaling comes before turning
     return reader.read();
+}
+
+QString PathUtils::getFilter(PathType type)
+{
+    const DialogKind &kind = kindOf(type);
+    return QLatin1String(kind.filter) + QLatin1String(kind.moreEntries);
+}
+
+void PathUtils::getOperatePath(PathType type, QString **slot, PathRecorder *recorder)
+{
+    if (slot && recorder)
+        *slot = &(recorder->*kindOf(type).folder);
+}
+
+QString PathUtils::getOpenFileName(PathType type, const QString &defaultDir, PathRecorder *recorder, QWidget *parent,
+                                   const QString &caption, const QString &fileName, const QString &filter,
+                                   QString *selectedFilter, QFileDialog::Options options)
+{
+    if (!recorder)
+        return {};
+    DialogRun run(type, *recorder, orDocuments(defaultDir), filter);
+    const QString chosen =
+        QFileDialog::getOpenFileName(parent, caption, run.start(fileName), run.filter(), selectedFilter, options);
+    run.remember(chosen);
+    return chosen;
+}
+
+QStringList PathUtils::getOpenFileNames(PathType type, const QString &defaultDir, QWidget *parent,
+                                        const QString &caption, const QString &fileName, const QString &filter,
+                                        QString *selectedFilter, QFileDialog::Options options)
+{
+    DialogRun run(type, *PathRecorder::GetInstance(), orDocuments(defaultDir), filter);
+    const QStringList chosen =
+        QFileDialog::getOpenFileNames(parent, caption, run.start(fileName), run.filter(), selectedFilter, options);
+    run.remember(chosen.value(0));
+    return chosen;
+}
+
+QString PathUtils::getSaveFileName(PathType type, const QString &defaultDir, PathRecorder *recorder, QWidget *parent,
+                                   const QString &caption, const QString &fileName, const QString &filter,
+                                   QString *selectedFilter, QFileDialog::Options options)
+{
+    if (!recorder)
+        return {};
+    DialogRun run(type, *recorder, defaultDir, filter);
+    const QString chosen =
+        QFileDialog::getSaveFileName(parent, caption, run.start(fileName), run.filter(), selectedFilter, options);
+    run.remember(chosen);
+    return chosen;
 }

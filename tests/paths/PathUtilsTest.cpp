@@ -3,8 +3,8 @@
 #include "paths/PathRecorder.h"
 #include "tests/support/FakePlatform.h"
 
-#include <QDir>
-#include <chrono>
+#include <QApplication>
+#include <QTimer>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -15,6 +15,8 @@ namespace fs = std::filesystem;
 using test::fakePlatform;
 
 namespace {
+
+constexpr auto kOptions = QFileDialog::DontUseNativeDialog;
 
 struct PathUtilsTest : testing::Test
 {
@@ -33,6 +35,23 @@ struct PathUtilsTest : testing::Test
 
     test::FakeBundle bundle;
 };
+
+/// Runs a dialog in which the user chooses `path`, or cancels, as soon as it shows; the folder that it showed.
+template <typename Dialog> QString answer(const QString &path, const Dialog &dialog)
+{
+    QString shown;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        if (auto *open = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
+            shown = open->directory().path();
+            open->selectFile(path);
+            static_cast<QDialog *>(open)->done(path.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
+        }
+    });
+    user.start(1);
+    EXPECT_EQ(dialog(), path);
+    return shown;
+}
 
 } // namespace
 
@@ -75,6 +94,10 @@ TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
     EXPECT_EQ(PathUtils::standardLocations(QStandardPaths::DownloadLocation), QStringList(at("home/Downloads")));
     PathRecorder recorder;
     EXPECT_EQ(PathUtils::getExportDir(&recorder), at("home/Documents"));
+
+    fakePlatform().panelAnswer = {bundle / "home"};
+    EXPECT_TRUE(PathUtils::checkDirPermission(at("group")) && PathUtils::checkDirPermission(at("home/")));
+    EXPECT_FALSE(PathUtils::checkDirPermission(at("else")) || PathUtils::checkDirPermission(""));
 }
 
 TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
@@ -176,4 +199,30 @@ TEST_F(PathUtilsTest, LimitsPicturesAsTheyAreShown)
     turned.insert(2, QByteArray::fromHex("ffe1002245786966000049492a0008000000010012010300010000000600000000000000"));
     EXPECT_EQ(PathUtils::ReadImageInMaxSize(make("picture.jpg", turned), 50, 50).size(), QSize(24, 50));
     EXPECT_EQ(PathUtils::ReadImageInMaxSize(path, 0, -1).size(), QSize(1, 1));
+}
+
+TEST_F(PathUtilsTest, DialogsRememberTheirFolders)
+{
+    int argc = 0;
+    const QApplication application(argc, nullptr);
+    const QString start = at("Foo.app"), chosen = make("other/a");
+    PathRecorder recorder;
+    const auto open = [&](int type) {
+        return [&, type = PathUtils::PathType(type)] {
+            return PathUtils::getOpenFileName(type, start, &recorder, nullptr, "", "", "", nullptr, kOptions);
+        };
+    };
+    for (const int type : {1, 2, 3, 4}) {
+        EXPECT_EQ(answer("", open(type)), start) << type;
+        EXPECT_EQ(answer(chosen, open(type)), start) << "cancelling remembers nothing";
+    }
+    EXPECT_EQ(answer("", open(9)), at("other")) << "shares the folder of documents";
+    EXPECT_EQ(PathUtils::getExportDir(&recorder), at("other")) << "shares the folder of texts";
+
+    recorder.m_imageDir.clear();
+    const auto save = [&] {
+        return PathUtils::getSaveFileName(PathUtils::PicturePath, "", &recorder, nullptr, "", "", "", nullptr,
+                                          kOptions);
+    };
+    EXPECT_EQ(answer(at("new"), save), "/") << "no folder of last resort";
 }

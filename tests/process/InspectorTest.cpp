@@ -261,6 +261,20 @@ TEST(Inspector, DigestsFiles)
     EXPECT_EQ(bundle.inspect({"digest"}).exitStatus, 2);
 }
 
+TEST(Inspector, PathsAreCreatedOnRequestOnly)
+{
+    const RealBundle bundle;
+    qputenv("TMPDIR", bundle.home().c_str());
+    const json missing = bundle.inspectJson({"paths"}).at("paths");
+    EXPECT_TRUE(fs::is_empty(bundle.home()));
+    const fs::path data = bundle.makeUserDataDir();
+    const json shown = bundle.inspectJson({"paths"}).at("paths");
+    EXPECT_TRUE(fs::is_empty(data) && shown.size() > missing.size());
+    const json created = bundle.inspectJson({"create-paths"}).at("create-paths");
+    EXPECT_EQ(created.size(), shown.size() + shown.at("notAsked").size());
+    EXPECT_TRUE(fs::is_directory(data / "seal"));
+}
+
 TEST(Inspector, ExitStatusTellsWrongUse)
 {
     const RealBundle bundle;

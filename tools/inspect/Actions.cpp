@@ -4,6 +4,7 @@
 #include "config/MacGlobalConfig.h"
 #include "runtime/CommonFileLog.h"
 #include "runtime/OndEasyMd5.h"
+#include "tools/inspect/Paths.h"
 
 #include <filesystem>
 
@@ -48,6 +49,7 @@ Json digest(const std::vector<std::string> &arguments)
 const std::vector<Action> &actions()
 {
     static const std::vector<Action> all = {
+        {"create-paths", "", "the section paths, with the folders made that its getters make", createPaths},
         {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be opened", digest},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
     };

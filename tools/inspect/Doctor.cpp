@@ -6,9 +6,11 @@
 #include "paths/MacBookmark.h"
 #include "paths/MacSandbox.h"
 #include "paths/MacUtils.h"
+#include "paths/PathUtils.h"
 #include "paths/StringUtils.h"
 
 #include <INIReader.h>
+#include <QDir>
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
@@ -236,6 +238,13 @@ void checkLog(Findings &findings)
         findings.note(path, "the log is on because this file exists");
 }
 
+void checkTemporaryFolder(Findings &findings)
+{
+    if (PathUtils::getTempDir().isEmpty())
+        findings.problem(QDir::tempPath().toStdString(),
+                         "no folder for temporary files: edited pictures get no backup");
+}
+
 void checkBookmarks(Findings &findings)
 {
     for (const MacBookmark::Entry &entry : MacBookmark::entries()) {
@@ -278,8 +287,8 @@ void Findings::note(const std::string &file, const std::string &what)
 Json examination()
 {
     Findings findings;
-    for (const auto check :
-         {checkBundle, checkGlobalFile, checkConfigFiles, checkUserData, checkLog, checkBookmarks, checkContainer})
+    for (const auto check : {checkBundle, checkGlobalFile, checkConfigFiles, checkUserData, checkLog,
+                             checkTemporaryFolder, checkBookmarks, checkContainer})
         check(findings);
     return {{"problems", findings.problems()}, {"notes", findings.notes()}};
 }
