@@ -2,6 +2,7 @@
 
 #include "tests/support/FakePlatform.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -49,8 +50,11 @@ TEST_F(ConfigFiles, BadFilesEndInTheDefault)
         {"binary", std::string("\0\x01\xff[s]\0=\n", 10), 7},
         {"5 MB", "[t]\n" + std::string(5U << 20, 'x') + "\n[s]\nk=12\n", 12},
     };
+    auto time = fs::file_time_type::clock::now();
     for (const Row &row : rows) {
         test::writeFile(m_local, row.content);
+        // A change is noticed by size and time, to the millisecond; the rows follow faster than that.
+        fs::last_write_time(m_local, time += std::chrono::seconds(1));
         EXPECT_EQ(ConfigFileUtil::GetLocalAppCfgValueInt("s/k", 7), row.value) << row.name;
         ConfigFileUtil::SetLocalAppCfgValueInt("s/k", 99);
         EXPECT_EQ(ConfigFileUtil::GetLocalAppCfgValueInt("s/k", 7), 99) << row.name;

@@ -1,0 +1,106 @@
+// Tells the thread sanitizer of Qt's synchronisation, which it cannot see in a Qt that was built without it. The linker
+// directs the calls of what is tested to the functions below (tests/CMakeLists.txt names them).
+
+#include <QDeadlineTimer>
+#include <QMutex>
+#include <QThread>
+#include <QThreadPool>
+#include <QWaitCondition>
+#include <sanitizer/tsan_interface.h>
+
+#define REAL(symbol) __real_##symbol // NOLINT(bugprone-reserved-identifier): the linker's names
+#define WRAP(symbol) __wrap_##symbol // NOLINT(bugprone-reserved-identifier)
+
+namespace {
+
+void unlocking(QMutex *mutex)
+{
+    __tsan_release(mutex);
+    // What a thread did before it last unlocked anything is seen by who waits for its end.
+    __tsan_release(QThread::currentThread());
+}
+
+/// Runs a task on a thread that has seen what the pushing thread did.
+class SeenRunnable : public QRunnable
+{
+public:
+    SeenRunnable(QThreadPool *pool, QRunnable *task) : m_pool(pool), m_task(task) { __tsan_release(task); }
+    ~SeenRunnable() override
+    {
+        if (m_task->autoDelete())
+            delete m_task;
+        __tsan_release(m_pool);
+    }
+    void run() override
+    {
+        __tsan_acquire(m_task);
+        m_task->run();
+    }
+
+private:
+    QThreadPool *m_pool;
+    QRunnable *m_task;
+};
+
+} // namespace
+
+extern "C" {
+
+void REAL(_ZN6QMutex4lockEv)(QMutex *);
+void WRAP(_ZN6QMutex4lockEv)(QMutex *mutex)
+{
+    REAL(_ZN6QMutex4lockEv)(mutex);
+    __tsan_acquire(mutex);
+}
+
+bool REAL(_ZN6QMutex7tryLockEi)(QMutex *, int);
+bool WRAP(_ZN6QMutex7tryLockEi)(QMutex *mutex, int timeout)
+{
+    const bool locked = REAL(_ZN6QMutex7tryLockEi)(mutex, timeout);
+    if (locked)
+        __tsan_acquire(mutex);
+    return locked;
+}
+
+void REAL(_ZN6QMutex6unlockEv)(QMutex *);
+void WRAP(_ZN6QMutex6unlockEv)(QMutex *mutex)
+{
+    unlocking(mutex);
+    REAL(_ZN6QMutex6unlockEv)(mutex);
+}
+
+bool REAL(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(QWaitCondition *, QMutex *, QDeadlineTimer);
+bool WRAP(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(QWaitCondition *condition, QMutex *mutex,
+                                                             QDeadlineTimer deadline)
+{
+    unlocking(mutex);
+    const bool woken = REAL(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(condition, mutex, deadline);
+    __tsan_acquire(mutex);
+    return woken;
+}
+
+bool REAL(_ZN7QThread4waitE14QDeadlineTimer)(QThread *, QDeadlineTimer);
+bool WRAP(_ZN7QThread4waitE14QDeadlineTimer)(QThread *thread, QDeadlineTimer deadline)
+{
+    const bool ended = REAL(_ZN7QThread4waitE14QDeadlineTimer)(thread, deadline);
+    if (ended)
+        __tsan_acquire(thread);
+    return ended;
+}
+
+void REAL(_ZN11QThreadPool5startEP9QRunnablei)(QThreadPool *, QRunnable *, int);
+void WRAP(_ZN11QThreadPool5startEP9QRunnablei)(QThreadPool *pool, QRunnable *task, int priority)
+{
+    REAL(_ZN11QThreadPool5startEP9QRunnablei)(pool, new SeenRunnable(pool, task), priority);
+}
+
+bool REAL(_ZN11QThreadPool11waitForDoneEi)(QThreadPool *, int);
+bool WRAP(_ZN11QThreadPool11waitForDoneEi)(QThreadPool *pool, int milliseconds)
+{
+    const bool done = REAL(_ZN11QThreadPool11waitForDoneEi)(pool, milliseconds);
+    if (done)
+        __tsan_acquire(pool);
+    return done;
+}
+
+} // extern "C"
