@@ -39,7 +39,7 @@ public:
     [[nodiscard]] std::wstring wstr() const { return m_wide(m_blocks); }
 
     /// The plain texts of both, one after the other, UTF-8.
-    [[nodiscard]] friend std::string joined(View first, View second);
+    friend std::string joined(View first, View second);
 
 private:
     const unsigned char *m_blocks;
