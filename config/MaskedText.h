@@ -64,7 +64,7 @@ public:
     }
 
     /// Bytes of the plain text.
-    [[nodiscard]] static constexpr std::size_t size() { return Length; }
+    [[nodiscard]] constexpr std::size_t size() const { return Length; }
     [[nodiscard]] constexpr View view() const { return {m_bytes, Length, narrow, m_ascii ? wideOfAscii : wide}; }
     constexpr operator View() const { return view(); }
     [[nodiscard]] std::string str() const { return narrow(m_bytes); }
