@@ -47,5 +47,5 @@ protected:
     QMap<QString, QMap<QString, QString>> m_settings;
 
 private:
-    CfgType m_type;
+    [[maybe_unused]] CfgType m_type; // what a loader would ask for
 };

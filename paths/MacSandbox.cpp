@@ -134,7 +134,7 @@ std::string MacSandbox::getSharedPath(const std::string &groupId)
 
 std::string MacSandbox::getSharedPath(SharedPath::Type type, const std::string &groupId)
 {
-    const std::string path = getSharedPath(groupId) + subFolderOf(type);
+    std::string path = getSharedPath(groupId) + subFolderOf(type);
     std::error_code error;
     if (fs::status(path, error).type() == fs::file_type::not_found)
         fs::create_directories(path, error);

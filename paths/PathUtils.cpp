@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr QLatin1String RECOMMEND_PDF_DIRECTORY("pdf/");
+constexpr char RECOMMEND_PDF_DIRECTORY[] = "pdf/";
 constexpr masked::View HARBO_EDITION_DIR_NAME = product::kHarboDataDirName;
 
 constexpr int kContentNameLength = 30;

@@ -346,7 +346,7 @@ QString PathUtils::getOpenFileName(PathType type, const QString &defaultDir, Pat
     if (!recorder)
         return {};
     DialogRun run(type, *recorder, orDocuments(defaultDir), filter);
-    const QString chosen =
+    QString chosen =
         QFileDialog::getOpenFileName(parent, caption, run.start(fileName), run.filter(), selectedFilter, options);
     run.remember(chosen);
     return chosen;
@@ -357,7 +357,7 @@ QStringList PathUtils::getOpenFileNames(PathType type, const QString &defaultDir
                                         QString *selectedFilter, QFileDialog::Options options)
 {
     DialogRun run(type, *PathRecorder::GetInstance(), orDocuments(defaultDir), filter);
-    const QStringList chosen =
+    QStringList chosen =
         QFileDialog::getOpenFileNames(parent, caption, run.start(fileName), run.filter(), selectedFilter, options);
     run.remember(chosen.value(0));
     return chosen;
@@ -370,7 +370,7 @@ QString PathUtils::getSaveFileName(PathType type, const QString &defaultDir, Pat
     if (!recorder)
         return {};
     DialogRun run(type, *recorder, defaultDir, filter);
-    const QString chosen =
+    QString chosen =
         QFileDialog::getSaveFileName(parent, caption, run.start(fileName), run.filter(), selectedFilter, options);
     run.remember(chosen);
     return chosen;
