@@ -97,7 +97,7 @@ QString CCmdLineParser::GetVal(const wchar_t *key) const
 
 bool CCmdLineParser::GetVal(const wchar_t *key, QString &value) const
 {
-    const const_iterator found = findKey(key);
+    const auto found = findKey(key);
     if (found == m_keyValues.end())
         return false;
     value = found->second;

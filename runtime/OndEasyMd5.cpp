@@ -65,8 +65,6 @@ OndEasyMd5::OndEasyMd5(const unsigned char *digest)
         std::copy_n(digest, sizeof m_digest, m_digest);
 }
 
-OndEasyMd5::~OndEasyMd5() = default;
-
 const unsigned char *OndEasyMd5::GetBinary16() const
 {
     const bool isZero = std::all_of(std::begin(m_digest), std::end(m_digest), [](unsigned char b) { return b == 0; });

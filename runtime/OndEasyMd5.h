@@ -25,7 +25,7 @@ public:
     /// Takes the 16 bytes at `digest` as the digest, without hashing them.
     explicit OndEasyMd5(const unsigned char *digest);
 
-    ~OndEasyMd5();
+    ~OndEasyMd5() = default;
 
     /// The digest's 16 bytes, which live as long as this object; null without a digest.
     [[nodiscard]] const unsigned char *GetBinary16() const;

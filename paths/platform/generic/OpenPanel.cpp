@@ -47,7 +47,7 @@ protected:
     {
         const QStringList files = selectedFiles();
         if (files.size() == 1 && QFileInfo(files.front()).isDir())
-            QDialog::accept();
+            QDialog::accept(); // NOLINT(bugprone-parent-virtual-call): QFileDialog would enter the folder
         else
             QFileDialog::accept();
     }
