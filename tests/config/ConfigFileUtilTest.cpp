@@ -47,7 +47,7 @@ TEST_F(ConfigFiles, BadFilesEndInTheDefault)
         {"past 32 bits, cut as QVariant does", "[s]\nk=4294967297\n", 1},
         {"type tag of another kind", "[s]\nk=@Variant(\\0\\0\\0\\t\\xff\\xff\\xff\\xfe)\n", 0},
         {"malformed lines", "[s\n]\n=\nk\n[s]\nk=12", 12},
-        {"binary", std::string("\0\x01\xff[s]\0=\n", 10), 7},
+        {"binary", std::string("\0\x01\xff[s]\0=\n", 9), 7},
         {"5 MB", "[t]\n" + std::string(5U << 20, 'x') + "\n[s]\nk=12\n", 12},
     };
     auto time = fs::file_time_type::clock::now();
