@@ -38,9 +38,9 @@ function(ond_sources)
     FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${arg_PUBLIC})
 endfunction()
 
-# The standard library gives its templates default visibility, so that what we instantiate of them would be exported
-# beside our own interface. The instance of a SingleTon is reached through its getter only; visible, it would keep the
-# library from being unloaded.
+# The standard library gives its templates default visibility, and Qt its classes, so that what we instantiate of them,
+# and what is not inlined, would be exported beside our own interface. The instance of a SingleTon is reached through its
+# getter only; visible, it would keep the library from being unloaded.
 function(ond_hide_foreign_symbols target)
   if(APPLE)
     set(list "${PROJECT_SOURCE_DIR}/cmake/foreign-symbols.txt")
