@@ -4,6 +4,7 @@
 #include "tests/support/FakePlatform.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QTimer>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -44,7 +45,7 @@ template <typename Dialog> QString answer(const QString &path, const Dialog &dia
     QObject::connect(&user, &QTimer::timeout, [&] {
         if (auto *open = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
             shown = open->directory().path();
-            open->selectFile(path);
+            open->findChild<QLineEdit *>()->setText(path);
             static_cast<QDialog *>(open)->done(path.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
         }
     });
