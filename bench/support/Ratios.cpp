@@ -103,7 +103,8 @@ void compare(const Side &subject, Bound bound, const Side &peer, Clock clock)
 
 std::vector<Row> measure(int argc, char **argv)
 {
-    std::vector<std::string> defaults = {"--benchmark_repetitions=5", "--benchmark_enable_random_interleaving=true",
+    std::vector<std::string> defaults = {"--benchmark_repetitions=5", "--benchmark_min_time=0.1",
+                                         "--benchmark_enable_random_interleaving=true",
                                          "--benchmark_display_aggregates_only=true"};
     std::vector<char *> arguments = {argv[0]};
     for (std::string &argument : defaults)

@@ -12,8 +12,9 @@
 /// shuffled among each other, so that what else goes on on the machine falls on subject and peer alike; medians are
 /// compared. The bounds are figures, not assertions: a ratio out of bounds shows in the table and nowhere else.
 ///
-/// Arguments of Google Benchmark are taken and come after our own, so that --benchmark_repetitions=9 or
-/// --benchmark_filter=REGEX do what they say. A pair of which only one side ran is left out of the table.
+/// Arguments of Google Benchmark are taken and come after our own, so that --benchmark_filter=REGEX does what it says.
+/// On a busy machine, many short runs tell more than five: --benchmark_repetitions=41 --benchmark_min_time=0.03. A pair
+/// of which only one side ran is left out of the table.
 namespace bench {
 
 /// A limit for the ratio of a pair.
