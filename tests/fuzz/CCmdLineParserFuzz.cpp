@@ -41,7 +41,7 @@ void check(const std::wstring &line, bool matchCase)
 {
     const CCmdLineParser parser(line.c_str(), matchCase);
     auto it = parser.getFirst();
-    std::wstring valid = line.c_str();
+    std::wstring valid(line, 0, line.find(L'\0'));
     std::replace_if(
         valid.begin(), valid.end(), [](wchar_t c) { return c > 0x10FFFF; }, L'\uFFFD');
     for (const auto &[key, value] : switchesOf(valid, matchCase)) {

@@ -39,7 +39,7 @@ TEST_F(Install, IsFoundAndUsedThroughCMake)
     const QString build = QString::fromStdString(path("build"));
     run(OND_TEST_CMAKE,
         {"-G", OND_TEST_GENERATOR, "-S", QString::fromStdString(consumer), "-B", build,
-         "-DCMAKE_PREFIX_PATH=" + prefix(), "-DCMAKE_CXX_COMPILER=" OND_TEST_CXX,
+         "-DCMAKE_PREFIX_PATH=" + prefix(), QString("-DCMAKE_CXX_COMPILER=") + OND_TEST_CXX,
          "-DCMAKE_CXX_FLAGS=" + sanitizerFlags().join(' ')});
     run(OND_TEST_CMAKE, {"--build", build});
     EXPECT_EQ(run(path("build/consumer"), {}), "log of consumer\n");

@@ -85,7 +85,7 @@ TEST(LogWriters, KilledWriterTearsAtMostItsOwnLastLine)
         const auto writer = log.startWriter(rounds, 1, endless);
         const QDeadlineTimer deadline(kDeadline);
         while (!deadline.hasExpired()
-               && fs::file_size(log.path()) < sizeBefore + 100'000U + static_cast<unsigned>(round) * 4099U)
+               && fs::file_size(log.path()) < sizeBefore + 100'000U + static_cast<std::uintmax_t>(round) * 4099U)
             std::this_thread::yield();
         writer->kill();
         EXPECT_TRUE(writer->waitForFinished(kDeadline) && writer->exitStatus() == QProcess::CrashExit);

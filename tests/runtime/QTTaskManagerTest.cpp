@@ -163,7 +163,7 @@ class Target
 public:
     virtual ~Target() = default;
     virtual int none() { return ++calls; }
-    void one(QString text) { seen += std::move(text); }
+    void one(QString text) { seen += text; }
     void two(const QString &first, QString second) { seen += first + second; }
 
     int calls = 0;

@@ -41,7 +41,7 @@ TEST(OndIniWrapper, TextsComeBackAsTheyStand)
         {"section twice", "[section]\nkey=1\n[other]\nkey=2\n[section]\nkey=3", L"3", 3},
         {"other section", "key=1\n[Section]\nkey=2\n[section\nkey=3", L"d", 7},
         {"other key", head + "Key=1\nkeys=2\nkey\n=3", L"d", 7},
-        {"binary noise", std::string("\xff\xfe[\0]=\0=\n=[\x01", 13) + head, L"d", 7},
+        {"binary noise", std::string("\xff\xfe[\0]=\0=\n=[\x01", 12) + head, L"d", 7},
         {"5 MB line", head + "key=" + std::string(5U << 20, 'x'), std::wstring(5U << 20, L'x'), 0},
     };
     const test::TempDir dir;
