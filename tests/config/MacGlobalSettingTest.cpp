@@ -34,6 +34,8 @@ protected:
 
 TEST_F(MacGlobalSettingTest, DomesticEditionIsChineseWhateverIsStored)
 {
+    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "zh");
+    EXPECT_FALSE(fs::exists(m_bundle / "support")) << "the registry was looked at";
     writeList(kList);
     MacGlobalSetting::SetCurrentLanguage("English");
     EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "zh");
