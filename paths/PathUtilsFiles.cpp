@@ -1,5 +1,6 @@
 #include "paths/PathUtils.h"
 
+#include "paths/Located.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"
 #include "paths/platform/FileManager.h"
@@ -232,7 +233,8 @@ bool PathUtils::checkDirPermission(const QString &dir)
 {
     if (dir.isEmpty())
         return false;
-    return !MacSandbox::isSandBox() || QDir(dir).isReadable() || MacSandbox::requestPermission(dir.toStdString(), {});
+    return !located(MacSandbox::isSandBox) || QDir(dir).isReadable()
+        || MacSandbox::requestPermission(dir.toStdString(), {});
 }
 
 bool PathUtils::deleteFile(const QString &path)
