@@ -54,8 +54,7 @@ constexpr DialogKind kDialogKinds[] = {
 
 const DialogKind &kindOf(PathUtils::PathType type)
 {
-    const int index = type - 1;
-    return index >= 0 && index < static_cast<int>(std::size(kDialogKinds)) ? kDialogKinds[index] : kOtherKind;
+    return type >= 1 && type <= static_cast<int>(std::size(kDialogKinds)) ? kDialogKinds[type - 1] : kOtherKind;
 }
 
 QString orDocuments(const QString &dir)
@@ -185,6 +184,8 @@ QString PathUtils::getDirPathAlias(const QString &path)
 
 bool PathUtils::IsFilePathExist(const QString &path)
 {
+    if (path.contains(QChar::Null)) // at which the path would end
+        return false;
     std::error_code error;
     const fs::file_status status = fs::status(path.toStdString(), error);
     return fs::exists(status) && !fs::is_directory(status);
@@ -202,8 +203,7 @@ QString PathUtils::getFilePathDir(const QString &path)
 
 void PathUtils::GetPathWithCaseSensitive(QString &path)
 {
-    if (!path.isEmpty())
-        path = QFileInfo(path).absoluteFilePath();
+    path = QFileInfo(path).absoluteFilePath();
 }
 
 bool PathUtils::checkFileSameBySize(const QString &a, const QString &b)
