@@ -86,11 +86,10 @@ TEST_F(SandboxPlatform, AnotherProcessFindsTheBookmarkUntilTheFolderIsAnotherOne
     ASSERT_TRUE(MacBookmark::createBookmark(folder + "/"));
     EXPECT_TRUE(opensElsewhere(folder));
     fs::rename(folder, home / "moved");
-    EXPECT_FALSE(MacBookmark::closeBookmark(folder)) << "gone";
     EXPECT_EQ(MacBookmark::entries().at(0).state, MacBookmark::State::unresolvable);
     fs::create_directory(folder);
-    EXPECT_TRUE(!opensElsewhere(folder) && MacBookmark::closeBookmark(folder)) << "a stale bookmark resolves";
     EXPECT_EQ(MacBookmark::entries().at(0).state, MacBookmark::State::stale);
+    EXPECT_TRUE(!opensElsewhere(folder) && MacBookmark::closeBookmark(folder)) << "a stale bookmark resolves";
     fs::remove(folder);
     fs::rename(home / "moved", folder);
     EXPECT_TRUE(opensElsewhere(folder)) << "back again";
@@ -99,10 +98,11 @@ TEST_F(SandboxPlatform, AnotherProcessFindsTheBookmarkUntilTheFolderIsAnotherOne
 TEST_F(SandboxPlatform, OnlyWholeDataOfThisVersionResolves)
 {
     const Bytes good = MacBookmark::createSharedBookmark(folder);
-    ASSERT_GT(good.size(), 8U);
-    std::vector<Bytes> rows{good, good, {}, {good.begin(), good.end() - 1}, {good.begin(), good.begin() + 7}, good};
-    ++rows[0][7]; // the version
-    rows[1].push_back('x');
+    std::vector<Bytes> rows(5, good);
+    rows[0].at(7)++; // the version
+    rows[1].clear();
+    rows[2].pop_back();
+    rows[3].push_back(0);
     for (const Bytes &data : rows) {
         platform::setUserDefaultsData("vant_pdf_/x", data);
         EXPECT_EQ(MacBookmark::closeBookmark("/x"), data == good) << testing::PrintToString(data);
