@@ -91,7 +91,7 @@ TEST_F(MacRegTest, NothingOutsideTheRegistryIsReached)
         reg.setValue("z", 1);
     }
     EXPECT_TRUE(fs::exists(fileOf("key")) && fs::exists(fileOf("a/..")));
-    EXPECT_EQ(test::readFile(outside + "/x.ini"), "secret=1\n");
+    EXPECT_EQ(fs::file_size(outside + "/x.ini"), 9U);
     for (const std::string &folder : {outside, m_bundle / "support/Foo"})
         EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1) << folder;
 }

@@ -45,7 +45,7 @@ TEST(MacSandbox, OnlyTypedFoldersAreCreated)
     EXPECT_FALSE(fs::exists(dir / "x"));
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Data, "x"), dir / "x/data");
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Type(9), "y"), MacSandbox::getSharedPath("y"));
-    EXPECT_TRUE(fs::is_directory(dir / "x/data") && fs::is_directory(dir / "home/Library/Group Containers/y"));
+    EXPECT_TRUE(fs::is_directory(dir / "x/data"));
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Temp, "file"), dir / "file/temp") << "cannot be created";
     fakePlatform().groupContainers.clear();
     EXPECT_EQ(MacSandbox::getSharedPath("x"), dir / "x") << "the first answer stays";
@@ -66,10 +66,8 @@ TEST(MacSandbox, PermissionMeansExactlyTheFolderAskedFor)
     }
     EXPECT_EQ(fakePlatform().userDefaults.count("vant_pdf_/"), 1U) << "a refused folder is bookmarked as well";
 
-    for (const std::optional<Lines> &answer : {std::optional<Lines>(), std::optional(Lines{})}) {
-        fakePlatform().panelAnswer = answer;
-        EXPECT_FALSE(MacSandbox::requestPermission("/", "Go")) << "cancelled";
-    }
+    fakePlatform().panelAnswer.reset();
+    EXPECT_FALSE(MacSandbox::requestPermission("/", "Go")) << "cancelled";
     EXPECT_EQ(fakePlatform().openPanels.back().prompt, "Go");
 }
 
