@@ -121,17 +121,6 @@ TEST_F(MacRegTest, BadFilesHoldNothingAndAreWrittenAfresh)
     }
 }
 
-TEST_F(MacRegTest, ValuesSurvive)
-{
-    const QStringList values = QString("a,b|\"q\"|%20 100%|@Invalid()|@|c:\\d\\|;x|a=b| s |\r\n\t||ü中😀").split('|')
-        << QString(QChar::Null) + "x";
-    for (const QString &value : values)
-        store("values", value + "/x", value);
-    fs::copy_file(fileOf("values"), fileOf("copy")); // read afresh, not from memory
-    for (const QString &value : values)
-        EXPECT_EQ(stored("copy", value + "/x"), value.toStdString());
-}
-
 TEST_F(MacRegTest, ProcessesLoseNothingOfEachOther)
 {
     const pid_t other = ::fork();
