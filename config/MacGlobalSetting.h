@@ -23,7 +23,7 @@ public:
     /// registry's folder but stores nothing.
     static std::string GetCurrentLanguage();
     /// Stores the language whose "show_name" is `showName` as the user's choice; the first one of several. Changes
-    /// nothing when there is none.
+    /// nothing when there is none, or it has no code.
     static void SetCurrentLanguage(const std::string &showName);
     /// Every "show_name" in the order of the list.
     static std::vector<std::string> GetSupportLanguageList();

@@ -1,5 +1,6 @@
 #include "config/MacReg.h"
 
+#include "config/IniFile.h"
 #include "config/MacConfigPath.h"
 #include "config/WriteTurn.h"
 #include "paths/BundlePath.h"
@@ -125,10 +126,8 @@ QVariant MacReg::value(const QString &name, const QVariant &defaultValue) const
 void MacReg::setValue(const QString &name, const QVariant &value)
 {
     const QMutexLocker locker(&m_mutex);
-    if (!m_settings || name.isEmpty())
-        return;
-    prepareChange();
-    m_settings->setValue(name, value);
+    if (m_settings && !name.isEmpty() && prepareChange())
+        m_settings->setValue(name, value);
 }
 
 bool MacReg::hasKey(const QString &name) const
@@ -151,10 +150,13 @@ void MacReg::openStore()
     atTurn(m_path, [this] { m_settings.emplace(QString::fromStdString(m_path), QSettings::IniFormat); });
 }
 
-void MacReg::prepareChange()
+/// False when the change could not be written: QSettings would wait for good for a lock file that is none.
+bool MacReg::prepareChange()
 {
     if (m_isChanged)
-        return;
+        return true;
+    if (!ini::isWritable(QString::fromStdString(m_path)))
+        return false;
     // The event loop of the thread that a QSettings object belongs to would write changes beside our lock, at any time.
     // One that belongs to no thread is left alone.
     if (m_settings->thread()) {
@@ -166,6 +168,7 @@ void MacReg::prepareChange()
     const std::lock_guard<std::shared_mutex> lock(unsaved.mutex);
     unsaved.paths.insert(m_path);
     m_isChanged = true;
+    return true;
 }
 
 void MacReg::flush()

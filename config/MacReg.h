@@ -47,7 +47,7 @@ public:
 
 private:
     void openStore();
-    void prepareChange();
+    bool prepareChange();
     void flush();
     void close();
 

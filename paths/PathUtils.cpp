@@ -4,6 +4,7 @@
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "config/ProductCfgUtil.h"
+#include "paths/Located.h"
 #include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"
@@ -14,7 +15,6 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QSettings>
-#include <filesystem>
 #include <identity.h>
 #include <unistd.h>
 
@@ -25,14 +25,9 @@ constexpr masked::View HARBO_EDITION_DIR_NAME = product::kHarboDataDirName;
 
 constexpr int kContentNameLength = 30;
 
-/// Empty when the executable has been removed, since nothing can be located then.
-std::string located(std::string (MacConfigPath::*path)(const std::string &) const, const std::string &relative)
+std::string userDataDir()
 {
-    try {
-        return (MacConfigPath::GetInstance()->*path)(relative);
-    } catch (const std::filesystem::filesystem_error &) {
-        return {};
-    }
+    return located([] { return MacConfigPath::GetInstance()->GetUserDataPath({}); });
 }
 
 QString created(const QString &folder)
@@ -46,7 +41,7 @@ QString created(const QString &folder)
 /// `name` in the user data folder, which exists afterwards.
 QString inUserData(const char *name)
 {
-    const std::string folder = located(&MacConfigPath::GetUserDataPath, {});
+    const std::string folder = userDataDir();
     if (::access(folder.c_str(), F_OK) != 0) // the cheapest look: every getter takes it
         created(QString::fromStdString(folder));
     return QString::fromStdString(folder + name);
@@ -55,7 +50,7 @@ QString inUserData(const char *name)
 /// `relative` in the bundle's resources: absolute and clean, since the bundle's root is canonical.
 QString inApplication(const std::string &relative)
 {
-    return QString::fromStdString(located(&MacConfigPath::GetAppConfigPath, relative));
+    return QString::fromStdString(located([&] { return MacConfigPath::GetInstance()->GetAppConfigPath(relative); }));
 }
 
 QString inAppDir(const std::string &name)
@@ -70,9 +65,7 @@ QString inTempDir(const QString &folder)
 
 QString inSharedContainer(const char *name)
 {
-    // Asked once: MacSandbox may not be asked by several threads at a time.
-    static const QString root = QString::fromStdString(MacSandbox::getSharedPath(std::string()));
-    return root + QLatin1String(name);
+    return QString::fromStdString(MacSandbox::getSharedPath(std::string()) + name);
 }
 
 QString md5(const QByteArray &bytes)
@@ -112,27 +105,29 @@ const SandboxMap &sandboxMap()
 /// Empty when the system's own answer holds.
 QString mapped(QStandardPaths::StandardLocation location)
 {
-    return MacSandbox::isSandBox() ? PathUtils::pathOutsideSandbox(location) : QString();
+    return located(MacSandbox::isSandBox) ? PathUtils::pathOutsideSandbox(location) : QString();
 }
 
 } // namespace
 
 QString PathUtils::getAppDataDir(bool create)
 {
-    return create ? inUserData("") : QString::fromStdString(located(&MacConfigPath::GetUserDataPath, {}));
+    return create ? inUserData("") : QString::fromStdString(userDataDir());
 }
 
 QString PathUtils::getAppDataDirName()
 {
-    const ProductCfgUtil *product = SingleTon<ProductCfgUtil>::GetInstance();
-    switch (product->getProductEdition()) {
-    case PDFEdition::Harbo:
-        return QString::fromStdString(HARBO_EDITION_DIR_NAME.str());
-    case PDFEdition::Wrenfix:
-        return QString::fromStdString(product::kWrenfixDataDirName.str());
-    default:
-        return product->getCacheDirName();
-    }
+    return located([] {
+        const ProductCfgUtil *product = SingleTon<ProductCfgUtil>::GetInstance();
+        switch (product->getProductEdition()) {
+        case PDFEdition::Harbo:
+            return QString::fromStdString(HARBO_EDITION_DIR_NAME.str());
+        case PDFEdition::Wrenfix:
+            return QString::fromStdString(product::kWrenfixDataDirName.str());
+        default:
+            return product->getCacheDirName();
+        }
+    });
 }
 
 QString PathUtils::getTempDir()
@@ -199,7 +194,7 @@ bool PathUtils::isSwithToStandard()
 
 QString PathUtils::getThumbnailDir()
 {
-    return created(MacSandbox::isSandBox() ? inSharedContainer("/thumbpics/") : inUserData("thumbpics/"));
+    return created(located(MacSandbox::isSandBox) ? inSharedContainer("/thumbpics/") : inUserData("thumbpics/"));
 }
 
 bool PathUtils::isThumbnailExistAndValid(const QString &filePath, const QString &thumbPath)
@@ -231,8 +226,8 @@ QString PathUtils::getContentFileFullPath(const QString &filePath)
 
 QString PathUtils::getWelcomeFilePath()
 {
-    const std::string name = welcomeFileName();
-    if (MacSandbox::isSandBox())
+    const std::string name = located(welcomeFileName);
+    if (located(MacSandbox::isSandBox))
         return QDir(created(inSharedContainer("/pdfreader"))).filePath(QString::fromStdString(name));
     return inApplication("data/" + name);
 }

@@ -234,9 +234,9 @@ public:
     /// An existing destination is removed first, so that its room is free for the copy. The destination's folder must
     /// exist.
     static int copyFile(const QString &from, const QString &to);
-    /// Copies the files of a folder, hidden ones included, whose names match one of the wildcards (all, if there are
-    /// none) into another folder, which is created when missing. Existing files there stay as they are; folders are not
-    /// copied. False only when `fromDir` does not exist.
+    /// Copies the files of a folder, hidden ones included, whose names match one of the wildcards, in any case of
+    /// letters (all, if there are none), into another folder, which is created when missing. Existing files there stay
+    /// as they are; folders are not copied. False only when `fromDir` does not exist.
     static bool copyFilterFileInDir(const QString &fromDir, const QString &toDir, const QStringList &nameFilters);
 
     /// Opens a file with the application that the system has for it; whether that was started. Main thread, with a

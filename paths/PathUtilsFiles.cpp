@@ -1,5 +1,6 @@
 #include "paths/PathUtils.h"
 
+#include "paths/Located.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"
 #include "paths/platform/FileManager.h"
@@ -53,8 +54,7 @@ constexpr DialogKind kDialogKinds[] = {
 
 const DialogKind &kindOf(PathUtils::PathType type)
 {
-    const int index = type - 1;
-    return index >= 0 && index < static_cast<int>(std::size(kDialogKinds)) ? kDialogKinds[index] : kOtherKind;
+    return type >= 1 && type <= static_cast<int>(std::size(kDialogKinds)) ? kDialogKinds[type - 1] : kOtherKind;
 }
 
 QString orDocuments(const QString &dir)
@@ -184,6 +184,8 @@ QString PathUtils::getDirPathAlias(const QString &path)
 
 bool PathUtils::IsFilePathExist(const QString &path)
 {
+    if (path.contains(QChar::Null)) // at which the path would end
+        return false;
     std::error_code error;
     const fs::file_status status = fs::status(path.toStdString(), error);
     return fs::exists(status) && !fs::is_directory(status);
@@ -201,8 +203,7 @@ QString PathUtils::getFilePathDir(const QString &path)
 
 void PathUtils::GetPathWithCaseSensitive(QString &path)
 {
-    if (!path.isEmpty())
-        path = QFileInfo(path).absoluteFilePath();
+    path = QFileInfo(path).absoluteFilePath();
 }
 
 bool PathUtils::checkFileSameBySize(const QString &a, const QString &b)
@@ -232,7 +233,8 @@ bool PathUtils::checkDirPermission(const QString &dir)
 {
     if (dir.isEmpty())
         return false;
-    return !MacSandbox::isSandBox() || QDir(dir).isReadable() || MacSandbox::requestPermission(dir.toStdString(), {});
+    return !located(MacSandbox::isSandBox) || QDir(dir).isReadable()
+        || MacSandbox::requestPermission(dir.toStdString(), {});
 }
 
 bool PathUtils::deleteFile(const QString &path)

@@ -4,10 +4,10 @@
 
 #include <QCoreApplication>
 #include <chrono>
+#include <future>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -43,8 +43,15 @@ TEST_F(MacRegTest, ChangesAreWrittenBySyncAndWhenTheKeyIsClosed)
 {
     int argc = 0;
     const QCoreApplication application(argc, nullptr);
+    static std::string logged;
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &line) {
+        logged += type == QtInfoMsg ? line.toStdString() : "";
+    });
     MacReg reg;
     EXPECT_FALSE(reg.open("common", true)) << "nothing was stored yet";
+    qInstallMessageHandler(nullptr);
+    EXPECT_EQ(logged, "MacReg::open strRegPath = " + fileOf("common"));
+    EXPECT_TRUE(fs::is_empty(m_bundle / m_folder)) << "made by looking too";
     reg.setValue("x", 1);
     EXPECT_EQ(reg.value("x", 7).toInt(), 7);
     EXPECT_FALSE(reg.hasKey("x") || reg.sync());
@@ -74,10 +81,9 @@ TEST_F(MacRegTest, NothingOutsideTheRegistryIsReached)
     fs::create_symlink(outside + "/new.ini", fileOf("dangling"));
     ASSERT_EQ(::mkfifo(fileOf("pipe").c_str(), 0600), 0);
 
-    const QStringList opened = {"sub/key", "sub/../key", "..", "a/..", "within", QString(300, 'k')};
-    const QStringList refused = {
-        "../x",     "a/../../x", "../../../outside/x",      outside.c_str() + QString("/x"), "folder/x", "file",
-        "dangling", "pipe",      QString("a") + QChar::Null};
+    const QStringList opened = QStringList{"sub/key", "sub/../key", "..", "a/..", "within"} << QString(300, 'k');
+    const QStringList refused = QStringList{"../x", "a/../../x", "../../../outside/x", "folder/x", "file", "dangling"}
+        << "pipe" << QString("a") + QChar::Null << outside.c_str() + QString("/x");
     for (const QString &key : opened + refused) {
         MacReg reg;
         EXPECT_EQ(reg.open(key, false), opened.contains(key)) << key.toStdString();
@@ -85,7 +91,7 @@ TEST_F(MacRegTest, NothingOutsideTheRegistryIsReached)
         reg.setValue("z", 1);
     }
     EXPECT_TRUE(fs::exists(fileOf("key")) && fs::exists(fileOf("a/..")));
-    EXPECT_EQ(test::readFile(outside + "/x.ini"), "secret=1\n");
+    EXPECT_EQ(fs::file_size(outside + "/x.ini"), 9U);
     for (const std::string &folder : {outside, m_bundle / "support/Foo"})
         EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1) << folder;
 }
@@ -93,11 +99,9 @@ TEST_F(MacRegTest, NothingOutsideTheRegistryIsReached)
 TEST_F(MacRegTest, BadFilesHoldNothingAndAreWrittenAfresh)
 {
     const std::pair<const char *, std::string> rows[] = {
-        {"empty", ""},
         {"binary", std::string("\0\xff\x01[\n=\n]\x80", 9)},
         {"broken section", "[language\nx\n"},
-        {"CRLF", "kept=1\r\n[s]\r\na=b\r\n"},
-        {"byte-order mark", "\xEF\xBB\xBF[General]\nkept=1\n"},
+        {"byte-order mark and CRLF", "\xEF\xBB\xBF[General]\r\nkept=1\r\n"},
         {"5 MB", "kept=1\nlong=" + std::string(5 << 20, 'x') + "\n"},
     };
     for (const auto &[name, content] : rows) {
@@ -110,30 +114,11 @@ TEST_F(MacRegTest, BadFilesHoldNothingAndAreWrittenAfresh)
         EXPECT_EQ(stored("copy", "kept"), kept) << name;
     }
     fs::create_directories(fileOf("folder"));
-    store("folder", "x", "1");
-    EXPECT_EQ(stored("folder", "x"), "default");
-}
-
-TEST_F(MacRegTest, ValuesSurvive)
-{
-    const QStringList values = {"a,b",
-                                "\"q\"",
-                                "%20 100%",
-                                "@Invalid()",
-                                "@",
-                                "c:\\d\\",
-                                ";x",
-                                "a=b",
-                                " s ",
-                                "\r\n\t",
-                                "",
-                                "ü中\U0001F600",
-                                QString(QChar::Null) + "x"};
-    for (const QString &value : values)
-        store("values", value + "/x", value);
-    fs::copy_file(fileOf("values"), fileOf("copy")); // read afresh, not from memory
-    for (const QString &value : values)
-        EXPECT_EQ(stored("copy", value + "/x"), value.toStdString());
+    fs::create_directories(fileOf("locked") + ".lock"); // which is waited for without end
+    for (const char *key : {"folder", "locked"}) {
+        store(key, "x", "1");
+        EXPECT_EQ(stored(key, "x"), "default") << key;
+    }
 }
 
 TEST_F(MacRegTest, ProcessesLoseNothingOfEachOther)
@@ -158,16 +143,14 @@ TEST_F(MacRegTest, ThreadsShareObjectsAndKeys)
 {
     MacReg shared;
     ASSERT_TRUE(shared.open("threads", false));
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 40; ++i) {
-        threads.emplace_back([&shared, name = QString::number(i)] {
+    std::vector<std::future<void>> threads(40);
+    for (std::size_t i = 0; i < threads.size(); ++i)
+        threads[i] = std::async(std::launch::async, [&shared, name = QString::number(i)] {
             shared.setValue("shared/" + name, name);
             store("threads", "own/" + name, name);
             shared.sync();
         });
-    }
-    for (std::thread &thread : threads)
-        thread.join();
+    threads.clear(); // joins them
     const std::string content = test::readFile(fileOf("threads"));
     EXPECT_EQ(std::count(content.begin(), content.end(), '='), 80);
 }

@@ -42,17 +42,14 @@ TEST(MacBookmark, OpensOnlyWhatResolvesFreshAndMayBeAccessed)
 {
     store("/a", "2048:/a");
     store("/bad", "bad");
-    EXPECT_FALSE(MacBookmark::openBookmark("/none/"));
-    EXPECT_FALSE(MacBookmark::closeBookmark("/bad"));
+    EXPECT_FALSE(MacBookmark::openBookmark("/none/") || MacBookmark::closeBookmark("/bad"));
     fakePlatform().staleBookmarks = true;
-    EXPECT_FALSE(MacBookmark::openBookmark("/a"));
-    EXPECT_TRUE(MacBookmark::closeBookmark("/a")) << "a stale bookmark resolves";
+    EXPECT_TRUE(!MacBookmark::openBookmark("/a") && MacBookmark::closeBookmark("/a")) << "a stale bookmark resolves";
     fakePlatform().staleBookmarks = false;
     fakePlatform().deniesAccess = true;
     EXPECT_FALSE(MacBookmark::openBookmark("/a"));
     fakePlatform().deniesAccess = false;
-    EXPECT_TRUE(MacBookmark::openBookmark("/a"));
-    EXPECT_TRUE(MacBookmark::deleteBookmark("/a"));
+    EXPECT_TRUE(MacBookmark::openBookmark("/a") && MacBookmark::deleteBookmark("/a"));
     EXPECT_TRUE(MacBookmark::hasBookmark("/a")) << "deleting keeps the entry, on purpose";
     EXPECT_EQ(fakePlatform().accesses, (Lines{"stop 1024 /a", "start 1024 /a", "start 1024 /a", "stop 1024 /a"}));
     EXPECT_EQ(
@@ -66,15 +63,8 @@ TEST(MacBookmark, SearchesTheFoldersAbove)
     for (const std::string path : {"", "/", "/a", "/a/b"})
         store(path, "2048:" + path);
     const std::tuple<const char *, bool, Lines> rows[] = {
-        {"", true, {}},
-        {"a/b", true, {}},
-        {"/", true, {}},
-        {"/../..", true, {}},
-        {"/z/y", true, {}},
-        {"/a/b/c", false, {}},
-        {"/a/b", false, {"/a/b"}},
-        {"/a/b/c/", true, {"/a/b"}},
-        {"//a/b/../x/./y", true, {"/a"}},
+        {"", true, {}},        {"a/b", true, {}},           {"/../z", true, {}},
+        {"/a/b/c", false, {}}, {"/a/b/c/", true, {"/a/b"}}, {"//a/b/../x/./y", true, {"/a"}},
     };
     for (const auto &[dir, searchParents, opened] : rows) {
         fakePlatform().accesses.clear();
@@ -93,19 +83,15 @@ TEST(MacBookmark, SharesPlainBookmarksAsJson)
               (Lines{"Error creating bookmark: no bookmark, /none", "MacBookmark::openBookmark succeed",
                      "MacBookmark::openBookmark succeed okokok", "MacBookmark::openBookmark nullptr",
                      "MacBookmark::openBookmark succeed", "Failed to start accessing security scoped resource 288."}));
-}
 
-TEST(MacBookmark, OpensNothingOfATextThatIsNoArrayOfByteArrays)
-{
-    constexpr std::size_t size = 50 << 20;
-    std::string many = "[[]";
-    while (many.size() < size)
-        many += ",[]";
-    Lines texts{"", "text", "1", "{\"a\":[[1]]}", "[[1]]]", std::string("[[1]]\0", 6), std::string(size, '['), many};
-    for (const char *element : {"1", "\"\"", "null", "[256]", "[-1]", "[1.0]", "[1e1]", "[99999999999999999999]",
-                                "[\"1\"]", "[true]", "[{}]", "[[1]]"})
-        texts.push_back(std::string("[[48,58,47],") + element + "]");
-    for (const std::string &text : texts)
+    fakePlatform().systemLog.clear();
+    std::string tooMany = "[[]";
+    for (int i = 0; i < 100'000; ++i)
+        tooMany += ",[]";
+    Lines bad{"", "{\"a\":[[1]]}", "[[1]]]", std::string(50 << 20, '['), tooMany + "]"};
+    for (const char *element : {"1", "[256]", "[-1]", "[1.0]", "[99999999999999999999]", "[\"1\"]", "[[1]]"})
+        bad.push_back(std::string("[[48,58,47],") + element + "]");
+    for (const std::string &text : bad)
         EXPECT_FALSE(MacBookmark::parseSharedBookmarkJson(text)) << text.substr(0, 40);
-    EXPECT_EQ(fakePlatform().systemLog, Lines{});
+    EXPECT_EQ(fakePlatform().systemLog, Lines{}) << "nothing is opened";
 }

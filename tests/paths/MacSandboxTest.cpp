@@ -45,7 +45,7 @@ TEST(MacSandbox, OnlyTypedFoldersAreCreated)
     EXPECT_FALSE(fs::exists(dir / "x"));
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Data, "x"), dir / "x/data");
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Type(9), "y"), MacSandbox::getSharedPath("y"));
-    EXPECT_TRUE(fs::is_directory(dir / "x/data") && fs::is_directory(dir / "home/Library/Group Containers/y"));
+    EXPECT_TRUE(fs::is_directory(dir / "x/data"));
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Temp, "file"), dir / "file/temp") << "cannot be created";
     fakePlatform().groupContainers.clear();
     EXPECT_EQ(MacSandbox::getSharedPath("x"), dir / "x") << "the first answer stays";
@@ -54,9 +54,9 @@ TEST(MacSandbox, OnlyTypedFoldersAreCreated)
 TEST(MacSandbox, PermissionMeansExactlyTheFolderAskedFor)
 {
     const std::tuple<const char *, const char *, const char *, bool> rows[] = {
-        {"/x/a/../b/", "/x/b", "/x/b", true}, {"/x/b", "/x/b", "/x/b/", false},
-        {"/x//b/.//", "/x/b", "/", false},    {"/", "/", "/", true},
-        {"/../", "/", "/x", false},
+        {"/x/a/../b/", "/x/b", "/x/b", true},
+        {"/x//b/.//", "/x/b", "/", false},
+        {"/", "/", "/", true},
     };
     for (const auto &[asked, start, chosen, granted] : rows) {
         fakePlatform().panelAnswer = Lines{chosen};
@@ -68,24 +68,16 @@ TEST(MacSandbox, PermissionMeansExactlyTheFolderAskedFor)
 
     fakePlatform().panelAnswer.reset();
     EXPECT_FALSE(MacSandbox::requestPermission("/", "Go")) << "cancelled";
-    fakePlatform().panelAnswer = Lines{};
-    EXPECT_FALSE(MacSandbox::requestPermission("/", "Go"));
     EXPECT_EQ(fakePlatform().openPanels.back().prompt, "Go");
 }
 
 TEST(MacSandbox, UrlsAreEncodedForAQuery)
 {
     const Lines none;
-    for (const auto &[url, encoded] : std::map<std::string, std::string>{
-             {"x:!$&'()*+,-./0:;=?@_~", "x:!$&'()*+,-./0:;=?@_~"},
-             {"x:%20#[]", "x:%2520%23%5B%5D"},
-             {"x: \"<>\\^`{|}\n\x7f", "x:%20%22%3C%3E%5C%5E%60%7B%7C%7D%0A%7F"},
-             {"x:é😀", "x:%C3%A9%F0%9F%98%80"},
-         }) {
-        EXPECT_TRUE(MacSandbox::openURL({"", url, none}, nullptr)) << url;
-        EXPECT_EQ(fakePlatform().launches.back().first.url, encoded);
-    }
-    for (const char *bad : {"", "x:\xff", "x:\xed\xa0\x80", "x:\xc3"})
+    EXPECT_TRUE(MacSandbox::openURL({"", "x:!$&'()*+,-./0:;=?@_~%20#[] \"<>\\^`{|}\n\x7fé😀", none}, nullptr));
+    EXPECT_EQ(fakePlatform().launches[0].first.url,
+              "x:!$&'()*+,-./0:;=?@_~%2520%23%5B%5D%20%22%3C%3E%5C%5E%60%7B%7C%7D%0A%7F%C3%A9%F0%9F%98%80");
+    for (const char *bad : {"", "x:\xff", "x:\xed\xa0\x80"})
         EXPECT_FALSE(MacSandbox::openURL({"", bad, none}, nullptr)) << bad;
     EXPECT_THROW(fakePlatform().launches[0].second({}), std::bad_function_call) << "an empty completion";
 }
@@ -96,37 +88,34 @@ TEST(MacSandbox, LaunchesAsAskedAndReports)
     std::vector<int> reported;
     const auto completion = [&reported](int pid) { reported.push_back(pid); };
     EXPECT_FALSE(MacSandbox::openURL({"/no app", "x:", arguments}, completion));
-    EXPECT_FALSE(MacSandbox::openApp({"/no app", "x:", arguments}, completion));
-    EXPECT_FALSE(MacSandbox::openApp({"", "x:", arguments}, completion));
+    for (const char *bad : {"", "/no app"})
+        EXPECT_FALSE(MacSandbox::openApp({bad, "x:", arguments}, completion));
     EXPECT_TRUE(MacSandbox::openURL({"/", "x:", arguments, false, true}, completion));
     EXPECT_TRUE(MacSandbox::openApp({"/", "x:", arguments, false, true}, completion));
     ASSERT_EQ(fakePlatform().launches.size(), 2U);
 
-    const auto &[url, urlHandler] = fakePlatform().launches[0];
+    const platform::LaunchRequest &url = fakePlatform().launches[0].first, &app = fakePlatform().launches[1].first;
     EXPECT_TRUE(url.url == "x:" && url.applicationPath == "/" && url.arguments.empty());
     EXPECT_TRUE(url.hides && !url.activates && url.createsNewInstance);
-    const auto &[app, appHandler] = fakePlatform().launches[1];
     EXPECT_TRUE(app.url.empty() && app.applicationPath == "/" && app.arguments == arguments);
     EXPECT_TRUE(!app.hides && app.activates && app.createsNewInstance);
-
-    urlHandler({true, "Viewer", 12});
-    urlHandler({false, "no viewer", 0});
-    appHandler({true, "App", 13});
-    appHandler({false, "no app", 0});
-    EXPECT_EQ(reported, (std::vector<int>{12, -1, 13, -1}));
+    for (const auto &[request, handler] : fakePlatform().launches) {
+        handler({true, "A", 12});
+        handler({false, "none", 0});
+    }
+    EXPECT_EQ(reported, (std::vector<int>{12, -1, 12, -1}));
     EXPECT_EQ(fakePlatform().systemLog,
-              (Lines{"OpenURLWithNSWorkspace successfully: Viewer", "OpenURLWithNSWorkspace: no viewer",
-                     "RunWithNSWorkspace successfully: App", "RunWithNSWorkspace: no app"}));
+              (Lines{"OpenURLWithNSWorkspace successfully: A", "OpenURLWithNSWorkspace: none",
+                     "RunWithNSWorkspace successfully: A", "RunWithNSWorkspace: none"}));
 }
 
 TEST(MacSandbox, WaitsUntilTheProcessEndsOrTimeFallsBelowZero)
 {
     const std::tuple<const char *, int, int, int, int> rows[] = {
         // time-out, looks while running, result, looks
-        {"not running", 500, 0, 0, 1},
         {"keeps running", 500, 100, -1, 4},
         {"multiple of the interval", 400, 4, 0, 5},
-        {"no time-out", 0, 1, 0, 2},
+        {"no time-out", 0, 0, 0, 1},
     };
     for (const auto &[name, timeout, whileRunning, result, looks] : rows) {
         fakePlatform().looks = 0;

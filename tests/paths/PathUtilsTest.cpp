@@ -4,6 +4,7 @@
 #include "tests/support/FakePlatform.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QLineEdit>
 #include <QTimer>
 #include <csignal>
@@ -59,22 +60,25 @@ template <typename Dialog> QString answer(const QString &path, const Dialog &dia
 TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
 {
     make("Foo.app/Contents/Resources/cfgdata/componentConfig.ini", "[product]\nproduct_edition=1\nis_tv_product=1\n");
-    EXPECT_EQ(PathUtils::getAppConfigPath(false), at("support/Foo/config.ini"));
-    EXPECT_EQ(PathUtils::getPreloadImgTempPath(), at("preloadFlipImg/"));
+    EXPECT_EQ(PathUtils::getAppConfigPath(false) + PathUtils::getPreloadImgTempPath(),
+              at("support/Foo/config.ini") + at("preloadFlipImg/"));
     EXPECT_EQ(PathUtils::getWelcomeFilePath(), at("Foo.app/Contents/Resources/data/Welcome_tolva.pdf"));
     EXPECT_NE(PathUtils::writableLocation(QStandardPaths::DocumentsLocation), at("home/Documents"));
+    EXPECT_EQ(PathUtils::pathOutsideSandbox(QStandardPaths::DocumentsLocation), at("home/Documents"));
     EXPECT_EQ(QDir(at("")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("Foo.app"));
 
     EXPECT_EQ(PathUtils::getWatermarkDir(), at("support/Foo/watermark/"));
     EXPECT_FALSE(PathUtils::isSwithToStandard());
     EXPECT_TRUE(fs::is_empty(bundle / "support/Foo"));
+    make("support/Foo/we_cache_cfg.ini", "[tryNoChange]\nswitch=1\n");
+    EXPECT_TRUE(PathUtils::isSwithToStandard());
     for (const auto getter : {PathUtils::getSignatureDir, PathUtils::getSealDir, PathUtils::getRecommendPdfDir,
                               PathUtils::getSaveChatDocContentFileDir, PathUtils::getThumbnailDir}) {
         const QString path = getter();
         EXPECT_TRUE(fs::is_directory(path.toStdString()) && path.startsWith(at("support/Foo/")) && path.endsWith('/'));
     }
-    EXPECT_TRUE(PathUtils::GetEditImageBackupDir() == at("backup/vantpdf_hb/")
-                && QFile::exists(at("backup/vantpdf_hb")));
+    EXPECT_EQ(PathUtils::GetEditImageBackupDir(), at("backup/vantpdf_hb/"));
+    EXPECT_TRUE(QFile::exists(at("backup/vantpdf_hb")));
 }
 
 TEST_F(PathUtilsTest, GettersAnswerWithoutABase)
@@ -82,7 +86,9 @@ TEST_F(PathUtilsTest, GettersAnswerWithoutABase)
     fs::remove(fakePlatform().executablePath);
     EXPECT_EQ(PathUtils::getSealDir(), "seal/");
     EXPECT_FALSE(QFile::exists("seal"));
-    EXPECT_EQ(PathUtils::getConfigDataPath(), "");
+    EXPECT_EQ(PathUtils::getThumbnailDir(), "thumbpics/");
+    EXPECT_EQ(PathUtils::getConfigDataPath() + PathUtils::getWelcomeFilePath() + PathUtils::getAppDataDirName(), "");
+    EXPECT_TRUE(PathUtils::checkDirPermission("/"));
 }
 
 TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
@@ -90,11 +96,16 @@ TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
     bundle.writeGlobalFile("[common]\nenable_sbx=1\ngroup_name=g\n");
     fakePlatform().groupContainers["g"] = bundle / "group";
     EXPECT_EQ(PathUtils::getThumbnailDir(), at("group/thumbpics/"));
+    EXPECT_TRUE(QFile::exists(at("group/thumbpics")));
+    make("Foo.app/Contents/Resources/data/help.pdf", "help");
+    EXPECT_EQ(PathUtils::copyWelcomeFileWithUpdateToWelcomeFile(), 1);
     EXPECT_EQ(PathUtils::getWelcomeFilePath(), at("group/pdfreader/Welcome_zh.pdf"));
-    EXPECT_TRUE(QFile::exists(at("group/thumbpics")) && QFile::exists(at("group/pdfreader")));
+    EXPECT_EQ(test::readFile(bundle / "group/pdfreader/Welcome_zh.pdf"), "help");
     EXPECT_EQ(PathUtils::standardLocations(QStandardPaths::DownloadLocation), QStringList(at("home/Downloads")));
+    EXPECT_EQ(PathUtils::writableLocation(QStandardPaths::PicturesLocation),
+              QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
     PathRecorder recorder;
-    EXPECT_EQ(PathUtils::getExportDir(&recorder), at("home/Documents"));
+    EXPECT_EQ(PathUtils::getExportDir(nullptr) + PathUtils::getExportDir(&recorder), at("home/Documents"));
 
     fakePlatform().panelAnswer = {bundle / "home"};
     EXPECT_TRUE(PathUtils::checkDirPermission(at("group")) && PathUtils::checkDirPermission(at("home/")));
@@ -107,6 +118,7 @@ TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
     EXPECT_NE(PathUtils::getThumbnailPath(at("docs/../docs/ü.pdf")), thumbnail);
     EXPECT_EQ(PathUtils::getRenderCacheImagePath(document, 3, 0), thumbnail);
     EXPECT_EQ(PathUtils::getRenderCacheImagePath(document, 3, 1), PathUtils::getRenderCacheDir(document) + "3");
+    EXPECT_EQ(PathUtils::GetThumbnaiPicPath(at("none")) + PathUtils::GetCachePicPath(document), thumbnail);
     test::writeFile(thumbnail.toStdString(), "");
     for (const int age : {-5, 0, 5}) {
         fs::last_write_time(document.toStdString(),
@@ -120,10 +132,11 @@ TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
 TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
 {
     EXPECT_EQ(PathUtils::PathToSuffix("C:\\docs\\file.tar.gz"), "gz");
-    EXPECT_EQ(PathUtils::PathToSuffix("/x.y/README"), "README");
-    EXPECT_EQ(PathUtils::PathRemoveSuffix("/x.y/README"), "README");
+    EXPECT_EQ(PathUtils::PathToSuffix("/x.y/A") + PathUtils::PathRemoveSuffix("/x.y/B"), "AB");
     EXPECT_EQ(PathUtils::PathRemoveSuffix("/a/.😀"), "");
     EXPECT_EQ(PathUtils::getDirPathAlias("/a/b\\😀"), "b\\😀");
+    for (const char *path : {"//", "FTP://host", "a//b", "//server/share", "ftp://host"})
+        EXPECT_EQ(PathUtils::isNetworkDiskPath(path), QString(path).endsWith("share") || path[0] == 'f') << path;
 
     const QString path = at("re%2.po.pdf");
     for (const char *next : {"re%2.po.pdf", "re%2.po(1).pdf", "re%2.po(2).pdf"}) {
@@ -132,7 +145,10 @@ TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
         make(next);
     }
     EXPECT_EQ(PathUtils::GetPathNoConflit(path, 3, 3), "");
-    EXPECT_EQ(PathUtils::GetPathNoConflit(path, 3, 5).size(), path.size() + 15);
+    // Six or seven in the evening, wherever this runs: hours are counted to twelve.
+    qputenv("TZ", "XXX" + QByteArray::number(QDateTime::currentDateTimeUtc().time().hour() - 18));
+    const QString stamped = PathUtils::GetPathNoConflit(path, 3, 5);
+    EXPECT_TRUE(stamped.size() == path.size() + 15 && stamped[path.size() + 1] == '0') << stamped.toStdString();
     EXPECT_EQ(PathUtils::GetPathNoConflit(make("notes"), 2, 2), at("notes(1)."));
     EXPECT_EQ(PathUtils::GetDirectoryNoConflit(at("Foo.app/"), 2, 2), at("Foo.app/(1)"));
 }
@@ -143,18 +159,16 @@ TEST_F(PathUtilsTest, CopiesOneFile)
         make(name, name);
     ::mkfifo((bundle / "fifo").c_str(), 0600);
     const std::tuple<const char *, const char *, const char *, int, const char *> rows[] = {
-        {"onto itself", "from", "from", 1, "from"},
-        {"same size counts as same", "from", "size", 1, "size"},
-        {"missing source", "none", "size", 2, "size"},
-        {"folder as source", "Foo.app", "size", 3, "size"},
-        {"FIFO that nobody writes", "fifo", "size", 3, "size"},
-        {"onto a folder", "from", "Foo.app", 4, nullptr},
-        {"over another", "from", "other size", 1, "from"},
+        {"onto itself", "from", "from", 1, "from"},       {"same size counts as same", "from", "size", 1, "size"},
+        {"missing source", "none", "size", 2, "size"},    {"FIFO that nobody writes", "fifo", "size", 3, "size"},
+        {"onto a folder", "from", "Foo.app", 4, nullptr}, {"over another", "from", "other size", 1, "from"},
     };
     for (const auto &[name, from, to, code, left] : rows) {
         EXPECT_EQ(PathUtils::copyFile(at(from), at(to)), code) << name;
         EXPECT_TRUE(!left || test::readFile(bundle / to) == left) << name;
     }
+    const QString broken = at("from") + QChar::Null;
+    EXPECT_EQ(PathUtils::copyFile(broken, broken + "x"), 2) << "a NUL ends no path";
 
     const QString from = make("from", QByteArray(100'000, 'x')), to = make("to/file", "in the way");
     std::signal(SIGXFSZ, SIG_IGN);
@@ -171,6 +185,8 @@ TEST_F(PathUtilsTest, FoldersLoseNoMoreThanTheyAreTold)
     EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("none"), at("made"), {}) || QFile::exists(at("made")));
     EXPECT_TRUE(PathUtils::copyFilterFileInDir(at("from"), at("to/x"), {"*.txt"}));
     EXPECT_TRUE(QFile::exists(at("to/x/.b.txt")) && test::readFile(bundle / "to/x/a.txt") == "to/x/a.txt");
+    EXPECT_TRUE(!QFile::exists(at("to/x/c.png")) && PathUtils::OpenDirectory(at("from/a.txt")));
+    EXPECT_EQ(fakePlatform().revealedFiles, std::vector<QString>{at("from/a.txt")});
 
     for (const char *link : {"link", "to/link"})
         fs::create_directory_symlink(bundle / "from", bundle / link);
@@ -226,4 +242,13 @@ TEST_F(PathUtilsTest, DialogsRememberTheirFolders)
                                           kOptions);
     };
     EXPECT_EQ(answer(at("new"), save), "/") << "no folder of last resort";
+    EXPECT_EQ(PathUtils::getSaveFileName(PathUtils::PdfPath, start, nullptr), "") << "nor a dialog without a recorder";
+
+    bundle.writeGlobalFile("[common]\nenable_sbx=1\n");
+    fs::create_directories(bundle / "home/Documents");
+    const auto openSeveral = [] {
+        return PathUtils::getOpenFileNames(PathUtils::PdfPath, "", nullptr, "", "", "", nullptr, kOptions).value(0);
+    };
+    EXPECT_EQ(answer(chosen, openSeveral), at("home/Documents"));
+    EXPECT_EQ(PathRecorder::GetInstance()->m_documentDir, at("other"));
 }
