@@ -124,19 +124,40 @@ TEST(IniFile, TextsKeepTheirCommas)
         EXPECT_EQ(textIn(content), text) << content;
 }
 
-TEST(IniFile, WhatIsNoRegularFileIsLeftAlone)
+TEST(IniFile, WhatIsNotSoundIsLeftAlone)
 {
     const test::TempDir dir;
     const QString fifo = q(dir / "fifo");
+    const QString huge = q(dir / "huge");
     ASSERT_EQ(::mkfifo(qPrintable(fifo), 0600), 0);
-    for (const QString &path : {fifo, q(dir.path()), QString("/dev/null"), QString(), QString(5000, 'x')}) {
-        EXPECT_FALSE(ini::isWritable(path)) << qPrintable(path);
+    test::writeFile(dir / "huge", "[s]\nk=1\n");
+    fs::resize_file(dir / "huge", (16U << 20) + 1);
+    for (const QString &path : {fifo, huge, q(dir.path()), QString("/dev/null"), QString(), QString(5000, 'x')}) {
         EXPECT_FALSE(ini::setValue(path, "s", "k", "9")) << qPrintable(path);
         ini::change(path, [](QSettings &) { FAIL(); });
         EXPECT_EQ(QSettings(ini::readable(path), QSettings::IniFormat).value("s/k", 7), 7) << qPrintable(path);
     }
     EXPECT_FALSE(ini::setValue(q(dir / "fifo/store.ini"), "s", "k", "9")) << "no folder";
-    EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), {}), 1) << "only the FIFO";
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), {}), 2) << "nothing was added";
     fs::create_directory(dir / "store.ini.lock");
     EXPECT_FALSE(ini::isWritable(q(dir / "store.ini"))) << "QSettings would wait for the lock for good";
+}
+
+TEST(IniFile, SerializedValuesAreNoticed)
+{
+    const std::pair<const char *, bool> rows[] = {
+        {"@Size(1 2)", true},
+        {R"(@Variant(\0\0\0\t\x7f\xff\xff\xf0))", false},
+        {R"(me@example.com, \x40, \\Variant()", true},
+        {R"(1, @Variant(\0))", false},
+        {R"(\x10040Var"iant("\0))", false},
+        {"@Vari\\\r\na\\zn\\164(\\0)", false},
+    };
+    const test::TempDir dir;
+    const QString path = q(dir / "store.ini");
+    for (const auto &[text, isSound] : rows) {
+        test::writeFile(dir / "store.ini", std::string("[s]\nk=") + text + "\n");
+        EXPECT_EQ(ini::readable(path) == path, isSound) << text;
+        EXPECT_EQ(ini::isWritable(path), isSound) << text;
+    }
 }
