@@ -26,7 +26,7 @@ const ProductCfgUtil &config()
 /// A text of the registry. One that was put in by hand, with commas and no quotes, comes out as a list.
 QString textOf(const QVariant &value)
 {
-    return value.toStringList().join(QLatin1Char(','));
+    return value.type() == QVariant::StringList ? value.toStringList().join(QLatin1Char(',')) : value.toString();
 }
 
 bool isInstalled(masked::View bundleId)
