@@ -183,11 +183,13 @@ QStringList separators(const QByteArray &raw)
     return found;
 }
 
-QString rejoined(const QStringList &parts, const QByteArray &raw)
+bool isList(const QVariant &value)
 {
-    const QStringList between = separators(raw);
-    if (between.size() != parts.size() - 1)
-        return parts.join(QLatin1Char(','));
+    return value.type() == QVariant::StringList || value.type() == QVariant::List;
+}
+
+QString rejoined(const QStringList &parts, const QStringList &between)
+{
     QString text = parts.first();
     for (int i = 1; i < parts.size(); ++i)
         text += between[i - 1] + parts[i];
@@ -217,13 +219,20 @@ QString text(const QSettings &settings, const QString &key, const QString &defau
     const QVariant value = settings.value(key); // a default costs time, in and out of the variant
     if (!value.isValid())
         return defaultValue;
-    if (value.type() != QVariant::StringList)
+    if (!isList(value))
         return value.toString();
     const QByteArray bytes = bytesOf(settings.fileName()).value_or(QByteArray());
     const QByteArray name = key.toUtf8();
     const int slash = name.indexOf('/');
     const Range raw = find(bytes, name.left(slash), name.mid(slash + 1)).value;
-    return rejoined(value.toStringList(), raw.begin < 0 ? QByteArray() : in(bytes, raw));
+    const QStringList between = separators(raw.begin < 0 ? QByteArray() : in(bytes, raw));
+    const QStringList parts = value.toStringList();
+    return between.size() == parts.size() - 1 ? rejoined(parts, between) : text(value);
+}
+
+QString text(const QVariant &value)
+{
+    return isList(value) ? value.toStringList().join(QLatin1Char(',')) : value.toString();
 }
 
 void change(const QString &path, const std::function<void(QSettings &)> &set)

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QSettings>
 #include <QString>
+#include <QVariant>
 #include <functional>
 
 /// What the stores of this library need of an INI file beyond what QSettings does by itself. Callable from any thread;
@@ -22,6 +23,8 @@ namespace ini {
 /// The text of a key, "section/name". What QSettings reads as a list, since it has commas and no quotes, comes back as
 /// the one text that stands in the file. That reads the file once more; all other texts are QSettings' own.
 [[nodiscard]] QString text(const QSettings &settings, const QString &key, const QString &defaultValue);
+/// A value that QSettings has read, as a text; a list's parts are joined by ",".
+[[nodiscard]] QString text(const QVariant &value);
 
 /// Opens the file, lets `set` set values, and writes them, without losing what another process or thread wrote at the
 /// same moment (WriteTurn). Creates a missing file and its folders. Nothing happens when the file cannot be written.

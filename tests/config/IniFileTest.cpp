@@ -114,6 +114,7 @@ TEST(IniFile, TextsKeepTheirCommas)
         {"[s]\nk=\"a, b\" , c ; note, d\n", "a, b , c"},
         {"[s]\nk=\"a; b, c\"\n", "a; b, c"},
         {"[s]\nk=\\x7248\\x6743, 100% @home\n", "版权, 100% @home"},
+        {"[s]\nk=ask, @home, @Point(1 2)\n", "ask, @home, "},
         {"[s]\nk=,\n", ","},
         {"[s]\r\nk=a, b\r\n", "a, b"},
         {"\xEF\xBB\xBF[s]\nk=1\n[t]\nk=2\n[s]\nk=ü, b\n", "ü, b"},

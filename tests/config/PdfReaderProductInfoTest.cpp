@@ -43,7 +43,7 @@ std::string narrow(const std::wstring &text)
 
 TEST_F(Identity, RecordIsLoadedOnce)
 {
-    writeRegistry("tid1=1\ntod2=-4\ntryno=7\ninstalltime=4102444800\nuuid=a,b\nsvrid=@ByteArray(s\\t)\n");
+    writeRegistry("tid1=1\ntod2=-4\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t)\n");
     fakePlatform().info[m_bundle / "Foo.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
     const PdfReaderProductInfo *info = PdfReaderProductInfo::GetInstance();
     writeRegistry("tid1=9\ntryno=9\n");
@@ -51,7 +51,7 @@ TEST_F(Identity, RecordIsLoadedOnce)
     EXPECT_EQ(info->GetTod2(), -4);
     EXPECT_EQ(info->GetWTod2(), L"-4");
     EXPECT_EQ(info->GetInstallTime(), 4102444800) << "past 32 bits";
-    EXPECT_EQ(info->GetUUID(), "a,b");
+    EXPECT_EQ(info->GetUUID(), "a,@b") << "read as a list of two kinds";
     EXPECT_EQ(info->GetSvrid(), "s\t") << "stored as bytes";
     EXPECT_EQ(info->GetFileVersion(), 31);
     EXPECT_EQ(info->GetTotalFileVersion(), 2050031);
