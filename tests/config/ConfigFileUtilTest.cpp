@@ -15,14 +15,11 @@ namespace {
 class ConfigFiles : public testing::Test
 {
 protected:
-    [[nodiscard]] std::string resource(const std::string &name) const
-    {
-        return m_bundle / ("Foo.app/Contents/Resources/" + name);
-    }
-
     const test::FakeBundle m_bundle;
     const std::string m_local = m_bundle / "support/Foo/config.ini";
     const std::string m_counters = m_bundle / "support/Foo/config_count.ini";
+    const std::string m_bundled = m_bundle / "Foo.app/Contents/Resources/cfgdata/cfgdata.ini";
+    const std::string m_version = m_bundle / "Foo.app/Contents/Resources/data/mainversion.ini";
 };
 
 } // namespace
@@ -36,11 +33,8 @@ TEST_F(ConfigFiles, BadFilesEndInTheDefault)
         int value; // of "s/k", asked with the default 7
     };
     const Row rows[] = {
-        {"empty", "", 7},
         {"key without section", "k=1\n", 7},
-        {"section twice", "[s]\nk=1\n[t]\nk=2\n[s]\nk=3\n", 3},
-        {"CRLF", "[s]\r\nk=12\r\n", 12},
-        {"byte-order mark", "\xEF\xBB\xBF[s]\nk=12\n", 12},
+        {"byte-order mark, CRLF, twice", "\xEF\xBB\xBF[s]\r\nk=1\r\n[t]\r\n[s]\r\nk=12\r\n", 12},
         {"empty value", "[s]\nk=\n", 0},
         {"list", "[s]\nk=1,2\n", 0},
         {"no number", "[s]\nk=\xE4\n", 0},
@@ -69,18 +63,21 @@ TEST_F(ConfigFiles, BadFilesEndInTheDefault)
 TEST_F(ConfigFiles, KeysStayInTheirFile)
 {
     const std::string bundled = "[General]\nk=5\n\n[account]\naccount=103\n";
-    test::writeFile(resource("cfgdata/cfgdata.ini"), bundled);
+    test::writeFile(m_bundled, bundled);
     EXPECT_EQ(U::GetCfgdataFileValueInt("account/account", 1), 103);
     EXPECT_EQ(U::GetCfgdataFileValueInt("k", 1), 5);
     EXPECT_EQ(U::GetCfgdataFileValueInt("", 1), 1) << "empty keys are refused";
     EXPECT_EQ(U::GetCfgdataFileValueIntUser("account/account", 1), 1);
     EXPECT_EQ(U::GetLocalAppCfgValueInt("account/account", 1), 1);
     U::SetCfgdataFileValueIntUser("", 5);
-    EXPECT_FALSE(fs::exists(m_bundle / "support")) << "reading creates nothing";
-    EXPECT_FALSE(fs::exists(resource("cfgdata/cfgdata.ini.user")));
+    EXPECT_FALSE(fs::exists(m_bundle / "support") || fs::exists(m_bundled + ".user")) << "nothing to create";
     U::SetCfgdataFileValueIntUser("account/account", 13);
     EXPECT_EQ(U::GetCfgdataFileValueIntUser("account/account", 1), 13);
-    EXPECT_EQ(test::readFile(resource("cfgdata/cfgdata.ini")), bundled);
+    EXPECT_EQ(test::readFile(m_bundled), bundled);
+
+    EXPECT_EQ(U::GetProductVersion(), "");
+    test::writeFile(m_version, "date=1\n[version]\r\ndate= 21. Nov. 2026, 10:00; ü \r\n[other]\ndate=2\n");
+    EXPECT_EQ(U::GetProductVersion(), "21. Nov. 2026, 10:00; ü") << "as it stands";
 }
 
 TEST_F(ConfigFiles, BatchIsWholeOrNothing)
@@ -114,13 +111,4 @@ TEST_F(ConfigFiles, CounterStoreIsCleared)
     U::ClearLocalAppCfgForCount();
     EXPECT_FALSE(fs::exists(m_counters));
     EXPECT_FALSE(fs::is_empty(m_counters + ".tmp")) << "put in the place of an older one";
-}
-
-TEST_F(ConfigFiles, VersionDateIsTakenAsItStands)
-{
-    EXPECT_EQ(U::GetProductVersion(), "");
-    test::writeFile(resource("data/mainversion.ini"), "date=1\n[other]\ndate=2\n");
-    EXPECT_EQ(U::GetProductVersion(), "");
-    test::writeFile(resource("data/mainversion.ini"), "[version]\r\ndate= 21. Nov. 2026, 10:00; ü \r\n");
-    EXPECT_EQ(U::GetProductVersion(), "21. Nov. 2026, 10:00; ü");
 }

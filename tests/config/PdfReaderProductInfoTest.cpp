@@ -41,14 +41,14 @@ std::string narrow(const std::wstring &text)
 
 } // namespace
 
-TEST_F(Identity, RecordIsLoadedOnce)
+TEST_F(Identity, RecordIsThatOfTheStartAndTheMachine)
 {
     writeRegistry("tid1=1\ntod2=-4\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t)\n");
+    fakePlatform().installedApplications = {product::kLumoApp.str(), product::kXunduApp.str()};
     fakePlatform().info[m_bundle / "Foo.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
     const PdfReaderProductInfo *info = PdfReaderProductInfo::GetInstance();
     writeRegistry("tid1=9\ntryno=9\n");
     EXPECT_EQ(info->GetTid1(), 1);
-    EXPECT_EQ(info->GetTod2(), -4);
     EXPECT_EQ(info->GetWTod2(), L"-4");
     EXPECT_EQ(info->GetInstallTime(), 4102444800) << "past 32 bits";
     EXPECT_EQ(info->GetUUID(), "a,@b") << "read as a list of two kinds";
@@ -57,6 +57,8 @@ TEST_F(Identity, RecordIsLoadedOnce)
     EXPECT_EQ(info->GetTotalFileVersion(), 2050031);
     EXPECT_EQ(info->GetTryNo(), 7);
     EXPECT_EQ(CPDFEdition::GetInstance()->GetTryNo(), 9) << "this one follows";
+    EXPECT_TRUE(info->IsHasLumo() && info->IsHasXundu());
+    EXPECT_FALSE(info->IsHasLumopdf() || info->IsHasHarbo());
 }
 
 TEST_F(Identity, PartnersNumbersAreThoseOfTheServerFile)
@@ -100,26 +102,13 @@ TEST_F(Identity, TryNumberIsWrittenAndNothingElse)
     EXPECT_FALSE(fs::exists(m_bundle / "support")) << "looking for the registry does not create it";
 }
 
-TEST_F(Identity, OtherProductsAreFoundByTheirIdentifier)
-{
-    fakePlatform().installedApplications = {product::kLumoApp.str(), product::kXunduApp.str()};
-    const PdfReaderProductInfo *info = PdfReaderProductInfo::GetInstance();
-    EXPECT_TRUE(info->IsHasLumo() && info->IsHasXundu());
-    EXPECT_FALSE(info->IsHasLumopdf() || info->IsHasHarbo());
-}
-
 TEST(InstallTime, CountsCalendarDays)
 {
     const QDateTime now(QDate(2026, 11, 21), QTime(0, 0, 1));
-    const qint64 seconds = now.toSecsSinceEpoch();
-    constexpr qint64 furthest = std::numeric_limits<qint64>::max();
-    const std::pair<qint64, int> rows[] = {
-        {seconds, 1},          {seconds - 1, 1}, {seconds - 2, 2}, // before midnight
-        {seconds + 86'398, 1}, // later today
-        {seconds + 86'399, 0}, {furthest, 0},
-    };
-    for (const auto &[time, days] : rows)
-        EXPECT_EQ(installDays(time, now), days) << time - seconds;
+    constexpr qint64 furthest = std::numeric_limits<qint64>::max() / 2;
+    const std::pair<qint64, int> rows[] = {{0, 1}, {-1, 1}, {-2, 2}, {86'398, 1}, {86'399, 0}, {furthest, 0}};
+    for (const auto &[seconds, days] : rows)
+        EXPECT_EQ(installDays(now.toSecsSinceEpoch() + seconds, now), days) << seconds;
     EXPECT_EQ(installDays(0, now), QDateTime::fromSecsSinceEpoch(0).daysTo(now) + 1);
     EXPECT_GT(installDays(-furthest, now), 4'000'000);
     EXPECT_EQ(PdfReaderProductInfo::SecondToDays(86'399), 0U);
@@ -171,24 +160,20 @@ TEST(CPDFEdition, FoldersAreFilledOncePerInitialization)
     EXPECT_EQ(dir(), "/elsewhere/");
 }
 
-TEST(CPDFEdition, OutsideABundleTheParentIsTheOwnFolder)
-{
-    const test::FakeBundle bundle("bin/tool");
-    CPDFEdition::GetInstance()->Initialize(PDFEdition::Independent);
-    EXPECT_EQ(narrow(CPDFEdition::GetInstance()->GetParentAppDir()), bundle / "bin/");
-}
-
 TEST_F(Identity, EditionEightIsNotTheInternationalSwitch)
 {
     test::writeFile(m_bundle / "Foo.app/Contents/Resources/cfgdata/componentConfig.ini",
                     "[product]\nproduct_edition=8\n");
     EXPECT_TRUE(CPDFEdition::GetInstance()->IsInternationEdition());
     EXPECT_FALSE(PdfReaderProductInfo::GetInstance()->IsInternationEdition());
+    std::uint32_t number = 7;
+    EXPECT_EQ(CPDFEditionRegKey(PDFEdition::International, true).QueryDWORDValue(L"b", number), 0);
+    EXPECT_EQ(number, 7U) << "there is no registry";
 }
 
-TEST(CPDFEditionRegKey, SucceedsAndLeavesTheArguments)
+TEST(CPDFEdition, OutsideABundleTheParentIsTheOwnFolder)
 {
-    std::uint32_t number = 7;
-    EXPECT_EQ(CPDFEditionRegKey(true).QueryDWORDValue(L"b", number), 0);
-    EXPECT_EQ(number, 7U);
+    const test::FakeBundle bundle("bin/tool");
+    CPDFEdition::GetInstance()->Initialize(PDFEdition::Independent);
+    EXPECT_EQ(narrow(CPDFEdition::GetInstance()->GetParentAppDir()), bundle / "bin/");
 }
