@@ -45,8 +45,8 @@ public:
     /// Path of the constant configuration file in GetPDFDir(), which need not exist.
     const std::wstring &GetPdfConstCfgPath() const;
 
-    // The converter and the reader are not started through this class, and installations are not registered, on this
-    // platform: false and empty.
+    /// @name Not on this platform: nothing is started, no installation is registered. False and empty.
+    ///@{
     bool RunPDFConvertor(const wchar_t *arguments) const;
     bool RunPDFReader(const wchar_t *arguments) const;
     std::wstring GetPDFConverterPath() const;
@@ -54,6 +54,7 @@ public:
     std::wstring GetPDFIndependentInstallPathFromReg() const;
     std::wstring GetHarboInstallPathFromReg() const;
     std::wstring GetWfInstallPathFromReg() const;
+    ///@}
 
 private:
     CPDFEdition() = default;

@@ -12,8 +12,6 @@ namespace {
 
 int valueIn(const QString &path, const QString &key, int defaultValue)
 {
-    if (key.isEmpty())
-        return defaultValue;
     const QSettings settings(ini::readable(path), QSettings::IniFormat);
     return settings.value(key, defaultValue).toInt();
 }

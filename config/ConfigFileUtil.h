@@ -12,10 +12,10 @@
 /// thread. Writers of the same file at the same moment, in other processes too, do not lose each other's keys.
 ///
 /// Nothing fails outward. An empty key is refused before a file is opened: a getter answers its default, a setter does
-/// nothing. A missing or unreadable file, or what is no file at all, reads as if it had no key, and what cannot be
-/// written stays as it is. A stored text that is no integer reads as 0, of one that
-/// exceeds an int the lower 32 bits. Writing keeps all keys of a file, but not its
-/// comments.
+/// nothing. A file that is missing or unreadable, is no regular one, has more than 16 MiB or a serialized value
+/// ("@Variant(...)") reads as if it had no key; of these only a missing one is written, and created with its folders. A
+/// stored text that is no integer reads as 0, of one that exceeds an int the lower 32 bits. Writing keeps all keys of a
+/// file, but not its comments.
 class ONDPDFTOOLUTILS_EXPORT ConfigFileUtil
 {
 public:
@@ -25,12 +25,14 @@ public:
 
     /// The configuration data of the bundle, "cfgdata/cfgdata.ini" in its resources.
     static int GetCfgdataFileValueInt(const QString &key, int defaultValue);
-    /// The user's overlay of it, the same path + ".user". The bundle's own file is not asked.
+    /// The user's overlay of it, the same path + ".user"; outside a bundle that is ".user" in the current folder. The
+    /// bundle's own file is not asked.
     static int GetCfgdataFileValueIntUser(const QString &key, int defaultValue);
     static void SetCfgdataFileValueIntUser(const QString &key, int value);
 
     /// The counter store, "config_count.ini" in the user's data folder. Reads or writes `count` keys with one opening
     /// of the file; values[i] belongs to keys[i]. Does nothing at all unless `count` is the size of both and not 0.
+    /// Reading, too, creates the folder.
     static void GetLocalAppCfgForCountValueInt(std::vector<QString> &keys, std::vector<int> &values, int count,
                                                int defaultValue);
     static void SetLocalAppCfgForCountValueInt(const std::vector<QString> &keys, const std::vector<int> &values,

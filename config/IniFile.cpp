@@ -6,9 +6,15 @@
 #include <QLockFile>
 #include <QSaveFile>
 #include <QStringList>
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
+#include <ctime>
+#include <map>
+#include <mutex>
 #include <optional>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace ini {
 
@@ -17,17 +23,24 @@ namespace {
 constexpr qint64 kMaxSize = 16 << 20;
 constexpr int kLockTimeout = 5000; // milliseconds
 
-/// What lies at a path. Not asked through std::filesystem, which takes the path apart first.
+/// What lies at a path; `other` is also a file that is too large. Not asked through std::filesystem, which takes the
+/// path apart first.
 enum class Kind { file, nothing, other };
 
-Kind kindOf(const QString &path, int (*ask)(const char *, struct stat *))
+struct Found
 {
-    struct stat status
-    {
-    };
-    if (ask(QFile::encodeName(path).constData(), &status) == 0)
-        return S_ISREG(status.st_mode) ? Kind::file : Kind::other;
-    return errno == ENOENT || errno == ENOTDIR ? Kind::nothing : Kind::other;
+    Kind kind;
+    struct stat status;
+};
+
+Found look(const QString &path, int (*ask)(const char *, struct stat *))
+{
+    Found found{};
+    if (ask(QFile::encodeName(path).constData(), &found.status) == 0)
+        found.kind = S_ISREG(found.status.st_mode) && found.status.st_size <= kMaxSize ? Kind::file : Kind::other;
+    else
+        found.kind = errno == ENOENT || errno == ENOTDIR ? Kind::nothing : Kind::other;
+    return found;
 }
 
 /// The file that QSettings locks its writes with.
@@ -92,9 +105,57 @@ Place find(const QByteArray &bytes, const QByteArray &section, const QByteArray 
 std::optional<QByteArray> bytesOf(const QString &path)
 {
     QFile file(path);
-    if (kindOf(path, &::stat) != Kind::file || file.size() > kMaxSize || !file.open(QIODevice::ReadOnly))
+    if (look(path, &::stat).kind != Kind::file || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     return file.readAll();
+}
+
+/// The bytes without quotes and line ends, and with characters in place of their escapes: in it, texts stand as
+/// QSettings has them before it looks what kind of value they are.
+QByteArray unescaped(const QByteArray &bytes)
+{
+    QByteArray text;
+    text.reserve(bytes.size());
+    for (int at = 0; at < bytes.size(); ++at) {
+        const char c = bytes[at];
+        if (c != '\\') {
+            if (c != '"' && c != '\r' && c != '\n')
+                text += c;
+            continue;
+        }
+        const bool isHex = at + 1 < bytes.size() && bytes[at + 1] == 'x';
+        const int begin = at + (isHex ? 2 : 1);
+        int end = begin;
+        while (end < bytes.size() && (isHex ? std::isxdigit(bytes[end]) != 0 : bytes[end] >= '0' && bytes[end] <= '7'))
+            ++end;
+        // QSettings keeps the last bits of a number that is too large.
+        const QByteArray digits = bytes.mid(begin, end - begin).right(isHex ? 2 : 3);
+        if (!digits.isEmpty())
+            text += static_cast<char>(digits.toUInt(nullptr, isHex ? 16 : 8));
+        at = std::max(end - 1, at + 1); // other escapes stand for nothing, or for what is in no mark
+    }
+    return text;
+}
+
+/// Whether no text of the file stands for a serialized value. QSettings unpacks these whatever they say, without limit
+/// to their depth and to the lengths that they claim, and thereby ends the process.
+bool isPlain(const QString &path, const struct stat &status)
+{
+    // A file that was plain is not read again until it changes.
+    using Identity = std::tuple<dev_t, ino_t, off_t, time_t, time_t>;
+    static std::mutex mutex;
+    static auto &plainFiles = *new std::map<QString, Identity>; // outlives every static that asks
+
+    const Identity identity{status.st_dev, status.st_ino, status.st_size, status.st_mtime, status.st_ctime};
+    const std::lock_guard<std::mutex> lock(mutex);
+    const auto known = plainFiles.find(path);
+    if (known != plainFiles.end() && known->second == identity)
+        return true;
+    const QByteArray bytes = bytesOf(path).value_or(QByteArray());
+    const bool hasNone = !(bytes.contains('@') || bytes.contains('\\')) || !unescaped(bytes).contains("@Variant(");
+    if (hasNone)
+        plainFiles[path] = identity;
+    return hasNone;
 }
 
 /// The commas of a raw value that stand outside of quotes, each with the blanks around it.
@@ -122,11 +183,13 @@ QStringList separators(const QByteArray &raw)
     return found;
 }
 
-QString rejoined(const QStringList &parts, const QByteArray &raw)
+bool isList(const QVariant &value)
 {
-    const QStringList between = separators(raw);
-    if (between.size() != parts.size() - 1)
-        return parts.join(QLatin1Char(','));
+    return value.type() == QVariant::StringList || value.type() == QVariant::List;
+}
+
+QString rejoined(const QStringList &parts, const QStringList &between)
+{
     QString text = parts.first();
     for (int i = 1; i < parts.size(); ++i)
         text += between[i - 1] + parts[i];
@@ -137,13 +200,18 @@ QString rejoined(const QStringList &parts, const QByteArray &raw)
 
 QString readable(const QString &path)
 {
-    return kindOf(path, &::stat) == Kind::file ? path : QStringLiteral(":/ondpdftoolutils/no-file");
+    const Found found = look(path, &::stat);
+    const bool is = found.kind == Kind::file && isPlain(path, found.status);
+    return is ? path : QStringLiteral(":/ondpdftoolutils/no-file");
 }
 
 bool isWritable(const QString &path)
 {
     // QLockFile would wait for good for what is no file to go away.
-    return !path.isEmpty() && kindOf(path, &::stat) != Kind::other && kindOf(lockPath(path), &::lstat) != Kind::other;
+    if (path.isEmpty() || look(lockPath(path), &::lstat).kind == Kind::other)
+        return false;
+    const Found found = look(path, &::stat);
+    return found.kind == Kind::nothing || (found.kind == Kind::file && isPlain(path, found.status));
 }
 
 QString text(const QSettings &settings, const QString &key, const QString &defaultValue)
@@ -151,13 +219,20 @@ QString text(const QSettings &settings, const QString &key, const QString &defau
     const QVariant value = settings.value(key); // a default costs time, in and out of the variant
     if (!value.isValid())
         return defaultValue;
-    if (value.type() != QVariant::StringList)
+    if (!isList(value))
         return value.toString();
     const QByteArray bytes = bytesOf(settings.fileName()).value_or(QByteArray());
     const QByteArray name = key.toUtf8();
     const int slash = name.indexOf('/');
     const Range raw = find(bytes, name.left(slash), name.mid(slash + 1)).value;
-    return rejoined(value.toStringList(), raw.begin < 0 ? QByteArray() : in(bytes, raw));
+    const QStringList between = separators(raw.begin < 0 ? QByteArray() : in(bytes, raw));
+    const QStringList parts = value.toStringList();
+    return between.size() == parts.size() - 1 ? rejoined(parts, between) : text(value);
+}
+
+QString text(const QVariant &value)
+{
+    return isList(value) ? value.toStringList().join(QLatin1Char(',')) : value.toString();
 }
 
 void change(const QString &path, const std::function<void(QSettings &)> &set)

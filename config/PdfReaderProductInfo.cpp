@@ -23,12 +23,6 @@ const ProductCfgUtil &config()
     return *SingleTon<ProductCfgUtil>::GetInstance();
 }
 
-/// A text of the registry. One that was put in by hand, with commas and no quotes, comes out as a list.
-QString textOf(const QVariant &value)
-{
-    return value.toStringList().join(QLatin1Char(','));
-}
-
 bool isInstalled(masked::View bundleId)
 {
     return platform::isApplicationInstalled(bundleId.str());
@@ -69,8 +63,8 @@ void ProductInfoHelper::InitIndependentEdition()
     m_info.tryNo = number("product/tryno");
     m_info.productVersion = ConfigFileUtil::GetProductVersion();
     m_info.installTime = registry.value(QStringLiteral("product/installtime"), 0).toLongLong();
-    m_info.uuid = textOf(registry.value(QStringLiteral("product/uuid"), QString()));
-    m_info.svrid = textOf(registry.value(QStringLiteral("product/svrid"), QString()));
+    m_info.uuid = ini::text(registry.value(QStringLiteral("product/uuid")));
+    m_info.svrid = ini::text(registry.value(QStringLiteral("product/svrid")));
     m_info.applicationDir = PathUtils::getApplicationDir();
     m_info.parentAppDir = parentAppDir();
     m_info.fileVersion = MacUtils::GetBundleVersionTail(true);

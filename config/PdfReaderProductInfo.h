@@ -89,8 +89,8 @@ public:
     /// Whole days.
     static unsigned int SecondToDays(unsigned int seconds);
     /// Writes "Common/TryNo" of the updater's server file ("ressrc/chs/upnest.svr" in the bundle's resources) and
-    /// leaves the rest of the file as it stands, and the record too. Does nothing when the file cannot be written. User
-    /// interface thread.
+    /// leaves the rest of the file as it stands, and the record too. Creates a missing file; does nothing when it
+    /// cannot be written, or outside a bundle. User-interface thread.
     void SetTryNo(int value);
 
     /// @name The edition, ProductCfgUtil::getProductEdition()

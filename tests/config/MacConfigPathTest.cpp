@@ -5,61 +5,65 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 namespace fs = std::filesystem;
 
 using test::FakeBundle;
 using test::fakePlatform;
 
-TEST(MacConfigPath, FindsEverythingFromTheExecutableInsideABundle)
+namespace {
+
+struct Installation
 {
-    const FakeBundle bundle;
+    const char *name;
+    std::string executable, root, appName; // relative to the folder that holds all
+};
+
+std::string deep() // longer than the buffer that is tried first
+{
+    std::string path;
+    while (path.size() < 1500)
+        path += std::string(100, 'd') + "/";
+    return path;
+}
+
+const Installation kInstallations[] = {
+    {"InABundle", "Foo.app/Contents/MacOS/foo", "Foo.app/", "Foo"},
+    {"InTwoBundles", "A.app/Contents/Library/B.app/Contents/MacOS/b", "A.app/", "A"},
+    {"InANamelessBundle", ".app/Contents/MacOS/foo", ".app/", "PDF Orvell"},
+    {"Deep", deep() + "Foo.app/Contents/MacOS/foo", deep() + "Foo.app/", "Foo"},
+    {"OutsideABundle", "bin/tool", "", ""},
+};
+
+void PrintTo(const Installation &installation, std::ostream *out)
+{
+    *out << installation.name;
+}
+
+/// The locations are worked out once per process, hence one executable per case.
+class MacConfigPathOf : public testing::TestWithParam<Installation>
+{
+};
+
+INSTANTIATE_TEST_SUITE_P(, MacConfigPathOf, testing::ValuesIn(kInstallations),
+                         [](const auto &row) { return row.param.name; });
+
+} // namespace
+
+TEST_P(MacConfigPathOf, FollowsFromTheExecutable)
+{
+    const FakeBundle bundle(GetParam().executable);
     const MacConfigPath *paths = MacConfigPath::GetInstance();
-
-    EXPECT_EQ(paths->GetExeDir(), bundle / "Foo.app/Contents/MacOS/");
-    EXPECT_EQ(paths->GetExeName(), "foo");
-    EXPECT_EQ(paths->GetMainAppRootDir(), bundle / "Foo.app/");
-    EXPECT_EQ(paths->GetMainAppName(), "Foo");
-    EXPECT_EQ(paths->GetAppConfigDir(), bundle / "Foo.app/Contents/Resources/");
-    EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/Foo/");
-    EXPECT_EQ(paths->GetLogPath(), bundle / "support/Foo/foo.log");
-    EXPECT_EQ(GetDatPath(), bundle / "Foo.app/Contents/Resources/mk.dat");
-
-    EXPECT_EQ(paths->GetAppConfigPath("cfgdata\\language.json"),
-              bundle / "Foo.app/Contents/Resources/cfgdata/language.json");
-    EXPECT_EQ(paths->GetExeFullPath("MacOS\\helper"), bundle / "Foo.app/Contents/MacOS/helper");
-    EXPECT_EQ(paths->GetUserDataPath("a\\b"), bundle / "support/Foo/a/b");
+    const std::string root = GetParam().root.empty() ? "" : bundle / GetParam().root;
+    const std::string resources = root.empty() ? "" : root + "Contents/Resources/";
+    EXPECT_EQ(paths->GetExeDir() + paths->GetExeName(), bundle / GetParam().executable);
+    EXPECT_EQ(paths->GetMainAppRootDir(), root);
+    EXPECT_EQ(paths->GetMainAppName(), GetParam().appName);
+    EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/" + GetParam().appName + "/");
+    EXPECT_EQ(paths->GetAppConfigDir(), resources);
+    EXPECT_EQ(paths->GetAppConfigPath("a\\x"), root.empty() ? "" : resources + "a/x");
+    EXPECT_EQ(paths->GetExeFullPath("a\\x"), root.empty() ? "a/x" : root + "Contents/a/x");
+    EXPECT_EQ(GetDatPath(), resources + "mk.dat");
     EXPECT_FALSE(fs::exists(bundle / "support")) << "asking for paths must not create them";
-}
-
-TEST(MacConfigPath, FirstOfNestedBundlesIsTheMainOne)
-{
-    const FakeBundle bundle("A.app/Contents/Library/B.app/Contents/MacOS/b");
-    EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppRootDir(), bundle / "A.app/");
-    EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppName(), "A");
-    EXPECT_EQ(GetDatPath(), bundle / "A.app/Contents/Resources/mk.dat");
-}
-
-TEST(MacConfigPath, ExecutableOutsideABundleHasNoBundle)
-{
-    const FakeBundle bundle("bin/tool");
-    const MacConfigPath *paths = MacConfigPath::GetInstance();
-
-    EXPECT_EQ(paths->GetMainAppRootDir(), "");
-    EXPECT_EQ(paths->GetMainAppName(), "");
-    EXPECT_EQ(paths->GetAppConfigDir(), "");
-    EXPECT_EQ(paths->GetAppConfigPath("x"), "");
-    EXPECT_EQ(paths->GetExeFullPath("a\\x"), "a/x");
-    EXPECT_EQ(paths->GetUserDataDir(), bundle / "support//");
-    EXPECT_EQ(GetDatPath(), "mk.dat");
-}
-
-TEST(MacConfigPath, BundleWithoutANameGetsTheProductsOne)
-{
-    const FakeBundle bundle(".app/Contents/MacOS/foo");
-    EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppName(), "PDF Orvell");
-    EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppRootDir(), bundle / ".app/");
 }
 
 TEST(MacConfigPath, UnknownExecutableLeavesDefaults)
@@ -72,73 +76,40 @@ TEST(MacConfigPath, UnknownExecutableLeavesDefaults)
     EXPECT_EQ(paths->GetLogPath(), "~/Library/Application Support//pdforvell.log");
 }
 
-TEST(MacConfigPath, ResolvesSymbolicLinksToTheExecutable)
+TEST(MacConfigPath, SymbolicLinksToTheExecutableAreResolved)
 {
     const FakeBundle bundle("Über uns/Foo.app/Contents/MacOS/foo");
     fs::create_symlink(bundle / "Über uns", bundle / "link");
     fakePlatform().executablePath = bundle / "link/Foo.app/Contents/../Contents/./MacOS/foo";
-    EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppRootDir(), bundle / "Über uns/Foo.app/");
-}
-
-TEST(MacConfigPath, PathLongerThanTheFixedBuffer)
-{
-    std::string deep;
-    while (deep.size() < 1500)
-        deep += std::string(100, 'd') + "/";
-    const FakeBundle bundle(deep + "Foo.app/Contents/MacOS/foo");
-    EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppRootDir(), bundle / (deep + "Foo.app/"));
-}
-
-TEST(MacConfigPath, UserDataFolderIsAskedForAgainWhenInitialisedAgain)
-{
-    const FakeBundle bundle;
     MacConfigPath *paths = MacConfigPath::GetInstance();
+    EXPECT_EQ(paths->GetMainAppRootDir(), bundle / "Über uns/Foo.app/");
+
+    fs::remove(bundle / "link");
     fakePlatform().applicationSupportDirectory = "/elsewhere";
+    EXPECT_THROW(static_cast<void>(MacConfigPath::GetCurrentExePath()), fs::filesystem_error);
     paths->InitMainAppRootDir();
     paths->InitUserDataDir();
-    EXPECT_EQ(paths->GetUserDataDir(), "/elsewhere/Foo/");
+    EXPECT_EQ(paths->GetUserDataDir(), "/elsewhere/Foo/") << "is asked for again";
 }
 
-TEST(MacConfigPath, RemovedExecutableIsReported)
-{
-    const FakeBundle bundle;
-    fs::remove(fakePlatform().executablePath);
-    EXPECT_THROW(static_cast<void>(MacConfigPath::GetCurrentExePath()), fs::filesystem_error);
-}
-
-TEST(MacConfigPath, FindsFilesOfTheUsersData)
-{
-    const FakeBundle bundle;
-    test::writeFile(bundle.makeUserDataDir() + "marker", "");
-    const MacConfigPath *paths = MacConfigPath::GetInstance();
-    EXPECT_TRUE(paths->IsAppDataFileExist("marker"));
-    EXPECT_FALSE(paths->IsAppDataFileExist("other"));
-    EXPECT_FALSE(paths->IsAppDataFileExist("")) << "the folder itself exists, but no name was given";
-    EXPECT_FALSE(paths->IsAppDataFileExist(".\\marker")) << "names are not normalised here";
-}
-
-TEST(MacConfigPath, LogsItsAnswers)
+TEST(MacConfigPath, AnswersAreLogged)
 {
     const FakeBundle bundle;
     const std::string data = bundle.makeUserDataDir();
-    test::writeFile(data + "foo.log", "");
     const MacConfigPath *paths = MacConfigPath::GetInstance();
+    test::writeFile(paths->GetLogPath(), "");
     static_cast<void>(paths->GetAppConfigPath("a"));
     static_cast<void>(paths->GetExeFullPath("b"));
-    static_cast<void>(paths->GetUserDataPath("c"));
-    static_cast<void>(paths->IsAppDataFileExist("d"));
-    static_cast<void>(paths->IsAppDataFileExist(""));
-    static_cast<void>(paths->GetLogPath());
+    EXPECT_EQ(paths->GetUserDataPath("c\\d"), data + "c/d");
+    EXPECT_TRUE(paths->IsAppDataFileExist("foo.log"));
+    EXPECT_FALSE(paths->IsAppDataFileExist(".\\foo.log")) << "names are not normalised here";
+    EXPECT_FALSE(paths->IsAppDataFileExist("")) << "the folder exists, but no name was given";
 
-    std::string messages;
-    std::istringstream lines(test::readFile(data + "foo.log"));
-    for (std::string line; std::getline(lines, line);)
-        messages += line.substr(line.find("]  ") + 3) + "\n";
-    EXPECT_EQ(messages,
-              "MacConfigPath::GetAppConfigPath -> " + bundle / "Foo.app/Contents/Resources/a" + "\n"
-                  + "MacConfigPath::GetExeFullPath -> " + bundle / "Foo.app/Contents/b" + "\n"
-                  + "MacConfigPath::GetUserDataPath -> " + data + "c\n" + "IsAppDataFileExist return 0, path -> " + data
-                  + "d\n");
+    EXPECT_EQ(test::logMessages(data + "foo.log"),
+              "MacConfigPath::GetAppConfigPath -> " + bundle / "Foo.app/Contents/Resources/a"
+                  + "\nMacConfigPath::GetExeFullPath -> " + bundle / "Foo.app/Contents/b"
+                  + "\nMacConfigPath::GetUserDataPath -> " + data + "c/d\nIsAppDataFileExist return 1, path -> " + data
+                  + "foo.log\nIsAppDataFileExist return 0, path -> " + data + ".\\foo.log\n");
 }
 
 TEST(MacConfigPath, ReplaceAllStopsAfterSixtyFour)
@@ -146,12 +117,7 @@ TEST(MacConfigPath, ReplaceAllStopsAfterSixtyFour)
     std::string text(100, '\\');
     EXPECT_EQ(MacConfigPath::ReplaceAll(text, "\\", "/"), 64);
     EXPECT_EQ(text, std::string(64, '/') + std::string(36, '\\'));
-
-    std::string growing = "aa";
-    EXPECT_EQ(MacConfigPath::ReplaceAll(growing, "a", "aa"), 2) << "inserted text is not searched again";
-    EXPECT_EQ(growing, "aaaa");
-
-    std::string front = "x";
-    EXPECT_EQ(MacConfigPath::ReplaceAll(front, "", "y"), 1);
-    EXPECT_EQ(front, "yx");
+    EXPECT_EQ(MacConfigPath::ReplaceAll(text = "aa", "a", "aa"), 2) << "inserted text is not searched again";
+    EXPECT_EQ(MacConfigPath::ReplaceAll(text = "x", "", "y"), 1);
+    EXPECT_EQ(text, "yx");
 }

@@ -1,14 +1,12 @@
 #include "config/MacGlobalConfig.h"
 
 #include "config/GlobalConfigFile.h"
-#include "config/MacConfigPath.h"
+#include "runtime/MacGlobalUrl.h"
 #include "tests/support/FakePlatform.h"
 
 #include <gtest/gtest.h>
-
 #include <identity.h>
 #include <limits>
-#include <sstream>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -16,66 +14,41 @@ namespace fs = std::filesystem;
 using test::FakeBundle;
 using test::fakePlatform;
 
-namespace {
-
-const std::string kDefaultGroup = product::kDefaultGroupName.str();
-
-} // namespace
-
-TEST(MacGlobalConfig, OnlyOneIsOn)
+TEST(MacGlobalConfig, OnlyOneIsOnAndIsReadOnce)
 {
     const FakeBundle bundle;
-    bundle.writeGlobalFile("[common]\nenable_log=2\nenable_sbx=-1\napp_store=1\napp_international=0x1\n");
-    EXPECT_FALSE(MacGlobalConfig::IsEnableFileLog());
-    EXPECT_FALSE(MacGlobalConfig::IsEnableSandBox());
-    EXPECT_TRUE(MacGlobalConfig::IsAppleStorePKG());
-    EXPECT_TRUE(MacGlobalConfig::isInternationalApp());
+    for (const char *settings : {"enable_log=-1\nenable_sbx=2\napp_store=1\napp_international=0x1\ngroup_name=first",
+                                 "enable_log=1\nenable_sbx=1\napp_store=0\napp_international=0\ngroup_name=second"}) {
+        bundle.writeGlobalFile(std::string("[common]\n") + settings);
+        EXPECT_FALSE(MacGlobalConfig::IsEnableFileLog()) << "-1 counts as read";
+        EXPECT_FALSE(MacGlobalConfig::IsEnableSandBox());
+        EXPECT_TRUE(MacGlobalConfig::IsAppleStorePKG());
+        EXPECT_TRUE(MacGlobalConfig::isInternationalApp());
+        EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), "first");
+    }
 }
 
-TEST(MacGlobalConfig, SwitchesAreReadOnce)
+TEST(MacGlobalConfig, DomesticEditionHasOneName)
 {
     const FakeBundle bundle;
-    bundle.writeGlobalFile("[common]\nenable_log=-1\napp_store=1\ngroup_name=first\n");
-    EXPECT_FALSE(MacGlobalConfig::IsEnableFileLog());
-    EXPECT_TRUE(MacGlobalConfig::IsAppleStorePKG());
-    EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), "first");
-    bundle.writeGlobalFile("[common]\nenable_log=1\napp_store=0\ngroup_name=second\n");
-    EXPECT_FALSE(MacGlobalConfig::IsEnableFileLog()) << "-1 counts as read";
-    EXPECT_TRUE(MacGlobalConfig::IsAppleStorePKG());
-    EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), "first");
-}
-
-TEST(MacGlobalConfig, SandboxKeepsDataInTheGroupContainer)
-{
-    const FakeBundle bundle;
-    bundle.writeGlobalFile("[common]\nenable_sbx=1\ngroup_name=group.x\n");
-    fakePlatform().groupContainers["group.x"] = "/containers/group.x";
-    EXPECT_EQ(MacConfigPath::GetInstance()->GetUserDataDir(), "/containers/group.x/");
-}
-
-TEST(MacGlobalConfig, DomesticEditionIgnoresTheNamesArgument)
-{
-    const FakeBundle bundle;
-    EXPECT_EQ(MacGlobalConfig::GetReporterWhiteList().size(), 0U);
+    EXPECT_EQ(MacGlobalConfig::GetReporterWhiteList().size(), 0U) << "asks for the edition, which is then settled";
     bundle.writeGlobalFile("[common]\napp_international=1\n");
-    EXPECT_FALSE(MacGlobalConfig::isInternationalApp()) << "the list asks for the edition, which is then settled";
     EXPECT_EQ(MacGlobalConfig::GetProductNameW(true), MacGlobalConfig::GetProductNameW(false));
     EXPECT_EQ(MacGlobalConfig::GetProductIdW(), L"44");
     EXPECT_EQ(MacGlobalConfig::GetAppAppSignKey(), product::kSignKeyDomestic.str());
 }
 
-TEST(MacGlobalConfig, InternationalEditionHasTwoNames)
+TEST(MacGlobalConfig, InternationalEditionHasTwo)
 {
     const FakeBundle bundle;
     bundle.writeGlobalFile("[common]\napp_international=1\n");
-    EXPECT_EQ(MacGlobalConfig::GetProductName(true), product::kProductNameInternational.str());
-    EXPECT_EQ(MacGlobalConfig::GetProductNameW(false), product::kProductNameInternationalForMac.wstr());
+    EXPECT_EQ(MacGlobalConfig::GetProductName(true), "PDF Orvell");
+    EXPECT_EQ(MacGlobalConfig::GetProductNameW(false), L"PDF Orvell for Mac");
     EXPECT_EQ(MacGlobalConfig::GetSubAppIdentifier("x"), product::kIdentifierInternational.str() + ".x");
     EXPECT_EQ(MacGlobalConfig::GetProductId(), "502");
-    EXPECT_EQ(MacGlobalConfig::GetAppAppSignKey(), product::kSignKeyInternational.str());
 }
 
-TEST(MacGlobalConfig, OutputsTheConfigurationInOrder)
+TEST(MacGlobalConfig, ConfigurationGoesToTheLogInTheGroupContainer)
 {
     const FakeBundle bundle;
     bundle.writeGlobalFile("[common]\nenable_log=1\nenable_sbx=1\napp_international=0\ngroup_name=group.x\n");
@@ -83,16 +56,9 @@ TEST(MacGlobalConfig, OutputsTheConfigurationInOrder)
     fs::create_directory(bundle / "container");
     MacGlobalConfig::OutputConfigLog();
 
-    std::vector<std::string> names;
-    std::istringstream lines(test::readFile(bundle / "container/foo.log"));
-    for (std::string line; std::getline(lines, line);) {
-        const std::string message = line.substr(line.find("]  ") + 3);
-        const bool isHost = message.find("_host:") != std::string::npos;
-        names.push_back(isHost ? message.substr(0, message.find(':')) : message);
-    }
-    EXPECT_EQ(names,
-              (std::vector<std::string>{"sbx:1", "app_store:0", "group_name:group.x", "func_host", "vip_host",
-                                        "intl_app:1", "sandbox:0"}));
+    EXPECT_EQ(test::logMessages(bundle / "container/foo.log"),
+              "sbx:1\napp_store:0\ngroup_name:group.x\nfunc_host:" + MacGlobalUrl::GetDefSvrHost(nullptr)
+                  + "\nvip_host:" + MacGlobalUrl::GetVipSvrHost() + "\nintl_app:1\nsandbox:0\n");
 }
 
 TEST(GlobalConfigFile, BadFilesEndInTheDefaults)
@@ -107,12 +73,9 @@ TEST(GlobalConfigFile, BadFilesEndInTheDefaults)
     const std::string good = "[common]\nnumber=1\ngroup_name=g\n";
     const Row rows[] = {
         {"good", good, 1, "g"},
-        {"empty", "", 0, "d"},
         {"key missing", "[common]\nother=1\n", 0, "d"},
-        {"other section", "number=1\n[other]\nnumber=1\n", 0, "d"},
         {"empty text", "[common]\ngroup_name=\n", 0, "d"},
         {"malformed line at the end", good + "garbage\n", 7, "d"},
-        {"malformed section", "[common\nnumber=1\n", 7, "d"},
         {"byte-order mark", "\xEF\xBB\xBF" + good, 1, "g"},
         {"CRLF", "[common]\r\nnumber=1\r\ngroup_name=g\r\n", 1, "g"},
         {"10 MB line", "[common]\nnumber=" + std::string(10U << 20, '1') + "\n", 7, "d"},
@@ -140,18 +103,15 @@ TEST(GlobalConfigFile, WhatIsNoRegularFileIsNotOpened)
     fs::remove(path);
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     EXPECT_EQ(GetStrValueFromMKDat("common", "group_name", "d"), "d") << "FIFO without a writer";
-    EXPECT_FALSE(MacGlobalConfig::IsEnableFileLog());
-    EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), kDefaultGroup);
+    EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), product::kDefaultGroupName.str());
 }
 
 TEST(GlobalConfigFile, AnythingThatExistsExists)
 {
-    const FakeBundle bundle;
-    EXPECT_TRUE(isPathExist(bundle.dir().path().string()));
-    EXPECT_TRUE(isPathExist("/dev/null"));
-    EXPECT_FALSE(isPathExist(""));
-    EXPECT_FALSE(isPathExist(bundle / "nothing"));
-    fs::create_symlink(bundle / "nothing", bundle / "dangling");
-    EXPECT_FALSE(isPathExist(bundle / "dangling"));
-    EXPECT_FALSE(isPathExist(bundle / std::string(5000, 'x'))) << "the file system does not tell";
+    const test::TempDir dir;
+    fs::create_symlink(dir / "nothing", dir / "dangling");
+    for (const std::string &path : {dir.path().string(), std::string("/dev/null")})
+        EXPECT_TRUE(isPathExist(path)) << path;
+    for (const std::string &path : {std::string(), dir / "nothing", dir / "dangling", dir / std::string(5000, 'x')})
+        EXPECT_FALSE(isPathExist(path)) << path;
 }

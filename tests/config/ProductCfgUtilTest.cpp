@@ -1,14 +1,13 @@
 #include "config/ProductCfgUtil.h"
 
-#include "config/MacGlobalConfig.h"
 #include "config/ProductInfoForCooperation.h"
 #include "runtime/MacGlobalUrl.h"
 #include "tests/support/FakePlatform.h"
 
+#include <future>
 #include <gtest/gtest.h>
 #include <identity.h>
 #include <sys/stat.h>
-#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -20,42 +19,44 @@ class Product : public testing::Test
 protected:
     static const ProductCfgUtil &cfg() { return *SingleTon<ProductCfgUtil>::GetInstance(); }
 
-    [[nodiscard]] std::string component() const
-    {
-        return m_bundle / "Foo.app/Contents/Resources/cfgdata/componentConfig.ini";
-    }
-    [[nodiscard]] std::string server() const { return m_bundle / "Foo.app/Contents/Resources/ressrc/chs/upnest.svr"; }
-
     const test::FakeBundle m_bundle;
+    const std::string m_component = m_bundle / "Foo.app/Contents/Resources/cfgdata/componentConfig.ini";
+    const std::string m_server = m_bundle / "Foo.app/Contents/Resources/ressrc/chs/upnest.svr";
+};
+
+class FilledParser : public ProductCfgParser
+{
+public:
+    FilledParser() : ProductCfgParser(Reader) { m_settings["s"] = {{"number", "12"}, {"text", "abc"}, {"empty", ""}}; }
 };
 
 } // namespace
 
-TEST_F(Product, DefaultsWithoutAnyFile)
+TEST_F(Product, DefaultsWhereNoFileCanBeRead)
 {
     m_bundle.writeGlobalFile("[common]\napp_international=1\n");
+    for (const std::string &path : {m_component, m_server}) {
+        fs::create_directories(fs::path(path).parent_path());
+        ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    }
     EXPECT_EQ(cfg().getProductEdition(), 3);
     EXPECT_EQ(cfg().getWindowTitle(), "PDF Orvell");
-    EXPECT_EQ(cfg().getAssociateDlgPrefix(), "PDFOrvell");
     EXPECT_EQ(cfg().getOfficalUrl().toStdWString(), MacGlobalUrl::GetOfficeWebsiteUrl());
     EXPECT_EQ(cfg().getCopyRight().toStdWString(), MacGlobalUrl::GetDefCopyright());
-    EXPECT_TRUE(cfg().getAssociateAvoid().isEmpty());
     EXPECT_TRUE(cfg().getHelpEnable());
-    EXPECT_FALSE(cfg().isTolvaProduct());
     EXPECT_EQ(cfg().getProductGUID(), "{2014D836-42D5-410E-B5EA-BF0714DAFACB}");
-    EXPECT_EQ(cfg().getUninstallRegName(), cfg().getInstallRegName());
     EXPECT_EQ(cfg().getProductHost().toStdString(), MacGlobalUrl::GetDefSvrHost(nullptr));
     EXPECT_EQ(cfg().getInternationReportPrefix(), "pdforvell");
-    EXPECT_FALSE(fs::exists(component())) << "nothing is written";
+    EXPECT_EQ(ProductInfoForCooperation().GetTid1(7), 7);
 }
 
 TEST_F(Product, ComponentConfigurationIsUtf8AndServerFileWins)
 {
-    test::writeFile(component(),
+    test::writeFile(m_component,
                     "\xEF\xBB\xBF[product]\r\nproduct_edition=1\r\nproduct_name=Ünder, & Söhne\r\nis_tv_product=2\r\n"
                     "is_help_enable=no\r\nreg_name=other\r\nhost=https://h.example\r\n"
                     "[associate]\r\navoid=a|b, c||d|\r\n[product]\r\nvip_id=5\r\n");
-    test::writeFile(server(), "[Common]\nEdition=4\n");
+    test::writeFile(m_server, "[Common]\nEdition=4\n");
     EXPECT_EQ(cfg().getProductEdition(), 4);
     EXPECT_EQ(cfg().getProductName(), "Ünder, & Söhne");
     EXPECT_TRUE(cfg().isTolvaProduct());
@@ -71,19 +72,10 @@ TEST_F(Product, TestServerGoesBeforeTheConfiguredHost)
 {
     m_bundle.writeGlobalFile("[common]\napp_international=1\n");
     test::writeFile(m_bundle.makeUserDataDir() + product::kTestServerMarker.str(), "");
-    test::writeFile(component(), "[product]\nhost=https://h.example\n");
+    test::writeFile(m_component, "[product]\nhost=https://h.example\n");
+    test::writeFile(m_server, "[Common]\nTryNo=1\n");
     EXPECT_EQ(cfg().getProductHost().toStdString(), MacGlobalUrl::GetDefSvrHost(nullptr));
-}
-
-TEST_F(Product, FilesThatAreNoneGiveTheDefaults)
-{
-    for (const std::string &path : {component(), server()}) {
-        fs::create_directories(fs::path(path).parent_path());
-        ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-    }
-    EXPECT_EQ(cfg().getProductEdition(), 3);
-    EXPECT_EQ(cfg().getServiceName(), "VantPDFSvc");
-    EXPECT_EQ(ProductInfoForCooperation().GetTid1(7), 7);
+    EXPECT_EQ(cfg().getProductEdition(), 3) << "the server file has none";
 }
 
 TEST_F(Product, MayBeAskedFromManyThreads)
@@ -91,51 +83,29 @@ TEST_F(Product, MayBeAskedFromManyThreads)
     std::string content = "[product]\nproduct_name=a, b\n" + std::string(5U << 20, ';') + "\n";
     for (int i = 0; i < 100; ++i)
         content += "[s" + std::to_string(i) + "]\nk=" + std::to_string(i) + "\n";
-    test::writeFile(component(), content);
-    std::vector<std::thread> readers;
-    for (int reader = 0; reader < 4; ++reader) {
-        readers.emplace_back([] {
+    test::writeFile(m_component, content);
+    std::vector<std::future<void>> readers(4);
+    for (std::future<void> &reader : readers) {
+        reader = std::async(std::launch::async, [] {
             for (int i = 0; i < 100; ++i)
                 EXPECT_EQ(cfg().getIntValue(QString("s%1").arg(i), "k", -1), i);
             EXPECT_EQ(cfg().getProductName(), "a, b");
         });
     }
-    for (std::thread &reader : readers)
-        reader.join();
 }
-
-namespace {
-
-class FilledParser : public ProductCfgParser
-{
-public:
-    FilledParser() : ProductCfgParser(Reader) { m_settings["s"] = {{"number", "12"}, {"text", "abc"}, {"empty", ""}}; }
-};
-
-} // namespace
 
 TEST_F(Product, ParserFallsBackOnlyWhereNothingStands)
 {
     const FilledParser parser;
     EXPECT_EQ(parser.GetIntValue("s", "number", 7), 12);
-    EXPECT_EQ(parser.GetIntValue("s", "text", 7), 0) << "not the default";
-    EXPECT_FALSE(parser.GetBoolValue("s", "text", true));
+    EXPECT_FALSE(parser.GetBoolValue("s", "text", true)) << "0, not the default";
     EXPECT_EQ(parser.GetIntValue("s", "empty", 7), 7);
-    EXPECT_TRUE(parser.GetBoolValue("S", "number", true)) << "names are case-sensitive";
+    EXPECT_EQ(parser.GetIntValue("S", "number", 7), 7) << "names are case-sensitive";
     EXPECT_EQ(parser.GetStringValue("s", "", "d"), "d");
+    EXPECT_EQ(ProductCfgParser(ProductCfgParser::Reader).Init(PDFEdition::Independent, "", ""), 0);
+    EXPECT_EQ(parser.GetTypeNode(static_cast<ProductCfgParser::CfgType>(0)), "reader");
 
-    ProductCfgParser empty(ProductCfgParser::Reader);
-    EXPECT_EQ(empty.Init(PDFEdition::Independent, "", ""), 0);
-    EXPECT_EQ(empty.GetIntValue("s", "number", 7), 7);
-}
-
-TEST_F(Product, ParserNamesItsNodes)
-{
-    test::writeFile(server(), "[Common]\nchan_name=vänt %1\n");
-    const ProductCfgParser parser(ProductCfgParser::Reader);
-    EXPECT_EQ(parser.GetTypeNode(ProductCfgParser::Converter), "converter");
-    for (const int type : {0, 1, 3})
-        EXPECT_EQ(parser.GetTypeNode(static_cast<ProductCfgParser::CfgType>(type)), "reader") << type;
+    test::writeFile(m_server, "[Common]\nchan_name=vänt %1\n");
     EXPECT_EQ(parser.GetEditionNode(PDFEdition::Cooperation, "x"), "product_vänt %1");
     EXPECT_EQ(parser.GetEditionNode(PDFEdition::Independent, "x"), "");
 }

@@ -38,4 +38,13 @@ std::string readFile(const fs::path &path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+std::string logMessages(const fs::path &path)
+{
+    std::string messages;
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);)
+        messages += line.substr(line.find("]  ") + 3) + "\n";
+    return messages;
+}
+
 } // namespace test

@@ -26,5 +26,7 @@ private:
 void writeFile(const std::filesystem::path &path, const std::string &content);
 /// The file's bytes; empty when it cannot be read.
 [[nodiscard]] std::string readFile(const std::filesystem::path &path);
+/// The lines of a diagnostic log, each from its message on.
+[[nodiscard]] std::string logMessages(const std::filesystem::path &path);
 
 } // namespace test
