@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <cstring>
 #include <ctime>
 #include <map>
 #include <mutex>
@@ -137,6 +138,17 @@ QByteArray unescaped(const QByteArray &bytes)
     return text;
 }
 
+/// Whether a value, or a part of a list, begins with the mark of a serialized one. Texts that begin so are written with
+/// a second "@".
+bool hasSerialized(const QByteArray &text)
+{
+    for (int at = text.indexOf("@Variant("); at >= 0; at = text.indexOf("@Variant(", at + 1)) {
+        if (at == 0 || std::strchr("=, \t", text[at - 1]))
+            return true;
+    }
+    return false;
+}
+
 /// Whether no text of the file stands for a serialized value. QSettings unpacks these whatever they say, without limit
 /// to their depth and to the lengths that they claim, and thereby ends the process.
 bool isPlain(const QString &path, const struct stat &status)
@@ -152,7 +164,7 @@ bool isPlain(const QString &path, const struct stat &status)
     if (known != plainFiles.end() && known->second == identity)
         return true;
     const QByteArray bytes = bytesOf(path).value_or(QByteArray());
-    const bool hasNone = !(bytes.contains('@') || bytes.contains('\\')) || !unescaped(bytes).contains("@Variant(");
+    const bool hasNone = !(bytes.contains('@') || bytes.contains('\\')) || !hasSerialized(unescaped(bytes));
     if (hasNone)
         plainFiles[path] = identity;
     return hasNone;

@@ -9,9 +9,9 @@
 /// What the stores of this library need of an INI file beyond what QSettings does by itself. Callable from any thread;
 /// a QSettings object by one thread at a time.
 ///
-/// A file is sound when it is a regular one of at most 16 MiB without "@Variant(" in a text. Opening a FIFO would wait
-/// for a writer, and QSettings unpacks a serialized value whatever depth and lengths it claims, which may end the
-/// process. What these stores hold needs no such value.
+/// A file is sound when it is a regular one of at most 16 MiB in which no value begins with "@Variant(". Opening a FIFO
+/// would wait for a writer, and QSettings unpacks a serialized value whatever depth and lengths it claims, which may
+/// end the process. What these stores hold needs no such value.
 namespace ini {
 
 /// The path to open a QSettings on for reading: `path` for a sound file, otherwise that of a file which never exists.

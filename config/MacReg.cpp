@@ -70,6 +70,37 @@ mode_t typeOf(const std::string &path, int (*ask)(const char *, struct stat *))
     return ask(path.c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
 }
 
+/// The value in a form that QSettings writes without serializing it, which ini::readable() does not take: texts,
+/// numbers and lists of them as they are, most others as a text. Invalid for what has none.
+QVariant storable(const QVariant &value)
+{
+    switch (value.userType()) {
+    case QMetaType::UnknownType:
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+    case QMetaType::QString:
+    case QMetaType::QStringList:
+    case QMetaType::QByteArray:
+    case QMetaType::QDateTime:
+    case QMetaType::QPoint:
+    case QMetaType::QRect:
+    case QMetaType::QSize:
+        return value;
+    case QMetaType::QVariantList: {
+        QVariantList parts;
+        for (const QVariant &part : value.toList())
+            parts += storable(part);
+        return parts;
+    }
+    default:
+        return value.canConvert<QString>() ? value.toString() : QVariant();
+    }
+}
+
 /// Whether `path` lies in `directory` once symbolic links are resolved. One that leads nowhere does not: it might lead
 /// anywhere by the time it is written through.
 bool isInside(const fs::path &directory, const fs::path &path, bool isLink)
@@ -126,8 +157,9 @@ QVariant MacReg::value(const QString &name, const QVariant &defaultValue) const
 void MacReg::setValue(const QString &name, const QVariant &value)
 {
     const QMutexLocker locker(&m_mutex);
-    if (m_settings && !name.isEmpty() && prepareChange())
-        m_settings->setValue(name, value);
+    const QVariant stored = storable(value);
+    if (m_settings && !name.isEmpty() && stored.isValid() == value.isValid() && prepareChange())
+        m_settings->setValue(name, stored);
 }
 
 bool MacReg::hasKey(const QString &name) const
@@ -147,7 +179,11 @@ bool MacReg::sync()
 
 void MacReg::openStore()
 {
-    atTurn(m_path, [this] { m_settings.emplace(QString::fromStdString(m_path), QSettings::IniFormat); });
+    atTurn(m_path, [this] {
+        const QString path = QString::fromStdString(m_path);
+        // A missing file is opened all the same: it appears with the first value.
+        m_settings.emplace(ini::isWritable(path) ? path : ini::readable(path), QSettings::IniFormat);
+    });
 }
 
 /// False when the change could not be written: QSettings would wait for good for a lock file that is none.

@@ -18,8 +18,9 @@
 ///
 /// Changes stay in memory until sync(), or until the key is closed; other objects of this process see them at once,
 /// other processes when they open or sync() the key after that. Processes that change different values of one key at
-/// the same moment lose neither's; of two changes to one value the later one stays. A file that cannot be read holds
-/// nothing; one that cannot be written keeps what it held. No operation reports that.
+/// the same moment lose neither's; of two changes to one value the later one stays. A file that cannot be read, is
+/// larger than 16 MiB or holds a serialized value has nothing; one that cannot be written keeps what it held. No
+/// operation reports that.
 class ONDPDFTOOLUTILS_EXPORT MacReg
 {
 public:
@@ -38,7 +39,8 @@ public:
 
     /// The stored value; `defaultValue` when there is none, or no key is open.
     [[nodiscard]] QVariant value(const QString &name, const QVariant &defaultValue = {}) const;
-    /// Stores a value in the open key.
+    /// Stores a value in the open key: texts, numbers and lists of them as they are, most other types as a text. A
+    /// value of a type that has no text form (a map) is not stored.
     void setValue(const QString &name, const QVariant &value);
     /// Whether the open key holds a value of this name.
     [[nodiscard]] bool hasKey(const QString &name) const;

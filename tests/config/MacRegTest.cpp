@@ -3,6 +3,7 @@
 #include "tests/support/FakePlatform.h"
 
 #include <QCoreApplication>
+#include <QDate>
 #include <chrono>
 #include <future>
 #include <gtest/gtest.h>
@@ -115,10 +116,23 @@ TEST_F(MacRegTest, BadFilesHoldNothingAndAreWrittenAfresh)
     }
     fs::create_directories(fileOf("folder"));
     fs::create_directories(fileOf("locked") + ".lock"); // which is waited for without end
-    for (const char *key : {"folder", "locked"}) {
+    const std::string hostile = R"(k=@Variant(\0\0\0\t\x7f\xff\xff\xf0))";
+    test::writeFile(fileOf("hostile"), "x=0\n" + hostile + "\n");
+    for (const char *key : {"folder", "locked", "hostile"}) {
         store(key, "x", "1");
         EXPECT_EQ(stored(key, "x"), "default") << key;
     }
+    EXPECT_EQ(test::readFile(fileOf("hostile")), "x=0\n" + hostile + "\n");
+    {
+        MacReg reg;
+        reg.open("types", false);
+        reg.setValue("map", QVariantMap{{"a", 1}});
+        reg.setValue("date", QDate(2025, 3, 7));
+        reg.setValue("text", "@Variant(");
+    }
+    EXPECT_EQ(stored("types", "map"), "default") << "it has no text form";
+    EXPECT_EQ(stored("types", "date"), "2025-03-07");
+    EXPECT_EQ(stored("types", "text"), "@Variant(");
 }
 
 TEST_F(MacRegTest, ProcessesLoseNothingOfEachOther)

@@ -48,8 +48,7 @@ bool opensElsewhere(const std::string &path)
     return status == 0;
 }
 
-/// The process that a launch reports, after it ended; -1 when it could not be started. Waiting for the report would
-/// never end if it came on this thread.
+/// The process that a launch reports, after it ended; -1 when it could not be started.
 template <typename Launcher> int launched(Launcher launcher, const MacSandbox::LaunchParams &params)
 {
     const auto outcome = std::make_shared<std::promise<int>>();
