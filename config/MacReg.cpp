@@ -168,6 +168,12 @@ bool MacReg::hasKey(const QString &name) const
     return m_settings && !name.isEmpty() && m_settings->contains(name);
 }
 
+QStringList MacReg::names() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_settings ? m_settings->allKeys() : QStringList();
+}
+
 bool MacReg::sync()
 {
     const QMutexLocker locker(&m_mutex);

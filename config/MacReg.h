@@ -5,6 +5,7 @@
 #include <QMutex>
 #include <QSettings>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <optional>
 #include <string>
@@ -44,6 +45,8 @@ public:
     void setValue(const QString &name, const QVariant &value);
     /// Whether the open key holds a value of this name.
     [[nodiscard]] bool hasKey(const QString &name) const;
+    /// The names of all values in the open key; none when no key is open.
+    [[nodiscard]] QStringList names() const;
     /// Writes what was changed and takes over what other processes have changed. False when no key is open.
     bool sync();
 

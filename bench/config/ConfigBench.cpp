@@ -1,13 +1,15 @@
-// The configuration service against a QSettings that is kept open, and single integer settings against a QSettings that
-// is opened for one value; both on files of the size that the product has.
+// The configuration service against a QSettings that is kept open, single integer settings and a key of the registry
+// against a QSettings that is opened for one value; all on files of the size that the product has.
 
 #include "bench/support/Bundles.h"
 #include "bench/support/Ratios.h"
 #include "config/ConfigFileUtil.h"
 #include "config/MacConfigPath.h"
+#include "config/MacReg.h"
 #include "config/ProductCfgUtil.h"
 #include "paths/PathUtils.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <filesystem>
@@ -90,16 +92,47 @@ void settingsOpenedForOneValue(benchmark::State &state)
     }
 }
 
+void readRegistry(benchmark::State &state)
+{
+    const QString key = QStringLiteral("common");
+    const QString name = QStringLiteral("section5/number");
+    for (auto _ : state) {
+        MacReg registry;
+        if (!registry.open(key, true) || registry.value(name, 7).toInt() != 5)
+            state.SkipWithError("the key is not read");
+    }
+}
+
+/// With what opening a key does besides: it asks for the path, whether folder and file are there, and says so.
+void settingsOpenedForAKey(benchmark::State &state)
+{
+    const QString key = QStringLiteral("common");
+    const QString name = QStringLiteral("section5/number");
+    for (auto _ : state) {
+        const QString folder = QString::fromStdString(MacConfigPath::GetInstance()->GetUserDataPath("reg/"));
+        const QString path = folder + key + QStringLiteral(".ini");
+        qInfo("registry = %s", qUtf8Printable(path));
+        if (!QDir(folder).exists() || !QFile::exists(path))
+            state.SkipWithError("no file");
+        const QSettings settings(path, QSettings::IniFormat);
+        benchmark::DoNotOptimize(settings.value(name, 7).toInt());
+    }
+}
+
 void declare()
 {
     writeFile(componentFile(), "[product]\nproduct_name=Product\nvip_id=5\n" + sections(5));
     writeFile(PathUtils::getAppConfigPath(true), sections(20));
+    writeFile(PathUtils::getAppDataDir(true) + "reg/common.ini", sections(20));
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     bench::compare({"ProductCfgUtil, text", getProductName}, bench::atMost(1.5),
                    {"open QSettings, text", textOfOpenSettings});
     bench::compare({"ProductCfgUtil, number", getVipId}, bench::atMost(1.5),
                    {"open QSettings, number", numberOfOpenSettings});
     bench::compare({"ConfigFileUtil, one value", getLocalValue}, bench::atMost(1.05),
                    {"QSettings for one value", settingsOpenedForOneValue});
+    bench::compare({"MacReg, one value", readRegistry}, bench::atMost(1.05),
+                   {"QSettings for a key", settingsOpenedForAKey});
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 namespace fs = std::filesystem;
 
 using nlohmann::json;
-using test::ProcessResult;
 using test::RealBundle;
 
 namespace {
@@ -19,9 +18,19 @@ constexpr char kBinaryPlist[] = "bplist00\xd1\x01\x02_\x10\x1a"
                                 "\x00\x00\x00\x00\x00\x00\x03\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"
                                 "\x00\x00\x2e";
 
-json doctorProblems(const RealBundle &bundle)
+const std::string kMissing = "(missing)", kFolder = "(folder)", kPipe = "(pipe)", kLoop = "(loop)";
+
+/// A file of this content, or what else may be there.
+void put(const std::string &path, const std::string &content)
 {
-    return bundle.inspectJson({"doctor"}).at("doctor").at("problems");
+    if (content == kFolder)
+        fs::create_directories(path);
+    else if (content == kLoop)
+        fs::create_symlink(path, path);
+    else if (content != kMissing)
+        test::writeFile(path, content);
+    if (content == kPipe && fs::remove(path) && ::mkfifo(path.c_str(), 0600) != 0)
+        ADD_FAILURE() << path;
 }
 
 } // namespace
@@ -29,275 +38,210 @@ json doctorProblems(const RealBundle &bundle)
 TEST(Inspector, FollowsTheBundleWhereverItLies)
 {
     // Longer than the fixed buffer that the path is asked into first.
-    const std::string deep =
-        std::string(250, 'd') + "/" + std::string(250, 'e') + "/" + std::string(250, 'f') + "/" + std::string(250, 'g');
-    const std::string place = "Meine Programme/日本語 ü/" + deep + "/Reader Copy.app";
+    const std::string part = std::string(250, 'd') + "/";
+    const std::string place = "Meine Programme/日本語 ü/" + part + part + part + part + "Reader Copy.app";
     const RealBundle bundle(place);
     const fs::path data = bundle.makeUserDataDir("Reader Copy");
-    test::writeFile(bundle.globalFile(),
-                    "[common]\nenable_log=0\nenable_sbx=0\napp_store=1\napp_international=1\n"
-                    "group_name=group.test\n");
-    const json answers = bundle.inspectJson({"locations", "switches"});
-
-    const json &locations = answers.at("locations");
-    EXPECT_EQ(locations.at("GetMainAppRootDir"), bundle.dir() / (place + "/"));
-    EXPECT_EQ(locations.at("GetMainAppName"), "Reader Copy");
-    EXPECT_EQ(locations.at("GetAppConfigDir"), bundle.dir() / (place + "/Contents/Resources/"));
-    EXPECT_EQ(locations.at("GetUserDataDir"), data.string() + "/");
-    EXPECT_EQ(locations.at("GetLogPath"), (data / "pdforvell-inspect.log").string());
-    EXPECT_EQ(locations.at("GetAppName"), "PDF Orvell") << "the property list's name, not the folder's";
-    EXPECT_EQ(answers.at("switches"),
-              json({{"IsEnableFileLog", false},
-                    {"IsEnableSandBox", false},
-                    {"IsAppleStorePKG", true},
-                    {"isInternationalApp", true},
-                    {"GetShareGroupName", "group.test"}}));
-    EXPECT_EQ(answers.size(), 2U);
-    EXPECT_TRUE(fs::is_empty(data)) << "looking must not create anything";
-}
-
-TEST(Inspector, DoctorNamesWhatIsWrongWithTheGlobalFile)
-{
-    struct Row
-    {
-        const char *name;
-        const char *content;
-        const char *problem; // after the file's name
+    put(bundle.globalFile(), "[common]\napp_store=1\ngroup_name=group.test\n");
+    put(bundle.contents("Info.plist"), std::string(kBinaryPlist, sizeof kBinaryPlist - 1));
+    put(bundle.home() + "/data/applications/com.xundu.reader.desktop", "[Desktop Entry]\n");
+    put(bundle.home() + "/Applications/Other Name.app/Contents/Info.plist",
+        "<plist><dict><key>CFBundleIdentifier</key><string>com.lumo.reader</string></dict></plist>");
+    const json answers = bundle.inspectJson({"locations", "switches", "product", "identity"});
+    EXPECT_EQ(answers.size(), 4U);
+    const auto expect = [&answers](const char *section, const char *getter, const json &answer) {
+        EXPECT_EQ(answers.at(section).at(getter), answer) << getter;
     };
-    const Row rows[] = {
-        {"malformed line", "[common]\nenable_log=1\ngarbage\n", ":3: malformed line: every switch is off"},
-        {"binary noise", "\xff\xfe\x01", ":1: malformed line: every switch is off"},
-        {"neither 0 nor 1", "[common]\n\napp_store = 2\n", ":3: app_store is neither 0 nor 1 and counts as off"},
-        {"past 64 bits", "[common]\nenable_sbx=99999999999999999999\n",
-         ":2: enable_sbx is neither 0 nor 1 and counts as off"},
-        {"no number", "[common]\r\nenable_log=yes\r\n", ":2: enable_log is neither 0 nor 1 and counts as off"},
-        {"number with a tail", "[common]\nenable_log=1abc\n", ":2: enable_log is neither 0 nor 1 and counts as on"},
-        {"indented line", "[other]\nenable_log=0\n[common]\nenable_log=0\n  enable_sbx=1\n",
-         ":4: enable_log takes in the indented lines below it"},
-        {"empty", "", ": no section [common]: every switch is off"},
-        {"twice", "[common]\napp_international=1\napp_international=0\n",
-         ":3: app_international is set more than once, and the first value counts"},
-    };
-    const RealBundle bundle;
-    static_cast<void>(bundle.makeUserDataDir());
-    for (const Row &row : rows) {
-        test::writeFile(bundle.globalFile(), row.content);
-        EXPECT_EQ(doctorProblems(bundle), json::array({bundle.globalFile().string() + row.problem})) << row.name;
-    }
+    expect("locations", "GetMainAppRootDir", bundle.dir() / (place + "/"));
+    expect("locations", "GetLogPath", (data / "pdforvell-inspect.log").string());
+    expect("locations", "GetMainBundleVersionString", "4.5.6"); // of a binary property list
+    expect("switches", "IsAppleStorePKG", true);
+    expect("switches", "GetShareGroupName", "group.test");
+    expect("product", "getProductEdition", 3);
+    expect("identity", "GetParentAppDir", bundle.contents("MacOS/").string());
+    expect("identity", "IsHasXundu", true); // by its desktop entry
+    expect("identity", "IsHasLumo", true); // by its bundle
+    expect("identity", "IsHasFoxit", false);
+    EXPECT_NE(answers.at("identity").at("GetProductVersion"), "");
 }
 
-TEST(Inspector, DoctorNamesFilesThatAreNoFiles)
+TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
 {
     const RealBundle bundle;
-    const std::string globalFile = bundle.globalFile().string();
-    fs::remove(globalFile);
-    EXPECT_EQ(doctorProblems(bundle), json::array({globalFile + ": missing: every switch is off"}));
-    fs::create_directory(globalFile);
-    EXPECT_EQ(doctorProblems(bundle), json::array({globalFile + ": no regular file: every switch is off"}));
-    fs::remove(globalFile);
-    test::writeFile(globalFile, "[common]\nenable_log=1\n");
-    const fs::path data = fs::path(bundle.supportDir()) / "PDF Orvell/";
-    EXPECT_EQ(doctorProblems(bundle), json::array({data.string() + ": does not exist: log lines are lost"}));
-
-    static_cast<void>(bundle.makeUserDataDir());
-    const std::string log = (data / "pdforvell-inspect.log").string();
-    const auto expect = [&](const std::string &problem) {
-        EXPECT_EQ(doctorProblems(bundle), json::array({log + problem}));
-        EXPECT_EQ(bundle.inspect({"log", "message"}).exitStatus, 0) << "logging neither hangs nor fails";
-        fs::remove(log);
-    };
-    fs::create_directory(log);
-    expect(": no regular file: log lines are lost");
-    ASSERT_EQ(::mkfifo(log.c_str(), 0600), 0);
-    expect(": a FIFO: log lines are lost while nobody reads it");
-    if (fs::exists("/dev/full")) {
-        fs::create_symlink("/dev/full", log);
-        expect(": no regular file: log lines are lost");
-    }
-    fs::create_symlink(log, log);
-    expect(": cannot be looked at (Too many levels of symbolic links): log lines are lost");
-}
-
-TEST(Inspector, DoctorNamesWhatIsWrongWithTheConfigurationFiles)
-{
-    const RealBundle bundle;
-    const auto findings = [&bundle](const char *kind) { return bundle.inspectJson({"doctor"}).at("doctor").at(kind); };
-    EXPECT_EQ(findings("problems"), json::array()) << "the files that the product comes with";
-
-    const fs::path component = bundle.contents("Resources/cfgdata/componentConfig.ini");
-    const fs::path server = bundle.contents("Resources/ressrc/chs/upnest.svr");
-    const fs::path version = bundle.contents("Resources/data/mainversion.ini");
-    fs::remove(component);
-    fs::remove(server);
-    fs::create_directory(server);
-    test::writeFile(version, std::string("[version]\0", 10));
-    EXPECT_EQ(findings("problems"),
-              json::array({server.string() + ": no regular file: there is no distribution data",
-                           version.string() + ": binary, no text: what it says is lost"}));
-    EXPECT_EQ(findings("notes").at(0),
-              component.string() + ": missing: names, addresses, ids and switches are the defaults");
-}
-
-TEST(Inspector, ProductAndIdentityAreThoseOfTheInstallation)
-{
-    const RealBundle bundle;
-    test::writeFile(bundle.home() + "/data/applications/com.xundu.reader.desktop", "[Desktop Entry]\n");
-    test::writeFile(bundle.home() + "/Applications/Other Name.app/Contents/Info.plist",
-                    "<plist><dict><key>CFBundleIdentifier</key><string>com.lumo.reader</string></dict></plist>");
-    const json answers = bundle.inspectJson({"product", "identity"});
-    const json &product = answers.at("product");
-    const json &identity = answers.at("identity");
-    EXPECT_EQ(product.at("getProductName"), "PDF Orvell");
-    EXPECT_EQ(product.at("getProductEdition"), 3);
-    EXPECT_EQ(product.at("getAssociateAvoid"), json::array());
-    EXPECT_EQ(identity.at("GetParentAppDir"), bundle.contents("MacOS/").string());
-    EXPECT_NE(identity.at("GetProductVersion"), "");
-    EXPECT_EQ(identity.at("IsHasXundu"), true) << "desktop entry";
-    EXPECT_EQ(identity.at("IsHasLumo"), true) << "bundle";
-    EXPECT_EQ(identity.at("IsHasFoxit"), false);
-    EXPECT_FALSE(fs::exists(bundle.home() + "/data/PDF Orvell")) << "looking creates nothing";
-}
-
-TEST(Inspector, DoctorNamesAUserDataFolderThatCannotBe)
-{
-    const RealBundle bundle;
-    const std::string data = bundle.supportDir() + "/PDF Orvell/";
-    EXPECT_EQ(bundle.inspectJson({"doctor"}).at("doctor").at("notes"), json::array({data + ": does not exist yet"}));
-    test::writeFile(bundle.supportDir(), "");
-    EXPECT_EQ(doctorProblems(bundle),
-              json::array({data + ": does not exist and cannot be made in " + bundle.supportDir()}));
-}
-
-TEST(Inspector, PropertyListsInEveryForm)
-{
-    const RealBundle bundle;
-    const std::string plist = bundle.contents("Info.plist").string();
-    const auto version = [&bundle] {
-        return bundle.inspectJson({"locations"}).at("locations").at("GetMainBundleVersionString").get<std::string>();
-    };
-    test::writeFile(plist, std::string(kBinaryPlist, sizeof kBinaryPlist - 1));
-    EXPECT_EQ(version(), "4.5.6") << "binary";
-
+    put(bundle.globalFile(), "[common]\nenable_log=1\napp_international=1\n");
+    const std::string support = bundle.supportDir(), data = bundle.makeUserDataDir().string();
+    const std::string mk = bundle.globalFile(), plist = bundle.contents("Info.plist");
+    const std::string log = data + "/pdforvell-inspect.log", resources = bundle.contents("Resources/").string();
+    const std::string languages = resources + "cfgdata/language.json";
+    const std::string noVersion =
+        ": unreadable, malformed, or without CFBundleShortVersionString: the version is empty";
     std::string deep = "<plist>";
     for (int i = 0; i < 100'000; ++i)
         deep += "<dict>";
-    const std::pair<const char *, std::string> bad[] = {
-        {"empty", ""},
-        {"malformed", "<plist><dict><key>CFBundleShortVersionString</key><string>1.2"},
-        {"no dictionary", "<plist version=\"1.0\"><array/></plist>"},
-        {"value of another type",
-         "<plist><dict><key>CFBundleShortVersionString</key><integer>1</integer></dict></plist>"},
-        {"deeply nested", deep},
-        {"binary cut short", std::string(kBinaryPlist, 40)},
+    struct Row
+    {
+        std::string path;
+        std::string content;
+        std::string finding; // behind the path; whole for the folder of all applications
     };
-    for (const auto &[name, content] : bad) {
-        test::writeFile(plist, content);
-        EXPECT_EQ(version(), "") << name;
-        EXPECT_EQ(doctorProblems(bundle),
-                  json::array(
-                      {plist + ": unreadable, malformed, or without CFBundleShortVersionString: the version is empty"}))
-            << name;
+    // clang-format off
+    const Row rows[] = {
+        {mk, "[common]\nenable_log=1\ngarbage\n", ":3: malformed line: every switch is off"},
+        {mk, "[common]\r\n\r\napp_store = 2\r\n", ":3: app_store is neither 0 nor 1 and counts as off"},
+        {mk, "[common]\nenable_log=1abc\n", ":2: enable_log is neither 0 nor 1 and counts as on"},
+        {mk, "[o]\nenable_log=0\n[common]\nenable_log=0\n x=1\n", ":4: enable_log takes in the indented lines below it"},
+        {mk, "[common]\napp_store=1\napp_store=0\n", ":3: app_store is set more than once, and the first value counts"},
+        {mk, "", ": no section [common]: every switch is off"},
+        {mk, kMissing, ": missing: every switch is off"},
+        {data, kMissing, "/: does not exist: log lines are lost"},
+        {support, "", data + "/: does not exist and cannot be made in " + support},
+        {log, kPipe, ": a FIFO: log lines are lost while nobody reads it"},
+        {log, kLoop, ": cannot be looked at (Too many levels of symbolic links): log lines are lost"},
+        {resources + "cfgdata/componentConfig.ini", kMissing, ": missing: names, addresses, ids and switches are the defaults"},
+        {resources + "cfgdata/cfgdata.ini", "[s]\nk\n", ": malformed: lines that are neither [section], KEY=VALUE nor ;comment are passed over"},
+        {resources + "ressrc/chs/upnest.svr", kFolder, ": no regular file: there is no distribution data"},
+        {resources + "data/mainversion.ini", std::string("[version]\0", 10), ": binary, no text: what it says is lost"},
+        {resources + "data/help.pdf", "", ": no PDF document: the welcome document is not brought up to date"},
+        {languages, "[", ": malformed, too large, or without languages: there is none to choose"},
+        {languages, R"({"languages":[{"show_name":"x"}]})", ": \"x\" has no code and cannot be chosen"},
+        {languages, R"({"languages":[{"show_name":"x","code":"a"},{"show_name":"x"}]})", ": \"x\" stands in the menu more than once, and means the first"},
+        {data + "/reg", "", "/: no folder: the registry holds nothing"},
+        {data + "/reg/a/key.ini", kPipe, ": no regular file: it holds nothing, and takes nothing"},
+        {data + "/reg/common.ini", "[language]\ncurrent_language=xx\n", ": the language in use, \"xx\", is not one of the menu"},
+        {plist, kMissing, ": missing: name, identifier and version are empty"},
+        {plist, "<plist><dict><key>CFBundleShortVersionString</key><string>1.2", noVersion},
+        {plist, "<plist><dict><key>CFBundleShortVersionString</key><integer>1</integer></dict></plist>", noVersion},
+        {plist, deep, noVersion},
+        {plist, std::string(kBinaryPlist, 40), noVersion},
+    };
+    // clang-format on
+    for (const Row &row : rows) {
+        const std::string finding = (row.path == support ? "" : row.path) + row.finding;
+        const bool isThere = fs::exists(row.path);
+        if (isThere)
+            fs::rename(row.path, bundle.dir() / "aside");
+        put(row.path, row.content);
+        const json doctor = bundle.inspectJson({}).at("doctor"); // while every section answers
+        json findings = doctor.at("problems");
+        findings.insert(findings.end(), doctor.at("notes").begin(), doctor.at("notes").end());
+        EXPECT_EQ(findings, json::array({finding}));
+        EXPECT_EQ(bundle.inspect({"log", "message"}).exitStatus, 0) << "neither hangs nor fails: " << finding;
+        fs::remove_all(row.path);
+        if (isThere)
+            fs::rename(bundle.dir() / "aside", row.path);
+        fs::remove_all(log);
     }
-    fs::remove(plist);
-    EXPECT_EQ(doctorProblems(bundle), json::array({plist + ": missing: name, identifier and version are empty"}));
 }
 
 TEST(Inspector, AddressesDifferExactlyByEditionPackageAndTestMarker)
 {
     const RealBundle bundle;
-    const fs::path marker = bundle.makeUserDataDir() / "use_test_server";
-    const auto urls = [&bundle](const char *switches) {
-        test::writeFile(bundle.globalFile(), std::string("[common]\n") + switches);
+    const auto urls = [&bundle](const std::string &switches) {
+        put(bundle.globalFile(), "[common]\n" + switches);
         return bundle.inspectJson({"urls"}).at("urls");
     };
     const auto same = [](const json &a, const json &b) {
         std::set<std::string> keys;
-        for (const auto &answer : a.items()) {
-            if (answer.value() == b.at(answer.key()))
-                keys.insert(answer.key());
-        }
+        for (const auto &answer : a.items())
+            keys.insert(answer.value() == b.at(answer.key()) ? answer.key() : "");
+        keys.erase("");
         return keys;
     };
-    const json domestic = urls("");
-    const json international = urls("app_international=1\n");
-    const json store = urls("app_international=1\napp_store=1\n");
-    const json domesticStore = urls("app_store=1\n");
-    test::writeFile(marker, "");
+    const json domestic = urls(""), international = urls("app_international=1\n");
+    const json store = urls("app_international=1\napp_store=1\n"), domesticStore = urls("app_store=1\n");
+    put(bundle.makeUserDataDir() / "use_test_server", "");
     const json onTestServers = urls("app_international=1\n");
-
-    const std::regex form(R"(https://[a-z0-9-]+(\.[a-z0-9-]+)*\.example(/[a-z0-9/-]*(\?productId=502)?)?)");
-    for (json answers : {domestic, store, onTestServers}) {
-        for (const char *twin : {"GetDefSvrHostW", "GetHelpHtmlUrlA", "GetCloudCNDUrl", "GetDefCopyright"})
-            answers.erase(twin);
+    const std::set<std::string> twins = {"GetDefSvrHostW", "GetHelpHtmlUrlA", "GetCloudCNDUrl", "GetDefCopyright"};
+    const std::regex form(R"("https://[a-z0-9-]+(\.[a-z0-9-]+)*\.example(/[a-z0-9/-]*(\?productId=502)?)?")");
+    for (const json &answers : {domestic, store, onTestServers}) {
         std::set<std::string> seen;
-        for (const json &address : answers) {
-            EXPECT_TRUE(!address.is_string() || std::regex_match(address.get<std::string>(), form)) << address;
-            EXPECT_TRUE(!address.is_string() || seen.insert(address).second) << address << " stands twice";
+        for (const auto &answer : answers.items()) {
+            if (answer.value().is_string() && twins.count(answer.key()) == 0) {
+                EXPECT_TRUE(std::regex_match(answer.value().dump(), form)) << answer.value();
+                EXPECT_TRUE(seen.insert(answer.value()).second) << answer.value() << " stands twice";
+            }
         }
     }
-
     EXPECT_EQ(urls(""), domestic) << "the marker means nothing to the domestic edition";
     EXPECT_EQ(same(domestic, international),
               (std::set<std::string>{"GetMacInternationalPayWebHost", "IsAppleStorePKG", "usesTestServer"}));
-    for (const auto &[web, appStore] : {std::pair(international, store), std::pair(domestic, domesticStore)}) {
-        EXPECT_EQ(same(web, appStore).size(), web.size() - 2);
-        EXPECT_NE(web.at("GetLoginUrl"), appStore.at("GetLoginUrl"));
+    EXPECT_EQ(same(international, store).size(), store.size() - 2) << "the package's kind, and where to log in";
+    EXPECT_EQ(same(domestic, domesticStore).size(), store.size() - 2);
+    const std::regex onDefaultHost("Ocr|^...DefSvrHost|^GetOfficialUpgradeCfgUrl$|^usesTestServer$");
+    for (const auto &answer : onTestServers.items())
+        EXPECT_EQ(answer.value() != international.at(answer.key()), std::regex_search(answer.key(), onDefaultHost))
+            << answer.key();
+}
+
+TEST(Inspector, LookingCreatesNothing)
+{
+    const test::TempDir temporary; // the folder that the library sees as such
+    qputenv("TMPDIR", temporary.path().c_str());
+    for (const std::string switches : {"app_international=1\n", "enable_sbx=1\n"}) {
+        const RealBundle bundle;
+        put(bundle.globalFile(), "[common]\n" + switches);
+        const std::string data = bundle.inspectJson({"locations"}).at("locations").at("GetUserDataDir");
+        const auto count = [&] { return std::distance(fs::recursive_directory_iterator(temporary.path()), {}); };
+        for (const std::string &folder : {bundle.home(), data, data + "reg"}) {
+            put(folder, kFolder);
+            const auto before = count();
+            const json languages = bundle.inspectJson({}).at("languages");
+            static_cast<void>(bundle.inspect({"registry", "common"}));
+            EXPECT_EQ(count(), before) << folder;
+            EXPECT_EQ(languages.at("notAsked").empty(), switches[0] == 'e' || folder == data + "reg");
+        }
+        const json shown = bundle.inspectJson({"paths"}).at("paths");
+        const json created = bundle.inspectJson({"create-paths"}).at("create-paths");
+        EXPECT_EQ(created.size(), shown.size() + shown.at("notAsked").size());
+        EXPECT_TRUE(fs::is_directory(data + "seal"));
     }
-    for (const auto &answer : onTestServers.items()) {
-        const std::string &key = answer.key();
-        const bool onDefaultHost = key.find("Ocr") != std::string::npos || key.find("DefSvrHost") == 3
-            || key == "GetOfficialUpgradeCfgUrl" || key == "usesTestServer";
-        EXPECT_EQ(answer.value() != international.at(key), onDefaultHost) << key;
+}
+
+TEST(Inspector, ActionsAnswerOrSayWhatIsWrong)
+{
+    const RealBundle bundle;
+    const std::string data = bundle.makeUserDataDir(), file = bundle.dir() / "grün.txt", hard = "a, \"b\" @x;ü\\";
+    put(bundle.globalFile(), "[common]\napp_international=1\n");
+    put(file, "abc");
+    put(data + "/reg/folder.ini", kFolder);
+    const std::pair<QStringList, json> rows[] = {
+        // a number is an exit status
+        {{"registry", "common"}, 1},
+        {{"language", "Deutsch"}, {{"GetCurrentLanguage", "de"}}},
+        {{"language", "Klingon"}, 2},
+        {{"language"}, {{"GetCurrentLanguage", "de"}}},
+        {{"registry", "common", "s/k", hard.c_str()}, {{"s/k", hard}}},
+        {{"registry", "common"}, {{"language/current_language", "de"}, {"s/k", hard}}},
+        {{"registry", "common", "none"}, 1},
+        {{"registry", "common", ""}, 2},
+        {{"registry", "../x", "k", "v"}, 2},
+        {{"registry", "folder", "k", "v"}, 1},
+        {{"parse", "-A=\"x y\" --b"}, {{"-b", ""}, {"a", "x y"}}},
+        {{"digest", file.c_str(), "/none"},
+         {{file, "90x01x50x98x3cxd2x4fxb0xd6x96x3fx7dx28xe1x7fx72x"}, {"/none", ""}}},
+        {{"digest"}, 2},
+        {{"log", "a", "b"}, 2},
+        {{"nonsense"}, 2},
+        {{"--nonsense"}, 2},
+    };
+    for (const auto &[arguments, answer] : rows) {
+        const test::ProcessResult result = bundle.inspect(QStringList{"--json"} + arguments);
+        const std::string name = arguments.join(' ').toStdString();
+        EXPECT_EQ(result.exitStatus, answer.is_number() ? answer.get<int>() : 0) << name;
+        EXPECT_EQ(result.output.empty(), answer.is_number()) << name;
+        EXPECT_NE(result.errors.empty(), answer.is_number()) << name << result.errors;
+        if (result.exitStatus == 0) {
+            EXPECT_EQ(json::parse(result.output).at(arguments[0].toStdString()), answer) << name;
+        }
     }
-}
-
-TEST(Inspector, DigestsFiles)
-{
-    const RealBundle bundle;
-    test::writeFile(bundle.dir() / "grün.txt", "abc");
-    const QString path = QString::fromStdString(bundle.dir() / "grün.txt");
-    EXPECT_EQ(bundle.inspectJson({"digest", path, "/nonexistent"}).at("digest"),
-              json({{path.toStdString(), "90x01x50x98x3cxd2x4fxb0xd6x96x3fx7dx28xe1x7fx72x"}, {"/nonexistent", ""}}));
-    EXPECT_EQ(bundle.inspect({"digest"}).exitStatus, 2);
-}
-
-TEST(Inspector, PathsAreCreatedOnRequestOnly)
-{
-    const RealBundle bundle;
-    qputenv("TMPDIR", bundle.home().c_str());
-    const json missing = bundle.inspectJson({"paths"}).at("paths");
-    EXPECT_TRUE(fs::is_empty(bundle.home()));
-    const fs::path data = bundle.makeUserDataDir();
-    const json shown = bundle.inspectJson({"paths"}).at("paths");
-    EXPECT_TRUE(fs::is_empty(data) && shown.size() > missing.size());
-    const json created = bundle.inspectJson({"create-paths"}).at("create-paths");
-    EXPECT_EQ(created.size(), shown.size() + shown.at("notAsked").size());
-    EXPECT_TRUE(fs::is_directory(data / "seal"));
-}
-
-TEST(Inspector, ExitStatusTellsWrongUse)
-{
-    const RealBundle bundle;
-    EXPECT_EQ(bundle.inspect({}).exitStatus, 0);
-    EXPECT_EQ(bundle.inspect({"--help"}).exitStatus, 0);
+    put(bundle.globalFile(), "[common]\n");
+    EXPECT_EQ(bundle.inspectJson({"languages"}).at("languages").at("GetCurrentLanguage"), "zh");
     EXPECT_EQ(bundle.inspect({"--version"}).output, "pdforvell-inspect " OND_TEST_VERSION "\n");
-    for (const QStringList &wrong : {QStringList{"nonsense"}, {"--nonsense"}, {"log"}, {"log", "a", "b"}}) {
-        const ProcessResult result = bundle.inspect(wrong);
-        EXPECT_EQ(result.exitStatus, 2) << wrong.join(' ').toStdString();
-        EXPECT_EQ(result.output, "");
-        EXPECT_NE(result.errors, "");
-    }
-}
+    EXPECT_EQ(bundle.inspect({"--help"}).exitStatus, 0);
 
-TEST(Inspector, LogActionWritesALine)
-{
-    const RealBundle bundle;
-    const fs::path log = bundle.makeUserDataDir() / "pdforvell-inspect.log";
-    EXPECT_EQ(bundle.inspectJson({"log", "lost"}).at("log").at("IsLogEnable"), false);
-    EXPECT_FALSE(fs::exists(log));
-    test::writeFile(log, "");
+    put(data + "/pdforvell-inspect.log", "");
     EXPECT_EQ(bundle.inspectJson({"log", "kept"}).at("log").at("IsLogEnable"), true);
-    EXPECT_NE(test::readFile(log).find("]  kept\n"), std::string::npos);
     EXPECT_EQ(bundle.inspect({"log", "--config"}).exitStatus, 0);
-    EXPECT_NE(test::readFile(log).find("]  func_host:https://svr.pdforvell.example\n"), std::string::npos);
+    const std::string log = test::readFile(data + "/pdforvell-inspect.log");
+    EXPECT_TRUE(log.find("]  kept\n") < log.find("]  func_host:https://svr.vantpdf.example\n")) << log;
 }

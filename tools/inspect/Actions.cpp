@@ -2,9 +2,12 @@
 
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
+#include "runtime/CCmdLineParser.h"
 #include "runtime/CommonFileLog.h"
 #include "runtime/OndEasyMd5.h"
+#include "tools/inspect/Languages.h"
 #include "tools/inspect/Paths.h"
+#include "tools/inspect/Registry.h"
 
 #include <filesystem>
 
@@ -44,6 +47,21 @@ Json digest(const std::vector<std::string> &arguments)
     return digests;
 }
 
+Json parse(const std::vector<std::string> &arguments)
+{
+    if (arguments.size() != 1)
+        throw WrongUse("parse takes one command line; quote it");
+    const CCmdLineParser parser(QString::fromStdString(arguments[0]).toStdWString().c_str());
+    Json switches = Json::object();
+    QString key;
+    QString value;
+    for (auto it = parser.getFirst(); !parser.isLast(it);) {
+        parser.getNext(it, key, value);
+        switches[key.toStdString()] = value.toStdString();
+    }
+    return switches;
+}
+
 } // namespace
 
 const std::vector<Action> &actions()
@@ -51,7 +69,11 @@ const std::vector<Action> &actions()
     static const std::vector<Action> all = {
         {"create-paths", "", "the section paths, with the folders made that its getters make", createPaths},
         {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be opened", digest},
+        {"language", "[NAME]",
+         "the language in use, or choose it by the name in the menu (creates the registry's folder)", language},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
+        {"parse", "COMMAND-LINE", "the switches and values of a command line", parse},
+        {"registry", "KEY [NAME [VALUE]]", "all values of a key, one of them, or write one", registry},
     };
     return all;
 }

@@ -8,6 +8,7 @@
 #include "paths/MacUtils.h"
 #include "paths/PathUtils.h"
 #include "paths/StringUtils.h"
+#include "tools/inspect/FileChecks.h"
 
 #include <INIReader.h>
 #include <QDir>
@@ -15,8 +16,6 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <unistd.h>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -26,17 +25,6 @@ namespace inspect {
 namespace {
 
 constexpr char kSection[] = "common";
-
-fs::file_type typeOf(const std::string &path)
-{
-    std::error_code error;
-    return fs::status(path, error).type();
-}
-
-bool isWritable(const fs::path &path)
-{
-    return ::access(path.c_str(), W_OK) == 0;
-}
 
 bool isFull(const fs::path &path)
 {
@@ -128,45 +116,6 @@ void checkGlobalFile(Findings &findings)
     for (const char *key : {"enable_log", "enable_sbx", "app_store", "app_international"})
         checkSwitch(file, path, key, findings);
     checkSingle(file, path, "group_name", findings);
-}
-
-/// A file of the bundle that the library does without.
-struct ConfigFile
-{
-    const char *name; // in the resources
-    const char *loss;
-};
-
-constexpr ConfigFile kConfigFiles[] = {
-    {"cfgdata/componentConfig.ini", "names, addresses, ids and switches are the defaults"},
-    {"ressrc/chs/upnest.svr", "there is no distribution data"},
-    {"data/mainversion.ini", "the version date is empty"},
-};
-
-void checkConfigFile(const ConfigFile &file, Findings &findings)
-{
-    const std::string path = MacConfigPath::GetInstance()->GetAppConfigPath(file.name);
-    const std::string loss = std::string(": ") + file.loss;
-    const fs::file_type type = typeOf(path);
-    if (path.empty())
-        return;
-    if (type == fs::file_type::not_found)
-        return findings.note(path, "missing" + loss);
-    if (type != fs::file_type::regular)
-        return findings.problem(path, "no regular file" + loss);
-
-    std::ifstream stream(path, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.is_open())
-        findings.problem(path, "cannot be read" + loss);
-    else if (content.find('\0') != std::string::npos)
-        findings.problem(path, "binary, no text: what it says is lost");
-}
-
-void checkConfigFiles(Findings &findings)
-{
-    for (const ConfigFile &file : kConfigFiles)
-        checkConfigFile(file, findings);
 }
 
 void checkBundle(Findings &findings)
@@ -287,7 +236,7 @@ void Findings::note(const std::string &file, const std::string &what)
 Json examination()
 {
     Findings findings;
-    for (const auto check : {checkBundle, checkGlobalFile, checkConfigFiles, checkUserData, checkLog,
+    for (const auto check : {checkBundle, checkGlobalFile, checkBundledFiles, checkUserData, checkStores, checkLog,
                              checkTemporaryFolder, checkBookmarks, checkContainer})
         check(findings);
     return {{"problems", findings.problems()}, {"notes", findings.notes()}};

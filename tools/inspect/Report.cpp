@@ -26,7 +26,7 @@ std::size_t widestKey(const Json &answers)
 {
     std::size_t width = 0;
     for (const auto &answer : answers.items())
-        width = std::max(width, answer.key().size());
+        width = std::max(width, escaped(answer.key()).size());
     return width;
 }
 
@@ -67,13 +67,16 @@ void Report::printText(std::ostream &out, bool coloured) const
         out << (first ? "" : "\n") << styled(kBold) << part.key() << styled(kPlain) << '\n';
         first = false;
         const std::size_t width = widestKey(part.value());
+        if (part.value().empty())
+            out << "  none\n";
         for (const auto &answer : part.value().items()) {
-            const std::string gap(width - answer.key().size() + 2, ' ');
+            const std::string name = escaped(answer.key());
+            const std::string gap(width - name.size() + 2, ' ');
             Json values = answer.value().is_array() ? answer.value() : Json::array({answer.value()});
             if (values.empty())
                 values.push_back("none");
             for (const Json &value : values)
-                out << "  " << styled(kDim) << answer.key() << styled(kPlain) << gap << textOf(value) << '\n';
+                out << "  " << styled(kDim) << name << styled(kPlain) << gap << textOf(value) << '\n';
         }
     }
 }

@@ -6,6 +6,7 @@
 #include "paths/MacPath.h"
 #include "paths/MacUtils.h"
 #include "tools/inspect/Doctor.h"
+#include "tools/inspect/Languages.h"
 #include "tools/inspect/Paths.h"
 #include "tools/inspect/Product.h"
 #include "tools/inspect/Urls.h"
@@ -62,6 +63,7 @@ const std::vector<Section> &sections()
         {"identity", "who this installation is", identity},
         {"urls", "the service addresses, and what chooses among them", urls},
         {"paths", "the product's well-known files and folders", paths},
+        {"languages", "the languages to choose from, and the one in use", languages},
         {"doctor", "what is wrong with this installation", examination, true},
     };
     return all;

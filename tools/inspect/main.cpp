@@ -3,6 +3,7 @@
 #include "tools/inspect/Report.h"
 #include "tools/inspect/Sections.h"
 
+#include <QLoggingCategory>
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
@@ -25,7 +26,7 @@ void printHelp(std::ostream &out)
            "Says what the product's shared library answers on this machine.\n\n"
            "Sections, all by default:\n";
     const auto row = [&out](const std::string &name, const char *summary) {
-        out << "  " << std::left << std::setw(24) << name << summary << '\n';
+        out << "  " << std::left << std::setw(30) << name << summary << '\n';
     };
     for (const Section &section : inspect::sections())
         row(section.name, section.summary);
@@ -104,6 +105,7 @@ int run(std::vector<std::string> arguments)
 
 int main(int argc, char *argv[])
 {
+    QLoggingCategory::setFilterRules(QStringLiteral("default.info=false")); // the answers say it
     try {
         return run({argv + 1, argv + argc});
     } catch (const WrongUse &error) {

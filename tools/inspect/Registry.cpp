@@ -1,0 +1,111 @@
+#include "tools/inspect/Registry.h"
+
+#include "config/MacConfigPath.h"
+#include "config/MacReg.h"
+#include "paths/PathUtils.h"
+#include "tools/inspect/Actions.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryDir>
+
+namespace inspect {
+
+namespace {
+
+std::string named(const QString &text)
+{
+    return '"' + escaped(text.toStdString()) + '"';
+}
+
+/// Opens a key whose folder exists, or may be created.
+void open(MacReg &registry, const QString &key, bool mustExist)
+{
+    if (registry.open(key, mustExist))
+        return;
+    if (mustExist && registry.open(key, false))
+        throw std::runtime_error("the registry has no key " + named(key));
+    throw WrongUse("the key " + named(key) + " is refused: its file would lie outside " + registryFolder()
+                   + ", or is a device or a pipe");
+}
+
+Json valueOf(const MacReg &registry, const QString &name)
+{
+    const QVariant value = registry.value(name);
+    if (value.type() != QVariant::StringList)
+        return value.toString().toStdString();
+    Json list = Json::array(); // put in by hand, with commas and no quotes
+    for (const QString &text : value.toStringList())
+        list.push_back(text.toStdString());
+    return list;
+}
+
+void write(const QString &key, const QString &name, const QString &value)
+{
+    {
+        MacReg registry;
+        open(registry, key, false);
+        registry.setValue(name, value);
+    }
+    requireSaved(key);
+}
+
+Json read(const QString &key, const QString *name)
+{
+    if (!hasRegistry())
+        throw std::runtime_error("there is no registry: " + registryFolder() + " does not exist");
+    MacReg registry;
+    open(registry, key, true);
+    if (name && !registry.hasKey(*name))
+        throw std::runtime_error("the key " + named(key) + " has no value " + named(*name));
+    Json values = Json::object();
+    for (const QString &each : name ? QStringList(*name) : registry.names())
+        values[each.toStdString()] = valueOf(registry, each);
+    return values;
+}
+
+} // namespace
+
+std::string registryFolder()
+{
+    return MacConfigPath::GetInstance()->GetUserDataPath("reg/");
+}
+
+bool hasRegistry()
+{
+    return PathUtils::isDirPathExist(QString::fromStdString(registryFolder()));
+}
+
+void requireSaved(const QString &key)
+{
+    MacReg registry;
+    open(registry, key, false);
+    const QString path = QDir::cleanPath(QString::fromStdString(registryFolder()) + key + QStringLiteral(".ini"));
+    const QTemporaryDir folder; // a copy, since this process remembers what it could not write
+    const QString copy = folder.filePath(QStringLiteral("copy.ini"));
+    bool isSaved = QFileInfo(path).isFile() && QFile::copy(path, copy);
+    const QSettings saved(copy, QSettings::IniFormat);
+    for (const QString &name : registry.names())
+        isSaved = isSaved && saved.value(name) == registry.value(name);
+    if (!isSaved)
+        throw std::runtime_error("the value cannot be written to " + path.toStdString());
+}
+
+Json registry(const std::vector<std::string> &arguments)
+{
+    QStringList texts;
+    for (const std::string &argument : arguments)
+        texts += QString::fromStdString(argument);
+    if (texts.isEmpty() || texts.size() > 3)
+        throw WrongUse("registry takes a key, and a name and a value if there are any");
+    if (texts.size() > 1 && texts[1].isEmpty())
+        throw WrongUse("no value has an empty name");
+    if (texts.size() < 3)
+        return read(texts[0], texts.size() == 2 ? &texts[1] : nullptr);
+    write(texts[0], texts[1], texts[2]);
+    return read(texts[0], &texts[1]);
+}
+
+} // namespace inspect
