@@ -194,8 +194,9 @@ void CPDFNewVipSdkAdapter::setPageCommand(VIP_GUI_PAGE page, const QString &form
 
 bool CPDFNewVipSdkAdapter::runHelper(const QString &commandLine)
 {
-    const std::wstring &folder = CPDFEdition::GetInstance()->GetParentAppDir();
-    return RunVipProcess(folder + product::kAccountHelper.wstr(), commandLine.toStdWString());
+    CPDFEdition *edition = CPDFEdition::GetInstance();
+    edition->Initialize(edition->GetEdition()); // else its folders are empty, and any folder's helper would do
+    return RunVipProcess(edition->GetParentAppDir() + product::kAccountHelper.wstr(), commandLine.toStdWString());
 }
 
 void CPDFNewVipSdkAdapter::notify(CPDFVipUserInfoChangeListenerSet::Notice notice)

@@ -80,7 +80,8 @@ OndVipGeneratorUtil::ProductInfo OndVipGeneratorUtil::GetProductInfo()
     info.pid = value("pid").toInt();
     info.tryno = value("tryno").toInt();
     info.installtime = value("installtime").toInt();
-    info.uuid = value("uuid").toString();
+    // One that was put in by hand, with commas and no quotes, comes out as a list.
+    info.uuid = value("uuid").toStringList().join(QLatin1Char(','));
     return info;
 }
 
