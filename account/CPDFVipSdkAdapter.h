@@ -10,7 +10,7 @@
 
 /// Opens account pages in the host application's own way. The arguments are those of OpenVipGUIPage(), unchanged, and
 /// so is the result. Not owned by whom it is set at.
-class ONDPDFTOOLUTILS_EXPORT IVipPageProvider
+class IVipPageProvider
 {
 public:
     using Page = IPDFVipSdkAdapter::VIP_GUI_PAGE;

@@ -46,7 +46,7 @@ public:
     };
 
     /// Told of changes to the user. Implemented by windows; not owned by whom it is registered with.
-    class ONDPDFTOOLUTILS_EXPORT IUserInfoChangeCallBack
+    class IUserInfoChangeCallBack
     {
     public:
         /// After somebody logged in or out, or the user's information changed, in any process of the user.

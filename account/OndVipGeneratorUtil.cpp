@@ -103,7 +103,7 @@ bool OndVipGeneratorUtil::Login(const QString &user, const QString &password, in
     return CPDFNewVipSdkWrap::Login(user.toStdWString(), password.toStdWString(), errorCode, flag);
 }
 
-void OndVipGeneratorUtil::OpenBrowser(const QString &url)
+bool OndVipGeneratorUtil::OpenBrowser(const QString &url)
 {
-    QDesktopServices::openUrl(QUrl(url));
+    return QDesktopServices::openUrl(QUrl(url));
 }

@@ -44,6 +44,6 @@ public:
     static bool GetUserInfo(LocalUserInfo &info);
     /// CPDFNewVipSdkWrap::Login(): blocks until the service has answered.
     static bool Login(const QString &user, const QString &password, int &errorCode, bool &flag);
-    /// Hands an address to the desktop's browser.
-    static void OpenBrowser(const QString &url);
+    /// Hands an address to the desktop's browser; whether there was one to take it. Needs a QGuiApplication.
+    static bool OpenBrowser(const QString &url);
 };
