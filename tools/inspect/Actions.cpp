@@ -4,6 +4,7 @@
 #include "config/MacGlobalConfig.h"
 #include "runtime/CommonFileLog.h"
 #include "runtime/OndEasyMd5.h"
+#include "tools/inspect/Account.h"
 #include "tools/inspect/Paths.h"
 
 #include <filesystem>
@@ -51,6 +52,10 @@ const std::vector<Action> &actions()
     static const std::vector<Action> all = {
         {"create-paths", "", "the section paths, with the folders made that its getters make", createPaths},
         {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be opened", digest},
+        {"login", "EMAIL", "log in, with the password from standard input", login},
+        {"logout", "", "end the session in all processes", logout},
+        {"page", "PAGE [FROM [FID]]", "open an account page through the account helper", openPage},
+        {"watch", "", "print every change of the account until interrupted", nullptr, watch},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
     };
     return all;

@@ -5,6 +5,7 @@
 #include "config/MacGlobalConfig.h"
 #include "paths/MacPath.h"
 #include "paths/MacUtils.h"
+#include "tools/inspect/Account.h"
 #include "tools/inspect/Doctor.h"
 #include "tools/inspect/Paths.h"
 #include "tools/inspect/Product.h"
@@ -62,6 +63,7 @@ const std::vector<Section> &sections()
         {"identity", "who this installation is", identity},
         {"urls", "the service addresses, and what chooses among them", urls},
         {"paths", "the product's well-known files and folders", paths},
+        {"account", "who is logged in", account},
         {"doctor", "what is wrong with this installation", examination, true},
     };
     return all;
