@@ -15,17 +15,17 @@ using namespace product::endpoints;
 struct WebPage
 {
     int page;
+    bool hasFid; // whether the helper is told the feature
     masked::View path;
     masked::View channelPath; // for try numbers 3070 and 5
-    bool hasFid; // whether the helper is told the feature
 };
 
 constexpr WebPage kWebPages[] = {
-    {3, kVipPage3Path, kVipPage3ChannelPath, false},   {4, kVipPage4Path, kVipPage4ChannelPath, false},
-    {5, kVipPage5Path, kVipPage5ChannelPath, false},   {10, kVipPage10Path, kVipPage10ChannelPath, true},
-    {11, kVipPage11Path, kVipPage11ChannelPath, true},
+    {3, false, kVipPage3Path, kVipPage3ChannelPath},   {4, false, kVipPage4Path, kVipPage4ChannelPath},
+    {5, false, kVipPage5Path, kVipPage5ChannelPath},   {10, true, kVipPage10Path, kVipPage10ChannelPath},
+    {11, true, kVipPage11Path, kVipPage11ChannelPath},
 };
-constexpr WebPage kPage10OfFid233 = {10, kVipPage10Fid233Path, kVipPage10Fid233ChannelPath, true};
+constexpr WebPage kPage10OfFid233 = {10, true, kVipPage10Fid233Path, kVipPage10Fid233ChannelPath};
 
 constexpr int kFidWithPageOfItsOwn = 233;
 constexpr int kCustomLoginFrom = 6031;
