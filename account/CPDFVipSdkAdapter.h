@@ -1,15 +1,75 @@
 #pragma once
 
-#include "config/Export.h"
+#include "account/IPDFVipSdkAdapter.h"
 #include "vipsdk/include/VipSdkDefine.h"
 
+#include <QReadWriteLock>
 #include <atomic>
-#include <cstdint>
+#include <memory>
+#include <set>
 
-/// The account of this installation.
-class ONDPDFTOOLUTILS_EXPORT CPDFVipSdkAdapter
+/// Opens account pages in the host application's own way. The arguments are those of OpenVipGUIPage(), unchanged, and
+/// so is the result. Not owned by whom it is set at.
+class IVipPageProvider
 {
 public:
+    using Page = IPDFVipSdkAdapter::VIP_GUI_PAGE;
+    using Privilege = IPDFVipSdkAdapter::VIP_PRIVILEGE;
+
+    /// Page 1.
+    virtual bool OpenLoginPage(Page page, int from, int fid, bool logoutForever, Privilege privilege) = 0;
+    /// Every page but 1 and 7.
+    virtual bool OpenVipPage(Page page, int from, int fid, bool logoutForever, Privilege privilege) = 0;
+    /// Page 7, whose meaning is the host's own business.
+    virtual bool OpenHostPage(Page page, int from, int fid, bool logoutForever, Privilege privilege) = 0;
+
+protected:
+    ~IVipPageProvider() = default;
+};
+
+/// The account of this installation: one object per process that has an adapter between Initialize() and
+/// Uninitialize(), and passes every operation on to it. Without an adapter every question is answered with false and
+/// every command does nothing.
+///
+/// Questions and commands may come from any thread, but none while Uninitialize() runs.
+class ONDPDFTOOLUTILS_EXPORT CPDFVipSdkAdapter : public IPDFVipSdkAdapter
+{
+public:
+    /// The process's only instance, made by the first call and destroyed at exit.
+    static CPDFVipSdkAdapter *GetInstance();
+
+    CPDFVipSdkAdapter(const CPDFVipSdkAdapter &) = delete;
+    CPDFVipSdkAdapter &operator=(const CPDFVipSdkAdapter &) = delete;
+
+    /// Creates the adapter, which starts the membership SDK; once until Uninitialize(). The argument is not used. The
+    /// adapter's product is always 13, whatever getCurrentVipSdkId() says.
+    void Initialize(bool unused);
+    /// Destroys the adapter, which stops the SDK. What was registered here is not registered with a later adapter.
+    void Uninitialize();
+    /// The adapter, not owned by the caller; null without one. `out` is set to false.
+    IPDFVipSdkAdapter *getCurrentVipSdkAdapter(bool &out);
+    /// Has `provider` open the account pages instead of the adapter; null ends that. It must outlive its being set.
+    void setPageProvider(IVipPageProvider *provider);
+
+    bool GetUserInfo(vip_sdk::UserInfo &info) override;
+    bool GetLocalUserInfo(LocalUserInfo &info) override;
+    bool IsLogin() override;
+    bool IsAnonymous() override;
+    void SetCurrentVipFrom(int from) override;
+    bool OpenVipGUIPage(VIP_GUI_PAGE page, int from, int fid, bool logoutForever, VIP_PRIVILEGE privilege) override;
+    void RegisterUserInfoChangeCallBack(IUserInfoChangeCallBack *callback) override;
+    void UnRegisterUserInfoChangeCallBack(IUserInfoChangeCallBack *callback) override;
+    bool GetUserCertificate(std::wstring &certificate) override;
+    bool Logout() override;
+    bool IsLocalUserInfoHasKeyByCache(const std::wstring &key) override;
+    bool RefreshLocalUserInfoCache() override;
+    bool StartFrontTask() override;
+    bool GetStrUserInfo(QString &info) override;
+    bool LogoutForever(int *result) override;
+    bool SetUserInfo(const wchar_t *openId, const wchar_t *token, const wchar_t *nickname,
+                     const wchar_t *avatar) override;
+    bool Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag) override;
+
     /// The product whose accounts the installation uses, 13 or 103. Read once per process: "account/account" of the
     /// user's configuration data (ConfigFileUtil), where there is none 103 for a tolva product and 13 for others. What
     /// is neither 13 nor 103 counts as 103 from then on. Callable from any thread.
@@ -18,5 +78,14 @@ public:
     static void setCurrentVipSdkId(vip_sdk::PRODUCT_ID id);
 
 private:
+    CPDFVipSdkAdapter() = default;
+    ~CPDFVipSdkAdapter() override = default;
+
     static std::atomic<std::uint32_t> g_account; // 0xFFFFFFFF until it is read
+
+    std::unique_ptr<IPDFVipSdkAdapter> m_adapter;
+    bool m_initialized = false;
+    std::set<IUserInfoChangeCallBack *, std::less<>> m_callbacks;
+    QReadWriteLock m_lock{QReadWriteLock::Recursive};
+    IVipPageProvider *m_pageProvider = nullptr;
 };

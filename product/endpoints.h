@@ -47,6 +47,20 @@ inline constexpr auto kLoginAppStoreUrl = byEdition("https://www.vantpdf.example
                                                     "https://www.pdforvell.example/account/login-appstore");
 inline constexpr auto kAccountCancellationAgreementUrl = byEdition(
     "https://www.vantpdf.example/legal/account-deletion", "https://www.pdforvell.example/legal/account-deletion");
+// What the account helper shows, on the account service. "%1" is the installation's try number. A ...Channel... row is
+// for try numbers 3070 and 5.
+inline constexpr auto kVipPage3Path = masked::text("/page/renew?tryno=%1");
+inline constexpr auto kVipPage3ChannelPath = masked::text("/page/channel/renew?tryno=%1");
+inline constexpr auto kVipPage4Path = masked::text("/page/upgrade?tryno=%1");
+inline constexpr auto kVipPage4ChannelPath = masked::text("/page/channel/upgrade?tryno=%1");
+inline constexpr auto kVipPage5Path = masked::text("/page/orders?tryno=%1");
+inline constexpr auto kVipPage5ChannelPath = masked::text("/page/channel/orders?tryno=%1");
+inline constexpr auto kVipPage10Path = masked::text("/page/buy?tryno=%1");
+inline constexpr auto kVipPage10ChannelPath = masked::text("/page/channel/buy?tryno=%1");
+inline constexpr auto kVipPage10Fid233Path = masked::text("/page/buy-conversion?tryno=%1");
+inline constexpr auto kVipPage10Fid233ChannelPath = masked::text("/page/channel/buy-conversion?tryno=%1");
+inline constexpr auto kVipPage11Path = masked::text("/page/redeem?tryno=%1");
+inline constexpr auto kVipPage11ChannelPath = masked::text("/page/channel/redeem?tryno=%1");
 /// May be empty: the product then has no account pages on the web.
 inline constexpr auto kMacInternationalPayWebHost = byEdition("https://pay.pdforvell.example");
 

@@ -40,6 +40,7 @@ inline constexpr auto kWrenfixDataDirName = masked::text("vantpdf_wf");
 inline constexpr auto kWelcomeFile = masked::text("Welcome_zh.pdf");
 inline constexpr auto kWelcomeFileTolva = masked::text("Welcome_tolva.pdf");
 /// Programs beside the reader.
+inline constexpr auto kAccountHelper = masked::text("orvell-account");
 inline constexpr auto kTranslateTool = masked::text("vanttranslate.exe");
 inline constexpr auto kScreenshotTool = masked::text("vantscreenshot.exe");
 

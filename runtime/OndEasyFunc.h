@@ -54,4 +54,15 @@ template <typename Target, typename Result, typename Argument> using ClassFunc_1
 template <typename Target, typename Result, typename First, typename Second>
 using ClassFunc_2 = ClassFunc<Target, Result, First, Second>;
 
+/// Makes calls on the heap; the caller owns them.
+class FuncFactory
+{
+public:
+    template <typename Target, typename Result, typename... Parameters, typename... Arguments>
+    static IFunc *create_class_func(Target *target, Result (Target::*member)(Parameters...), Arguments &&...arguments)
+    {
+        return new ClassFunc<Target, Result, Parameters...>(target, member, std::forward<Arguments>(arguments)...);
+    }
+};
+
 } // namespace ondeasy

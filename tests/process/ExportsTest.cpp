@@ -33,7 +33,7 @@ std::set<std::string> namesMarkedForExport()
 std::string outermostName(const std::string &symbol)
 {
     static const std::regex special("^(vtable|typeinfo name|typeinfo|VTT|guard variable|non-virtual thunk to|"
-                                    "virtual thunk to)( for)? |ondeasy::");
+                                    "virtual thunk to)( for)? |(ondeasy|vip_sdk)::");
     const std::string name = std::regex_replace(symbol, special, "");
     return name.substr(0, name.find_first_of(":([<"));
 }

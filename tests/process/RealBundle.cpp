@@ -6,17 +6,24 @@ namespace fs = std::filesystem;
 
 namespace test {
 
-ProcessResult runProcess(const std::string &program, const QStringList &arguments, const std::string &home)
+QProcessEnvironment environmentWith(const std::string &home)
 {
-    constexpr int deadline = 90'000;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", QString::fromStdString(home));
     environment.insert("XDG_DATA_HOME", QString::fromStdString(home + "/data"));
     environment.insert("CFFIXED_USER_HOME", QString::fromStdString(home)); // what HOME is to macOS
+    return environment;
+}
 
+ProcessResult runProcess(const std::string &program, const QStringList &arguments, const std::string &home,
+                         const std::string &input)
+{
+    constexpr int deadline = 90'000;
     QProcess process;
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(environmentWith(home));
     process.start(QString::fromStdString(program), arguments);
+    process.write(input.data(), static_cast<qint64>(input.size()));
+    process.closeWriteChannel();
     ProcessResult result;
     if (process.waitForFinished(deadline) && process.exitStatus() == QProcess::NormalExit)
         result.exitStatus = process.exitCode();
@@ -48,9 +55,9 @@ fs::path RealBundle::makeUserDataDir(const std::string &bundleName) const
     return path;
 }
 
-ProcessResult RealBundle::inspect(const QStringList &arguments) const
+ProcessResult RealBundle::inspect(const QStringList &arguments, const std::string &input) const
 {
-    return runProcess(inspector(), arguments, home());
+    return runProcess(inspector(), arguments, home(), input);
 }
 
 nlohmann::json RealBundle::inspectJson(const QStringList &arguments) const

@@ -2,6 +2,7 @@
 
 #include "tests/support/TestFiles.h"
 
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <nlohmann/json.hpp>
@@ -16,9 +17,12 @@ struct ProcessResult
     std::string errors;
 };
 
-/// Runs a program to its end, with the user's folders below `home` and no other environment than the test's.
+/// The test's environment with the user's folders below `home`.
+[[nodiscard]] QProcessEnvironment environmentWith(const std::string &home);
+
+/// Runs a program to its end on `input`, with the user's folders below `home` and no other environment than the test's.
 [[nodiscard]] ProcessResult runProcess(const std::string &program, const QStringList &arguments,
-                                       const std::string &home);
+                                       const std::string &home, const std::string &input = {});
 
 /// A copy of the assembled bundle, for a test to change and to run.
 class RealBundle
@@ -39,7 +43,7 @@ public:
     /// The user data folder of a bundle with this name outside the sandbox, made on disk.
     [[nodiscard]] std::filesystem::path makeUserDataDir(const std::string &bundleName = "PDF Orvell") const;
 
-    [[nodiscard]] ProcessResult inspect(const QStringList &arguments) const;
+    [[nodiscard]] ProcessResult inspect(const QStringList &arguments, const std::string &input = {}) const;
     [[nodiscard]] nlohmann::json inspectJson(const QStringList &arguments) const;
 
 private:

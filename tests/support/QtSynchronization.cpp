@@ -3,6 +3,7 @@
 
 #include <QDeadlineTimer>
 #include <QMutex>
+#include <QReadWriteLock>
 #include <QThread>
 #include <QThreadPool>
 #include <QWaitCondition>
@@ -13,9 +14,9 @@
 
 namespace {
 
-void unlocking(QMutex *mutex)
+void unlocking(void *lock)
 {
-    __tsan_release(mutex);
+    __tsan_release(lock);
     // What a thread did before it last unlocked anything is seen by who waits for its end.
     __tsan_release(QThread::currentThread());
 }
@@ -24,7 +25,7 @@ void unlocking(QMutex *mutex)
 class SeenRunnable : public QRunnable
 {
 public:
-    SeenRunnable(QThreadPool *pool, QRunnable *task) : m_pool(pool), m_task(task) { __tsan_release(task); }
+    SeenRunnable(QThreadPool *pool, QRunnable *task) : m_pool(pool), m_task(task) { __tsan_release(this); }
     ~SeenRunnable() override
     {
         if (m_task->autoDelete())
@@ -33,7 +34,7 @@ public:
     }
     void run() override
     {
-        __tsan_acquire(m_task);
+        __tsan_acquire(this);
         m_task->run();
     }
 
@@ -67,6 +68,20 @@ void WRAP(_ZN6QMutex6unlockEv)(QMutex *mutex)
 {
     unlocking(mutex);
     REAL(_ZN6QMutex6unlockEv)(mutex);
+}
+
+void REAL(_ZN14QReadWriteLock12lockForWriteEv)(QReadWriteLock *);
+void WRAP(_ZN14QReadWriteLock12lockForWriteEv)(QReadWriteLock *lock)
+{
+    REAL(_ZN14QReadWriteLock12lockForWriteEv)(lock);
+    __tsan_acquire(lock);
+}
+
+void REAL(_ZN14QReadWriteLock6unlockEv)(QReadWriteLock *);
+void WRAP(_ZN14QReadWriteLock6unlockEv)(QReadWriteLock *lock)
+{
+    unlocking(lock);
+    REAL(_ZN14QReadWriteLock6unlockEv)(lock);
 }
 
 bool REAL(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(QWaitCondition *, QMutex *, QDeadlineTimer);

@@ -5,6 +5,7 @@
 #include "runtime/CCmdLineParser.h"
 #include "runtime/CommonFileLog.h"
 #include "runtime/OndEasyMd5.h"
+#include "tools/inspect/Account.h"
 #include "tools/inspect/Languages.h"
 #include "tools/inspect/Paths.h"
 #include "tools/inspect/Registry.h"
@@ -72,8 +73,12 @@ const std::vector<Action> &actions()
         {"language", "[NAME]",
          "the language in use, or choose it by the name in the menu (creates the registry's folder)", language},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
+        {"login", "EMAIL", "log in, with the password from standard input", login},
+        {"logout", "", "end the session in all processes", logout},
+        {"page", "PAGE [FROM [FID]]", "open an account page through the account helper", openPage},
         {"parse", "COMMAND-LINE", "the switches and values of a command line", parse},
         {"registry", "KEY [NAME [VALUE]]", "all values of a key, one of them, or write one", registry},
+        {"watch", "", "print every change of the account until interrupted", nullptr, watch},
     };
     return all;
 }

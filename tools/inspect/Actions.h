@@ -2,6 +2,7 @@
 
 #include "tools/inspect/Report.h"
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -22,6 +23,8 @@ struct Action
     const char *summary;
     /// Throws WrongUse.
     Json (*run)(const std::vector<std::string> &arguments);
+    /// In place of `run`: answers as long as it goes on, each handed to `print`. Throws WrongUse.
+    void (*follow)(const std::vector<std::string> &arguments, const std::function<void(const Json &)> &print) = nullptr;
 };
 
 /// Every action, in the order in which the help lists them.

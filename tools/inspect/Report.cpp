@@ -54,9 +54,9 @@ std::string escaped(const std::string &text)
     return result;
 }
 
-void Report::printJson(std::ostream &out) const
+void Report::printJson(std::ostream &out, bool onOneLine) const
 {
-    out << dumped(m_parts, 2) << '\n';
+    out << dumped(m_parts, onOneLine ? -1 : 2) << '\n';
 }
 
 void Report::printText(std::ostream &out, bool coloured) const

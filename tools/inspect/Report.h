@@ -15,8 +15,8 @@ class Report
 public:
     void add(const std::string &name, Json answers) { m_parts[name] = std::move(answers); }
 
-    /// One JSON object. Bytes that are no UTF-8 come out as U+FFFD.
-    void printJson(std::ostream &out) const;
+    /// One JSON object, on many lines or on one. Bytes that are no UTF-8 come out as U+FFFD.
+    void printJson(std::ostream &out, bool onOneLine = false) const;
     /// Aligned text, one answer a line; control characters are escaped.
     void printText(std::ostream &out, bool coloured) const;
 

@@ -5,6 +5,7 @@
 #include "config/MacGlobalConfig.h"
 #include "paths/MacPath.h"
 #include "paths/MacUtils.h"
+#include "tools/inspect/Account.h"
 #include "tools/inspect/Doctor.h"
 #include "tools/inspect/Languages.h"
 #include "tools/inspect/Paths.h"
@@ -64,6 +65,7 @@ const std::vector<Section> &sections()
         {"urls", "the service addresses, and what chooses among them", urls},
         {"paths", "the product's well-known files and folders", paths},
         {"languages", "the languages to choose from, and the one in use", languages},
+        {"account", "who is logged in", account},
         {"doctor", "what is wrong with this installation", examination, true},
     };
     return all;

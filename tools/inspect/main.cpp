@@ -65,6 +65,20 @@ bool addSections(const std::vector<std::string> &names, Report &report)
     return problems;
 }
 
+/// Prints answers as they come, in JSON one object a line.
+void follow(const Action &action, const std::vector<std::string> &arguments, bool json)
+{
+    action.follow(arguments, [&](const Json &answers) {
+        Report report;
+        report.add(action.name, answers);
+        if (json)
+            report.printJson(std::cout, true);
+        else
+            report.printText(std::cout, ::isatty(STDOUT_FILENO) == 1);
+        std::cout.flush();
+    });
+}
+
 int run(std::vector<std::string> arguments)
 {
     bool json = false;
@@ -87,6 +101,10 @@ int run(std::vector<std::string> arguments)
     Report report;
     bool problems = false;
     const Action *action = arguments.empty() ? nullptr : named(inspect::actions(), arguments.front());
+    if (action && action->follow) {
+        follow(*action, {arguments.begin() + 1, arguments.end()}, json);
+        return kFine;
+    }
     if (action)
         report.add(action->name, action->run({arguments.begin() + 1, arguments.end()}));
     else
@@ -105,7 +123,8 @@ int run(std::vector<std::string> arguments)
 
 int main(int argc, char *argv[])
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("default.info=false")); // the answers say it
+    // The answers say it; QT_LOGGING_RULES brings the library's lines for its developers back.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.info=false\ndefault.debug=false"));
     try {
         return run({argv + 1, argv + argc});
     } catch (const WrongUse &error) {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "account/IPDFVipSdkAdapter.h"
+
+#include <QMutex>
+#include <set>
+
+/// Who is told of changes to the user. Callable from any thread, but not from inside a notice, which is given while the
+/// set's mutex is held: after Remove() the callback is called no more.
+class ONDPDFTOOLUTILS_EXPORT CPDFVipUserInfoChangeListenerSet
+{
+public:
+    using CallBack = IPDFVipSdkAdapter::IUserInfoChangeCallBack;
+    using Notice = void (CallBack::*)(const IPDFVipSdkAdapter::LocalUserInfo &);
+
+    CPDFVipUserInfoChangeListenerSet();
+    ~CPDFVipUserInfoChangeListenerSet();
+    CPDFVipUserInfoChangeListenerSet(const CPDFVipUserInfoChangeListenerSet &) = delete;
+    CPDFVipUserInfoChangeListenerSet &operator=(const CPDFVipUserInfoChangeListenerSet &) = delete;
+
+    /// Adds a callback that is not in the set; null is ignored.
+    void Add(CallBack *callback);
+    /// Removes a callback; null is ignored.
+    void Remove(CallBack *callback);
+    /// Gives every callback that notice, in ascending order of address.
+    void Notify(Notice notice, const IPDFVipSdkAdapter::LocalUserInfo &info);
+
+private:
+    QMutex m_mutex;
+    std::set<CallBack *, std::less<>> m_callbacks;
+};

@@ -1,0 +1,16 @@
+#include "account/IPDFVipSdkAdapter.h"
+
+bool IPDFVipSdkAdapter::IsLocalUserInfoHasKeyByCache(const std::wstring & /*key*/)
+{
+    return false;
+}
+
+bool IPDFVipSdkAdapter::RefreshLocalUserInfoCache()
+{
+    return false;
+}
+
+bool IPDFVipSdkAdapter::StartFrontTask()
+{
+    return false;
+}

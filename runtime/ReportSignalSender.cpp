@@ -1,0 +1,5 @@
+#include "runtime/ReportSignalSender.h"
+
+ReportSignalSender::ReportSignalSender(QObject *parent) : QObject(parent) { }
+
+ReportSignalSender::~ReportSignalSender() = default;

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "config/Export.h"
+
+#include <QObject>
+
+/// Carries a signal of those who report to those who wait for replies to reports.
+class ONDPDFTOOLUTILS_EXPORT ReportSignalSender : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ReportSignalSender(QObject *parent = nullptr);
+    ~ReportSignalSender() override;
+
+signals:
+    /// Listeners are to stop waiting for a reply.
+    void stopWaitForReply();
+};

@@ -1,0 +1,91 @@
+#include "tests/process/RealBundle.h"
+
+#include <QProcess>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int kDeadlineMs = 60'000;
+
+/// An inspector that watches the account.
+class Watch
+{
+public:
+    explicit Watch(const test::RealBundle &bundle)
+    {
+        m_process.setProcessEnvironment(test::environmentWith(bundle.home()));
+        m_process.start(QString::fromStdString(bundle.inspector()), {"--json", "watch"});
+    }
+    ~Watch()
+    {
+        m_process.terminate();
+        EXPECT_TRUE(m_process.waitForFinished(kDeadlineMs));
+        EXPECT_TRUE(m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0) << "ended in order";
+    }
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+
+    /// The next line, as soon as it is there.
+    nlohmann::json next()
+    {
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(kDeadlineMs)) { }
+        const std::string line = m_process.readLine().toStdString();
+        m_all += line;
+        return nlohmann::json::parse(line)["watch"];
+    }
+    [[nodiscard]] const std::string &all() const { return m_all; }
+
+private:
+    QProcess m_process;
+    std::string m_all;
+};
+
+} // namespace
+
+TEST(AccountProcesses, WhatOneDoesAllKnow)
+{
+    const test::RealBundle bundle;
+    Watch watch(bundle);
+    EXPECT_EQ(watch.next()["IsLogin"], false);
+    EXPECT_TRUE(std::filesystem::is_empty(bundle.home())) << "looking creates nothing";
+
+    const test::ProcessResult login = bundle.inspect({"--json", "login", "j\033@example.org"}, "wrong\n");
+    EXPECT_EQ(login.exitStatus, 1) << "no e-mail address";
+    EXPECT_EQ(login.errors, "pdforvell-inspect: login failed with code 4572012\n");
+    EXPECT_EQ(bundle.inspect({"login", "jo@example.org"}, "opensesame\n").exitStatus, 0);
+    const nlohmann::json notice = watch.next();
+    EXPECT_EQ(notice["notice"], "OnUserInfoChange");
+    EXPECT_EQ(notice["IsLogin"], true);
+    EXPECT_EQ(notice["email"], "jo@example.org");
+    EXPECT_EQ(bundle.inspectJson({"account"})["account"]["open_id"], notice["open_id"]);
+
+    EXPECT_EQ(bundle.inspect({"logout"}).exitStatus, 0);
+    EXPECT_EQ(watch.next()["IsLogin"], false);
+    EXPECT_EQ(watch.all().find("opensesame"), std::string::npos);
+}
+
+TEST(AccountHelper, RefusesWhatItDoesNotUnderstand)
+{
+    const test::RealBundle bundle;
+    const QStringList rows[] = {
+        {},
+        {"", "--pid=13"},
+        {"--open_web=else"},
+        {"--open_web=main", "--pid=x"},
+        {"--open_web=main", "-url=file:///etc/passwd"},
+        {"--open_web=main", "-url=https:relative"},
+        {"--open_web=login", "--logoutforever=2"},
+        {"report.pdf"},
+    };
+    for (const QStringList &arguments : rows) {
+        const test::ProcessResult result =
+            test::runProcess(bundle.contents("MacOS/orvell-account"), arguments, bundle.home());
+        EXPECT_EQ(result.exitStatus, 2) << arguments.join(' ').toStdString();
+        EXPECT_EQ(result.errors.rfind("orvell-account: ", 0), 0U) << result.errors;
+    }
+    EXPECT_EQ(test::runProcess(bundle.contents("MacOS/orvell-account"),
+                               {"--open_web=login", "--pid=13", "", "--vipfrom=3", "--logoutforever=1"}, bundle.home())
+                  .exitStatus,
+              1)
+        << "understood, and nobody is logged in";
+}

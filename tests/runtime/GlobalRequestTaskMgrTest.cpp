@@ -1,0 +1,117 @@
+#include "runtime/GlobalRequestTaskMgr.h"
+
+#include "account/CPDFNewVipSdkWrap.h"
+#include "tests/support/Eventually.h"
+#include "tests/support/FakePlatform.h"
+#include "tests/support/ScriptedSdk.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <atomic>
+
+using test::eventually;
+using test::scriptedSdk;
+
+namespace {
+
+/// Logins that wait until they are released, on a started SDK.
+class Requests : public testing::Test, public IRequestTaskCallBack
+{
+protected:
+    Requests()
+    {
+        scriptedSdk().login = [this](const std::wstring &user, const std::wstring &password, int &code, bool &flag) {
+            EXPECT_EQ(code, 0);
+            EXPECT_FALSE(flag);
+            EXPECT_EQ(++m_running, 1) << "one after the other";
+            EXPECT_TRUE(eventually([&] { return m_released.load(); }));
+            m_order += user + password;
+            code = 4572014;
+            flag = user == L"b";
+            --m_running;
+            return flag;
+        };
+        CPDFNewVipSdkWrap::InitInstance();
+        m_manager->setLoginCallBack(this);
+    }
+    ~Requests() override
+    {
+        m_released = true;
+        m_manager->unInit();
+        m_manager->setLoginCallBack(nullptr);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // deletes the pools
+        CPDFNewVipSdkWrap::UnInitInstance();
+    }
+
+    void onLoginFinish(bool success, int code, bool flag) override
+    {
+        EXPECT_EQ(code, 4572014);
+        EXPECT_EQ(success, flag);
+        ++m_results;
+    }
+
+    GlobalRequestTaskMgr *const m_manager = GlobalRequestTaskMgr::getInstance();
+    std::atomic<bool> m_released{false};
+    std::atomic<int> m_running{0};
+    std::atomic<int> m_results{0};
+    std::wstring m_order;
+
+private:
+    const test::FakeBundle m_bundle;
+};
+
+} // namespace
+
+TEST_F(Requests, RunInOrderAndReportToWhoIsRegisteredThen)
+{
+    EXPECT_TRUE(m_manager->requestLogin("a", "1"));
+    EXPECT_TRUE(m_manager->requestLogin("b", "2"));
+    m_released = true;
+    EXPECT_TRUE(eventually([&] { return m_results == 2; }));
+    EXPECT_EQ(m_order, L"a1b2");
+
+    m_released = false;
+    EXPECT_TRUE(m_manager->requestLogin("b", "3"));
+    EXPECT_TRUE(eventually([&] { return m_running == 1; }));
+    m_manager->setLoginCallBack(nullptr);
+    m_released = true;
+    EXPECT_TRUE(m_manager->unInit());
+    EXPECT_EQ(m_results, 2) << "nobody is told";
+    EXPECT_EQ(m_order, L"a1b2b3");
+}
+
+TEST_F(Requests, StoppedOnesAreDroppedAndReleased)
+{
+    EXPECT_TRUE(m_manager->requestLogin("a", "1"));
+    EXPECT_TRUE(eventually([&] { return m_running == 1; }));
+    EXPECT_TRUE(m_manager->requestLogin("b", "2"));
+    EXPECT_TRUE(m_manager->stop());
+    EXPECT_TRUE(m_manager->requestLogin("b", "3"));
+    m_released = true;
+    EXPECT_TRUE(eventually([&] { return m_results == 2; }));
+    EXPECT_EQ(m_order, L"a1b3");
+    for (int i = 0; i < 300; ++i) {
+        EXPECT_TRUE(m_manager->requestLogin("a", "") && m_manager->requestLogin("a", ""));
+        EXPECT_TRUE(m_manager->stop());
+    }
+}
+
+TEST_F(Requests, GiveUpAfterASecondAndStartAfresh)
+{
+    EXPECT_TRUE(m_manager->requestLogin("a", "1"));
+    EXPECT_TRUE(eventually([&] { return m_running == 1; }));
+    EXPECT_TRUE(m_manager->requestLogin("b", "2"));
+    EXPECT_TRUE(m_manager->unInit());
+    EXPECT_EQ(m_running, 1) << "it was not waited for";
+    EXPECT_FALSE(m_manager->requestLogin("b", "3") || m_manager->stop() || m_manager->unInit()) << "no pool";
+
+    m_released = true;
+    EXPECT_TRUE(eventually([&] { return m_results == 1; }));
+    EXPECT_EQ(GlobalRequestTaskMgr::getInstance(), m_manager);
+    EXPECT_TRUE(m_manager->requestLogin("b", "4"));
+    EXPECT_TRUE(eventually([&] { return m_results == 2; }));
+    EXPECT_EQ(m_order, L"a1b4");
+}

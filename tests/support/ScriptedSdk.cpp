@@ -1,0 +1,185 @@
+#include "tests/support/ScriptedSdk.h"
+
+#include "vipsdk/include/VipSdkCoreInterfaceImpl.h"
+#include "vipsdk/include/VipSdkTeleM3rdImpl.h"
+#include "vipsdk/include/VipTelemData.h"
+
+#include <algorithm>
+#include <cwchar>
+
+using test::scriptedSdk;
+
+namespace test {
+
+ScriptedSdk &scriptedSdk()
+{
+    static ScriptedSdk sdk;
+    return sdk;
+}
+
+} // namespace test
+
+namespace {
+
+bool give(const std::optional<std::wstring> &text, wchar_t **out)
+{
+    if (text)
+        *out = std::wcscpy(new wchar_t[text->size() + 1], text->c_str());
+    return text.has_value();
+}
+
+} // namespace
+
+namespace vip_sdk {
+
+IBaseInterface::~IBaseInterface() = default;
+IVipSdkCoreInterface::~IVipSdkCoreInterface() = default;
+IVipSdkTelemInterface::~IVipSdkTelemInterface() = default;
+IVipTelemData::~IVipTelemData() = default;
+
+class VipSdkCoreInterfaceImpl::Private
+{
+};
+
+VipSdkCoreInterfaceImpl::VipSdkCoreInterfaceImpl() = default;
+VipSdkCoreInterfaceImpl::~VipSdkCoreInterfaceImpl() = default;
+
+void VipSdkCoreInterfaceImpl::Initialize()
+{
+    scriptedSdk().calls.emplace_back("start core");
+}
+
+void VipSdkCoreInterfaceImpl::UnInitialize()
+{
+    scriptedSdk().calls.emplace_back("stop core");
+}
+
+bool VipSdkCoreInterfaceImpl::IsLogin()
+{
+    return scriptedSdk().loggedIn;
+}
+
+bool VipSdkCoreInterfaceImpl::Logout()
+{
+    return scriptedSdk().succeeds;
+}
+
+bool VipSdkCoreInterfaceImpl::GetUserInfoJson(wchar_t **json)
+{
+    const bool given = give(scriptedSdk().userInfoJson, json);
+    scriptedSdk().stringsGiven += given;
+    return given;
+}
+
+void VipSdkCoreInterfaceImpl::FreeString(wchar_t *text)
+{
+    scriptedSdk().stringsGiven -= text != nullptr;
+    delete[] text;
+}
+
+void VipSdkCoreInterfaceImpl::AddUserInfoChangeListener(IUserInfoChangeListener *listener)
+{
+    scriptedSdk().listeners.push_back(listener);
+}
+
+void VipSdkCoreInterfaceImpl::RemoveUserInfoChangeListener(IUserInfoChangeListener *listener)
+{
+    auto &all = scriptedSdk().listeners;
+    all.erase(std::remove(all.begin(), all.end(), listener), all.end());
+}
+
+bool VipSdkCoreInterfaceImpl::StartFrontTask()
+{
+    return scriptedSdk().succeeds;
+}
+
+bool VipSdkCoreInterfaceImpl::LogoutForever(int *result)
+{
+    if (result)
+        *result = scriptedSdk().succeeds ? 0 : 1;
+    return scriptedSdk().succeeds;
+}
+
+bool VipSdkCoreInterfaceImpl::SetUserInfo(const wchar_t *openId, const wchar_t *token, const wchar_t *nickname,
+                                          const wchar_t *avatar)
+{
+    scriptedSdk().setUserInfo = {openId, token, nickname, avatar};
+    return scriptedSdk().succeeds;
+}
+
+bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag)
+{
+    return scriptedSdk().login && scriptedSdk().login(user, password, errorCode, flag);
+}
+
+bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate)
+{
+    return give(scriptedSdk().certificate, certificate);
+}
+
+class VipSdkTeleM3rdImpl::Private
+{
+};
+
+VipSdkTeleM3rdImpl::VipSdkTeleM3rdImpl() = default;
+VipSdkTeleM3rdImpl::~VipSdkTeleM3rdImpl() = default;
+
+void VipSdkTeleM3rdImpl::Initialize()
+{
+    scriptedSdk().calls.emplace_back("start telemetry");
+}
+
+void VipSdkTeleM3rdImpl::UnInitialize()
+{
+    scriptedSdk().calls.emplace_back("stop telemetry");
+}
+
+void VipSdkTeleM3rdImpl::SendTelemData(IVipTelemData *record)
+{
+    delete record;
+}
+
+} // namespace vip_sdk
+
+class VipTelemData::Private
+{
+public:
+    std::wstring event;
+    ProductInfoMgr::PublicInfo info;
+};
+
+VipTelemData::VipTelemData(const std::wstring &event) : m_private(std::make_unique<Private>())
+{
+    m_private->event = event;
+}
+
+VipTelemData::~VipTelemData() = default;
+
+void VipTelemData::SetPublicInfo(int tid1, int tid2, int tod1, int tod2, int iid, int pid, int tryNo,
+                                 const std::wstring &uuid, const std::wstring &version, const std::wstring &language)
+{
+    const auto text = QString::fromStdWString;
+    m_private->info = {tid1, tid2, tod1, tod2, iid, pid, tryNo, text(uuid), text(version), text(language)};
+}
+
+bool VipTelemData::Report()
+{
+    scriptedSdk().report(m_private->event, m_private->info);
+    return true;
+}
+
+ProductInfoMgr *ProductInfoMgr::GetInstance()
+{
+    static ProductInfoMgr instance;
+    return &instance;
+}
+
+void ProductInfoMgr::Initialize()
+{
+    scriptedSdk().calls.emplace_back("prepare product information");
+}
+
+ProductInfoMgr::PublicInfo ProductInfoMgr::GetPublicInfo() const
+{
+    return scriptedSdk().publicInfo;
+}

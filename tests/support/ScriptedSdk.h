@@ -1,0 +1,36 @@
+#pragma once
+
+#include "vipsdk/include/IUserInfoChangeListener.h"
+#include "vipsdk/include/ProductInfoMgr.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// The membership SDK that the tests link in place of a real one: what it answers is set here, what it is asked is
+/// found here. One thread at a time, but for reports.
+struct ScriptedSdk
+{
+    /// Starts and stops of the services and of the product information, in their order.
+    std::vector<std::string> calls;
+
+    bool loggedIn = false;
+    bool succeeds = true; ///< what Logout(), StartFrontTask(), SetUserInfo() and LogoutForever() answer
+    std::optional<std::wstring> userInfoJson;
+    std::optional<std::wstring> certificate;
+    int stringsGiven = 0; ///< by GetUserInfoJson(), less those released
+    std::function<bool(const std::wstring &user, const std::wstring &password, int &errorCode, bool &flag)> login;
+    std::vector<std::wstring> setUserInfo; ///< the arguments of the last call
+    std::vector<vip_sdk::IUserInfoChangeListener *> listeners;
+
+    ProductInfoMgr::PublicInfo publicInfo;
+    /// Called for each report, on the thread that makes it, with the record's event and what SetPublicInfo() was given.
+    std::function<void(const std::wstring &event, const ProductInfoMgr::PublicInfo &info)> report;
+};
+
+ScriptedSdk &scriptedSdk();
+
+} // namespace test

@@ -1,0 +1,138 @@
+#include "vipsdk/local/File.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace local_sdk {
+
+namespace {
+
+constexpr int kOwnerOnly = S_IRUSR | S_IWUSR;
+constexpr qint64 kMaxSize = 1 << 20;
+constexpr std::chrono::seconds kLockTime{5};
+constexpr std::chrono::milliseconds kLockPause{2};
+
+/// Has the names of a folder written to the disk. Not every file system can, and the file itself is safe by then.
+void syncDirectory(const std::string &path)
+{
+    const File directory(std::filesystem::path(path).parent_path().string() + "/.", O_RDONLY | O_DIRECTORY);
+    if (directory.isOpen())
+        ::fsync(directory.descriptor());
+}
+
+bool writeNew(const std::string &path, const QByteArray &content)
+{
+    // What a process that was killed left here is of no use.
+    ::unlink(path.c_str());
+    const File file(path, O_WRONLY | O_CREAT | O_EXCL, kOwnerOnly);
+    return file.isOpen() && file.writeAll(content) && ::fsync(file.descriptor()) == 0;
+}
+
+} // namespace
+
+File::File(const std::string &path, int flags, int mode)
+{
+    constexpr int always = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    do
+        m_descriptor = ::open(path.c_str(), flags | always, mode);
+    while (m_descriptor < 0 && errno == EINTR);
+}
+
+File::~File()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+bool File::isTrusted() const
+{
+    struct stat status
+    {
+    };
+    return ::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid()
+        && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+bool File::readAll(QByteArray &content, qint64 maxSize) const
+{
+    char block[8192];
+    for (;;) {
+        const ssize_t count = ::read(m_descriptor, block, sizeof block);
+        if (count == 0)
+            return true;
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0 || content.size() + count > maxSize)
+            return false;
+        content.append(block, static_cast<int>(count));
+    }
+}
+
+bool File::writeAll(const QByteArray &content) const
+{
+    const char *next = content.constData();
+    const char *end = next + content.size();
+    while (next != end) {
+        const ssize_t count = ::write(m_descriptor, next, static_cast<std::size_t>(end - next));
+        if (count < 0 && errno != EINTR)
+            return false;
+        if (count > 0)
+            next += count;
+    }
+    return true;
+}
+
+bool File::lock() const
+{
+    const auto deadline = std::chrono::steady_clock::now() + kLockTime;
+    while (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+        if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > deadline)
+            return false;
+        std::this_thread::sleep_for(kLockPause);
+    }
+    return true;
+}
+
+ReadResult readFile(const std::string &path, QByteArray &content)
+{
+    const File file(path, O_RDONLY);
+    if (!file.isOpen())
+        return errno == ENOENT ? ReadResult::missing : ReadResult::failed;
+    return file.isTrusted() && file.readAll(content, kMaxSize) ? ReadResult::ok : ReadResult::failed;
+}
+
+bool replaceFile(const std::string &path, const QByteArray &content)
+{
+    const std::string replacement = path + ".new";
+    if (!writeNew(replacement, content) || std::rename(replacement.c_str(), path.c_str()) != 0) {
+        ::unlink(replacement.c_str());
+        return false;
+    }
+    syncDirectory(path);
+    return true;
+}
+
+bool appendLine(const std::string &path, const QByteArray &line)
+{
+    const File file(path, O_RDWR | O_APPEND | O_CREAT, kOwnerOnly);
+    if (!file.isOpen() || !file.isTrusted() || !file.lock())
+        return false;
+    const off_t end = ::lseek(file.descriptor(), 0, SEEK_END);
+    // A process that was killed may have left a piece of a line, which ends here.
+    char last = '\n';
+    if (end > 0 && ::pread(file.descriptor(), &last, 1, end - 1) != 1)
+        return false;
+    if (file.writeAll((last == '\n' ? line : '\n' + line) + '\n'))
+        return true;
+    if (::ftruncate(file.descriptor(), end) != 0) { } // the next line begins anew anyway
+    return false;
+}
+
+} // namespace local_sdk

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <string>
+
+namespace local_sdk {
+
+/// An open file, closed with this object.
+class File
+{
+public:
+    File() = default;
+    /// Opens without following a symbolic link and without waiting for anybody.
+    File(const std::string &path, int flags, int mode = 0);
+    ~File();
+    File(const File &) = delete;
+    File &operator=(const File &) = delete;
+
+    [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
+    [[nodiscard]] int descriptor() const { return m_descriptor; }
+    /// Whether it is a regular file of this user that nobody else can write to.
+    [[nodiscard]] bool isTrusted() const;
+
+    [[nodiscard]] bool readAll(QByteArray &content, qint64 maxSize) const;
+    [[nodiscard]] bool writeAll(const QByteArray &content) const;
+
+    /// Locks the file against who locks it too; false when that takes too long. The lock goes with the file or with the
+    /// process, however that ends.
+    [[nodiscard]] bool lock() const;
+
+private:
+    int m_descriptor = -1;
+};
+
+enum class ReadResult { ok, missing, failed };
+
+/// Reads a trusted file of at most a megabyte.
+[[nodiscard]] ReadResult readFile(const std::string &path, QByteArray &content);
+
+/// Replaces a file, readable by the user only, in such a way that at any moment it is either the old or the new one,
+/// and that the new one is on the disk when this returns. False leaves the old one. For the holder of a lock.
+[[nodiscard]] bool replaceFile(const std::string &path, const QByteArray &content);
+
+/// Appends a line to a file, readable by the user only: wholly or not at all.
+[[nodiscard]] bool appendLine(const std::string &path, const QByteArray &line);
+
+} // namespace local_sdk

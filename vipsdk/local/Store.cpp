@@ -1,0 +1,103 @@
+#include "vipsdk/local/Store.h"
+
+#include "vipsdk/local/DataDirectory.h"
+#include "vipsdk/local/File.h"
+
+#include <QJsonDocument>
+#include <QUuid>
+
+namespace local_sdk {
+
+namespace {
+
+constexpr int kFormat = 1;
+
+enum class Content { ok, missing, malformed, unusable };
+
+std::string accountsPath(const std::string &directory)
+{
+    return directory + "/accounts.json";
+}
+
+std::string sessionPath(const std::string &directory)
+{
+    return directory + "/session.json";
+}
+
+Content readObject(const std::string &directory, const std::string &path, QJsonObject &object)
+{
+    QByteArray bytes;
+    const ReadResult result = readFile(path, bytes);
+    if (result == ReadResult::missing)
+        return Content::missing;
+    if (result == ReadResult::failed || !isTrustedDirectory(directory))
+        return Content::unusable;
+    object = QJsonDocument::fromJson(bytes).object();
+    const int format = object.value("format").toInt();
+    if (format > kFormat)
+        return Content::unusable;
+    return format == kFormat ? Content::ok : Content::malformed;
+}
+
+bool writeObject(const std::string &path, QJsonObject object)
+{
+    object.insert("format", kFormat);
+    return replaceFile(path, QJsonDocument(object).toJson());
+}
+
+QJsonObject toJson(const Session &session)
+{
+    return {{"open_id", session.openId}, {"token", session.token}, {"nickname", session.nickname},
+            {"avatar", session.avatar},  {"email", session.email}, {"register_from", session.registerFrom}};
+}
+
+std::optional<Session> toSession(const QJsonObject &object)
+{
+    Session session{object.value("open_id").toString(),  object.value("token").toString(),
+                    object.value("nickname").toString(), object.value("avatar").toString(),
+                    object.value("email").toString(),    object.value("register_from").toInt()};
+    if (session.openId.isEmpty() || session.token.isEmpty())
+        return std::nullopt;
+    return session;
+}
+
+} // namespace
+
+Store::Store(std::string directory) : m_directory(std::move(directory)) { }
+
+std::optional<QJsonObject> Store::accounts() const
+{
+    QJsonObject object;
+    switch (readObject(m_directory, accountsPath(m_directory), object)) {
+    case Content::ok:
+        return object.value("accounts").toObject();
+    case Content::missing:
+        return QJsonObject();
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<SessionState> Store::session() const
+{
+    QJsonObject object;
+    if (readObject(m_directory, sessionPath(m_directory), object) == Content::unusable)
+        return std::nullopt;
+    return SessionState{object.value("change").toString(), object.value("closures").toInt(),
+                        toSession(object.value("session").toObject())};
+}
+
+bool Store::setAccounts(const QJsonObject &accounts) const
+{
+    return writeObject(accountsPath(m_directory), {{"accounts", accounts}});
+}
+
+bool Store::setSession(SessionState state) const
+{
+    QJsonObject object{{"change", QUuid::createUuid().toString(QUuid::WithoutBraces)}, {"closures", state.closures}};
+    if (state.session)
+        object.insert("session", toJson(*state.session));
+    return writeObject(sessionPath(m_directory), object);
+}
+
+} // namespace local_sdk
