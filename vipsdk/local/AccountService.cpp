@@ -29,7 +29,7 @@ QString nameOf(const QString &address)
 int addressError(const QString &address)
 {
     static const QRegularExpression wellFormed(
-        QRegularExpression::anchoredPattern(QString("ATOM(\\.ATOM)*@(LABEL\\.)+LABEL")
+        QRegularExpression::anchoredPattern(QString(R"(ATOM(\.ATOM)*@(LABEL\.)+LABEL)")
                                                 .replace("ATOM", "[\\w!#$%&'*+/=?^`{|}~-]+")
                                                 .replace("LABEL", "[A-Za-z\\d]([A-Za-z\\d-]{0,61}[A-Za-z\\d])?")));
     if (nameOf(address).size() > kMaxNameLength)
