@@ -30,6 +30,8 @@ void registerOnce(const Side &side, Clock clock)
     auto *registered = benchmark::RegisterBenchmark(side.name.c_str(), side.body);
     if (clock == Clock::wall)
         registered->UseRealTime();
+    if (clock == Clock::manual)
+        registered->UseManualTime();
 }
 
 /// The console output, and the times of each side.
@@ -54,8 +56,8 @@ public:
 private:
     static double nanoseconds(const Run &run)
     {
-        const bool wall = run.run_name.time_type == "real_time";
-        const double time = wall ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
+        const bool processor = run.run_name.time_type.empty();
+        const double time = processor ? run.GetAdjustedCPUTime() : run.GetAdjustedRealTime();
         return time / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e9;
     }
 

@@ -37,9 +37,9 @@ constexpr Bound atLeast(double value)
     return {Bound::Kind::throughputAtLeast, value};
 }
 
-/// Which time counts: the processor time of the thread that runs the side, or the time that passes, for what waits for
-/// other threads.
-enum class Clock { processor, wall };
+/// Which time counts: the processor time of the thread that runs the side; the time that passes, for what waits for
+/// other threads; or what the side sets with State::SetIterationTime().
+enum class Clock { processor, wall, manual };
 
 /// One side of a pair. Sides of the same name are the same side, which runs once.
 struct Side

@@ -29,7 +29,7 @@ QString nameOf(const QString &address)
 int addressError(const QString &address)
 {
     static const QRegularExpression wellFormed(
-        QRegularExpression::anchoredPattern(QString("ATOM(\\.ATOM)*@(LABEL\\.)+LABEL")
+        QRegularExpression::anchoredPattern(QString(R"(ATOM(\.ATOM)*@(LABEL\.)+LABEL)")
                                                 .replace("ATOM", "[\\w!#$%&'*+/=?^`{|}~-]+")
                                                 .replace("LABEL", "[A-Za-z\\d]([A-Za-z\\d-]{0,61}[A-Za-z\\d])?")));
     if (nameOf(address).size() > kMaxNameLength)
@@ -55,6 +55,19 @@ Session newSession(const QString &address, const QJsonObject &account)
             kRegisteredByEmail};
 }
 
+/// The store while nobody else changes it.
+struct HeldStore
+{
+    explicit HeldStore(const Store &store) : lock(store.directory()), accounts(store.accounts()), state(store.session())
+    {
+    }
+    [[nodiscard]] bool isUsable() const { return lock.isHeld() && accounts && state; }
+
+    StoreLock lock;
+    std::optional<QJsonObject> accounts;
+    std::optional<SessionState> state;
+};
+
 QString addressOf(const QJsonObject &accounts, const QString &openId)
 {
     for (auto account = accounts.begin(); account != accounts.end(); ++account)
@@ -72,83 +85,69 @@ AccountService::LoginResult AccountService::login(const QString &user, const QSt
     if (password.isEmpty())
         return {LOGIN_ERROR_WRONG_PASSWORD};
 
-    const StoreLock lock(m_store.directory());
-    std::optional<QJsonObject> accounts = m_store.accounts();
-    std::optional<SessionState> state = m_store.session();
-    if (!lock.isHeld() || !accounts || !state)
+    HeldStore held(m_store);
+    if (!held.isUsable())
         return {LOGIN_ERROR_UNAVAILABLE};
 
     const QString address = user.toLower();
-    QJsonObject account = accounts->value(address).toObject();
-    const bool isNew = !accounts->contains(address);
-    if (isNew) {
-        account = newAccount(address, password);
-        accounts->insert(address, account);
-        if (!m_store.setAccounts(*accounts))
-            return {LOGIN_ERROR_UNAVAILABLE};
-    } else if (!isPassword(account.value("password").toObject(), password)) {
+    const bool isNew = !held.accounts->contains(address);
+    const QJsonObject account = isNew ? newAccount(address, password) : held.accounts->value(address).toObject();
+    if (!isNew && !isPassword(account.value("password").toObject(), password))
         return {LOGIN_ERROR_WRONG_PASSWORD};
-    }
-    state->session = newSession(address, account);
-    return {m_store.setSession(*state) ? 0 : LOGIN_ERROR_UNAVAILABLE, isNew};
+    if (isNew)
+        held.accounts->insert(address, account);
+    else
+        held.accounts.reset(); // stays as it is
+    held.state->session = newSession(address, account);
+    if (held.state->session->openId.isEmpty() || !m_store.set(*held.state, held.accounts))
+        return {LOGIN_ERROR_UNAVAILABLE};
+    return {0, isNew};
 }
 
 bool AccountService::logout() const
 {
-    std::optional<SessionState> state = m_store.session();
+    const std::optional<SessionState> state = m_store.session();
     if (state && !state->session)
         return true;
-    const StoreLock lock(m_store.directory());
-    state = m_store.session();
-    if (!lock.isHeld() || !state)
+    HeldStore held(m_store);
+    if (!held.lock.isHeld() || !held.state)
         return false;
-    state->session.reset();
-    return m_store.setSession(*state);
+    held.state->session.reset();
+    return m_store.set(*held.state);
 }
 
 int AccountService::closeAccount() const
 {
-    const StoreLock lock(m_store.directory());
-    std::optional<QJsonObject> accounts = m_store.accounts();
-    std::optional<SessionState> state = m_store.session();
-    if (!lock.isHeld() || !accounts || !state)
+    HeldStore held(m_store);
+    if (!held.isUsable())
         return LOGIN_ERROR_UNAVAILABLE;
-    if (!state->session)
+    if (!held.state->session)
         return LOGIN_ERROR_NO_SUCH_ACCOUNT;
-
-    const QString address = addressOf(*accounts, state->session->openId);
-    if (!address.isEmpty()) {
-        accounts->remove(address);
-        if (!m_store.setAccounts(*accounts))
-            return LOGIN_ERROR_UNAVAILABLE;
-    }
-    state->session.reset();
-    ++state->closures;
-    return m_store.setSession(*state) ? 0 : LOGIN_ERROR_UNAVAILABLE;
+    held.accounts->remove(addressOf(*held.accounts, held.state->session->openId));
+    held.state->session.reset();
+    ++held.state->closures;
+    return m_store.set(*held.state, held.accounts) ? 0 : LOGIN_ERROR_UNAVAILABLE;
 }
 
 bool AccountService::adopt(Session session) const
 {
     if (session.openId.isEmpty() || session.token.isEmpty())
         return false;
-    const StoreLock lock(m_store.directory());
-    std::optional<QJsonObject> accounts = m_store.accounts();
-    std::optional<SessionState> state = m_store.session();
-    if (!lock.isHeld() || !accounts || !state)
+    HeldStore held(m_store);
+    if (!held.isUsable())
         return false;
-
-    session.email = addressOf(*accounts, session.openId);
-    if (!session.email.isEmpty()) {
-        QJsonObject account = accounts->value(session.email).toObject();
+    session.email = addressOf(*held.accounts, session.openId);
+    if (session.email.isEmpty()) {
+        held.accounts.reset(); // stays as it is
+    } else {
+        QJsonObject account = held.accounts->value(session.email).toObject();
         account.insert("nickname", session.nickname);
         account.insert("avatar", session.avatar);
-        accounts->insert(session.email, account);
-        if (!m_store.setAccounts(*accounts))
-            return false;
+        held.accounts->insert(session.email, account);
+        session.registerFrom = kRegisteredByEmail;
     }
-    session.registerFrom = session.email.isEmpty() ? 0 : kRegisteredByEmail;
-    state->session = std::move(session);
-    return m_store.setSession(*state);
+    held.state->session = std::move(session);
+    return m_store.set(*held.state, held.accounts);
 }
 
 } // namespace local_sdk

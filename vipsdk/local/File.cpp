@@ -1,5 +1,6 @@
 #include "vipsdk/local/File.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -15,7 +16,7 @@ namespace local_sdk {
 namespace {
 
 constexpr int kOwnerOnly = S_IRUSR | S_IWUSR;
-constexpr qint64 kMaxSize = 1 << 20;
+constexpr qint64 kMaxSize = 16 << 20;
 constexpr std::chrono::seconds kLockTime{5};
 constexpr std::chrono::milliseconds kLockPause{2};
 
@@ -25,6 +26,11 @@ void syncDirectory(const std::string &path)
     const File directory(std::filesystem::path(path).parent_path().string() + "/.", O_RDONLY | O_DIRECTORY);
     if (directory.isOpen())
         ::fsync(directory.descriptor());
+}
+
+std::string newName(const NamedContent &file)
+{
+    return file.path + ".new";
 }
 
 bool writeNew(const std::string &path, const QByteArray &content)
@@ -108,15 +114,21 @@ ReadResult readFile(const std::string &path, QByteArray &content)
     return file.isTrusted() && file.readAll(content, kMaxSize) ? ReadResult::ok : ReadResult::failed;
 }
 
-bool replaceFile(const std::string &path, const QByteArray &content)
+bool replaceFiles(const std::vector<NamedContent> &files)
 {
-    const std::string replacement = path + ".new";
-    if (!writeNew(replacement, content) || std::rename(replacement.c_str(), path.c_str()) != 0) {
-        ::unlink(replacement.c_str());
-        return false;
-    }
-    syncDirectory(path);
-    return true;
+    const auto isWritten = [](const NamedContent &file) {
+        return file.content.size() <= kMaxSize && writeNew(newName(file), file.content);
+    };
+    // All are on the disk before the first one takes its place, so that none stays behind for want of room.
+    bool done = std::all_of(files.begin(), files.end(), isWritten);
+    for (const NamedContent &file : files)
+        done = done && std::rename(newName(file).c_str(), file.path.c_str()) == 0;
+    if (done)
+        syncDirectory(files.front().path);
+    else
+        for (const NamedContent &file : files)
+            ::unlink(newName(file).c_str());
+    return done;
 }
 
 bool appendLine(const std::string &path, const QByteArray &line)

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <string>
+#include <vector>
 
 namespace local_sdk {
 
@@ -34,12 +35,20 @@ private:
 
 enum class ReadResult { ok, missing, failed };
 
-/// Reads a trusted file of at most a megabyte.
+/// A file that is read and replaced as a whole.
+struct NamedContent
+{
+    std::string path;
+    QByteArray content;
+};
+
+/// Reads a trusted file of at most 16 MiB.
 [[nodiscard]] ReadResult readFile(const std::string &path, QByteArray &content);
 
-/// Replaces a file, readable by the user only, in such a way that at any moment it is either the old or the new one,
-/// and that the new one is on the disk when this returns. False leaves the old one. For the holder of a lock.
-[[nodiscard]] bool replaceFile(const std::string &path, const QByteArray &content);
+/// Replaces files of one folder, readable by the user only, in such a way that at any moment each is either the old or
+/// the new one, and that the new ones are on the disk when this returns. False leaves the old ones, also when there is
+/// no room for one of them or when it is too large to be read again. For the holder of a lock.
+[[nodiscard]] bool replaceFiles(const std::vector<NamedContent> &files);
 
 /// Appends a line to a file, readable by the user only: wholly or not at all.
 [[nodiscard]] bool appendLine(const std::string &path, const QByteArray &line);

@@ -15,7 +15,8 @@ struct State
 
 State &state()
 {
-    static State state;
+    // Never destroyed: telemetry threads that were not stopped ask until the process ends.
+    static State &state = *new State;
     return state;
 }
 

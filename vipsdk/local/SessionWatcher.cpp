@@ -120,7 +120,7 @@ void SessionWatcher::compare(SessionState &known)
     const std::optional<SessionState> state = m_service.state();
     if (!state || state->change == known.change)
         return;
-    const bool closed = state->closures != known.closures;
+    const bool closed = state->closures > known.closures;
     known = *state;
     if (closed)
         tell(&vip_sdk::IUserInfoChangeListener::OnLogoutForeverUserInfoChange);

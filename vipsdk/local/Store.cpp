@@ -33,16 +33,15 @@ Content readObject(const std::string &directory, const std::string &path, QJsonO
     if (result == ReadResult::failed || !isTrustedDirectory(directory))
         return Content::unusable;
     object = QJsonDocument::fromJson(bytes).object();
-    const int format = object.value("format").toInt();
-    if (format > kFormat)
-        return Content::unusable;
-    return format == kFormat ? Content::ok : Content::malformed;
+    if (!object.contains("format"))
+        return Content::malformed;
+    return object.value("format") == kFormat ? Content::ok : Content::unusable;
 }
 
-bool writeObject(const std::string &path, QJsonObject object)
+NamedContent fileOf(const std::string &path, QJsonObject object)
 {
     object.insert("format", kFormat);
-    return replaceFile(path, QJsonDocument(object).toJson());
+    return {path, QJsonDocument(object).toJson()};
 }
 
 QJsonObject toJson(const Session &session)
@@ -87,17 +86,16 @@ std::optional<SessionState> Store::session() const
                         toSession(object.value("session").toObject())};
 }
 
-bool Store::setAccounts(const QJsonObject &accounts) const
+bool Store::set(const SessionState &state, const std::optional<QJsonObject> &accounts) const
 {
-    return writeObject(accountsPath(m_directory), {{"accounts", accounts}});
-}
-
-bool Store::setSession(SessionState state) const
-{
+    std::vector<NamedContent> files;
+    if (accounts)
+        files.push_back(fileOf(accountsPath(m_directory), {{"accounts", *accounts}}));
     QJsonObject object{{"change", QUuid::createUuid().toString(QUuid::WithoutBraces)}, {"closures", state.closures}};
     if (state.session)
         object.insert("session", toJson(*state.session));
-    return writeObject(sessionPath(m_directory), object);
+    files.push_back(fileOf(sessionPath(m_directory), object));
+    return replaceFiles(files);
 }
 
 } // namespace local_sdk

@@ -42,10 +42,9 @@ public:
     /// Logged out when there is no file or a malformed one.
     [[nodiscard]] std::optional<SessionState> session() const;
 
-    /// Replace a file; the old one stays when they fail. For the holder of a StoreLock.
-    [[nodiscard]] bool setAccounts(const QJsonObject &accounts) const;
-    /// Gives the state a new `change`.
-    [[nodiscard]] bool setSession(SessionState state) const;
+    /// Replaces the session, which gets a new `change`, and before it the accounts, unless they are none. When it fails
+    /// both stay as they are. For the holder of a StoreLock.
+    [[nodiscard]] bool set(const SessionState &state, const std::optional<QJsonObject> &accounts = {}) const;
 
 private:
     std::string m_directory;

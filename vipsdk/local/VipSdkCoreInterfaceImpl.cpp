@@ -7,6 +7,7 @@
 
 #include <QJsonDocument>
 #include <QMessageAuthenticationCode>
+#include <QUrl>
 
 namespace vip_sdk {
 
@@ -41,7 +42,8 @@ QString certificateOf(const Session &session)
 {
     const QByteArray proof =
         QMessageAuthenticationCode::hash(session.openId.toUtf8(), session.token.toUtf8(), QCryptographicHash::Sha256);
-    return "open_id=" + session.openId + "&certificate=" + QString::fromLatin1(proof.toHex());
+    return "open_id=" + QString::fromLatin1(QUrl::toPercentEncoding(session.openId))
+        + "&certificate=" + QString::fromLatin1(proof.toHex());
 }
 
 } // namespace

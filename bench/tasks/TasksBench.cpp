@@ -1,14 +1,11 @@
-// The task managers against what Qt offers for the same purpose.
-//
-// Names are SUBJECT-OR-PEER/what: TaskMgr beside QThreadPool (one thread) for tasks without work, from one producer and
-// from four; TaskMgr beside two semaphores handing over for the time from push to run, of which the median and the
-// 99th percentile are the reported time; QTTaskManager beside QThreadPool for queueing. The tasks are made beforehand
-// and kept, so that the managers are measured and not the allocator.
+// The task managers against what Qt offers for the same purpose: TaskMgr beside a QThreadPool of one thread for tasks
+// without work, from one producer and from four; TaskMgr beside two semaphores handing over for the time from push to
+// run, of which the median and the 99th percentile are the time; QTTaskManager beside QThreadPool for queueing. The
+// tasks are made beforehand and kept, so that the managers are measured and not the allocator.
 
+#include "bench/support/Ratios.h"
 #include "runtime/QTTaskManager.h"
 #include "runtime/TaskMgr.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QSemaphore>
 #include <QThreadPool>
@@ -21,7 +18,7 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using Time = std::chrono::steady_clock;
 
 constexpr int kTasksPerRound = 200'000;
 constexpr int kHandOvers = 20'000;
@@ -61,10 +58,9 @@ private:
     Count &m_count;
 };
 
-/// Time of a task from push to run. Each of the threads that push has tasks of its own, which `make(count)` makes.
-template <typename Make, typename Push> void pushAndRun(benchmark::State &state, Make make, Push push)
+/// From the first push to the last run. Each of the threads that push has tasks of its own, which `make(count)` makes.
+template <typename Make, typename Push> void pushAndRun(benchmark::State &state, int producers, Make make, Push push)
 {
-    const auto producers = static_cast<int>(state.range(0));
     Count count;
     std::vector<decltype(make(count))> tasks;
     for (int i = 0; i < kTasksPerRound; ++i)
@@ -83,20 +79,18 @@ template <typename Make, typename Push> void pushAndRun(benchmark::State &state,
         expected += kTasksPerRound;
         count.await(expected);
     }
-    state.counters["per task"] = benchmark::Counter(static_cast<double>(state.iterations()) * kTasksPerRound,
-                                                    benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-void taskMgrPush(benchmark::State &state)
+void taskMgrPush(benchmark::State &state, int producers)
 {
     TaskMgr manager;
     pushAndRun(
-        state, [](Count &count) { return std::make_shared<CountTask>(count); },
+        state, producers, [](Count &count) { return std::make_shared<CountTask>(count); },
         [&manager](const std::shared_ptr<CountTask> &task) { manager.PushTask(task); });
     manager.WaitTaskFinish(0);
 }
 
-void threadPoolPush(benchmark::State &state)
+void threadPoolPush(benchmark::State &state, int producers)
 {
     QThreadPool pool;
     pool.setMaxThreadCount(1);
@@ -105,24 +99,24 @@ void threadPoolPush(benchmark::State &state)
         task->setAutoDelete(false);
         return task;
     };
-    pushAndRun(state, make, [&pool](const std::unique_ptr<CountRunnable> &task) { pool.start(task.get()); });
+    pushAndRun(state, producers, make, [&pool](const std::unique_ptr<CountRunnable> &task) { pool.start(task.get()); });
     pool.waitForDone();
 }
 
 /// Hands over to another thread and back, and reports the given quantile of the first way's time.
-template <typename HandOver> void reportQuantile(benchmark::State &state, HandOver handOver)
+template <typename HandOver> void reportQuantile(benchmark::State &state, std::size_t percent, HandOver handOver)
 {
-    const auto percent = static_cast<std::size_t>(state.range(0));
     for (auto _ : state) {
-        std::vector<Clock::duration> times;
+        std::vector<Time::duration> times;
         times.reserve(kHandOvers);
         for (int i = 0; i < kHandOvers; ++i) {
-            const Clock::time_point start = Clock::now();
+            const Time::time_point start = Time::now();
             times.push_back(handOver() - start);
         }
         const auto nth = times.begin() + static_cast<std::ptrdiff_t>(times.size() * percent / 100);
         std::nth_element(times.begin(), nth, times.end());
-        state.SetIterationTime(std::chrono::duration<double>(*nth).count());
+        // As if all had taken as long, so that a round takes about the time that it reports.
+        state.SetIterationTime(std::chrono::duration<double>(*nth).count() * kHandOvers);
     }
 }
 
@@ -131,44 +125,44 @@ class StampTask : public ITask
 public:
     void run() override
     {
-        m_started = Clock::now();
+        m_started = Time::now();
         m_done.release();
     }
-    Clock::time_point awaitStart()
+    Time::time_point awaitStart()
     {
         m_done.acquire();
         return m_started;
     }
 
 private:
-    Clock::time_point m_started;
+    Time::time_point m_started;
     QSemaphore m_done;
 };
 
-void taskMgrLatency(benchmark::State &state)
+void taskMgrLatency(benchmark::State &state, std::size_t percent)
 {
     TaskMgr manager;
     const auto task = std::make_shared<StampTask>();
-    reportQuantile(state, [&] {
+    reportQuantile(state, percent, [&] {
         manager.PushTask(task);
         return task->awaitStart();
     });
     manager.WaitTaskFinish(0);
 }
 
-void semaphoreLatency(benchmark::State &state)
+void semaphoreLatency(benchmark::State &state, std::size_t percent)
 {
     QSemaphore there;
     QSemaphore back;
     bool stop = false;
-    Clock::time_point started;
+    Time::time_point started;
     std::thread other([&] {
         for (there.acquire(); !stop; there.acquire()) {
-            started = Clock::now();
+            started = Time::now();
             back.release();
         }
     });
-    reportQuantile(state, [&] {
+    reportQuantile(state, percent, [&] {
         there.release();
         back.acquire();
         return started;
@@ -203,13 +197,37 @@ void threadPoolStart(benchmark::State &state)
     addToPool(state, *pool, [pool](IQTTask *task) { pool->start(task); });
 }
 
+/// A side that does `body` with an argument.
+template <typename Argument>
+bench::Side side(const std::string &name, void (*body)(benchmark::State &, Argument), Argument argument)
+{
+    return {name, [body, argument](benchmark::State &state) { body(state, argument); }};
+}
+
+void comparePush(int producers, double bound)
+{
+    const std::string suffix = ", producers: " + std::to_string(producers);
+    bench::compare(side("TaskMgr" + suffix, taskMgrPush, producers), bench::atMost(bound),
+                   side("QThreadPool" + suffix, threadPoolPush, producers), bench::Clock::wall);
+}
+
+void compareLatency(std::size_t percent, double bound)
+{
+    const std::string suffix =
+        ", " + std::to_string(kHandOvers) + " hand-overs, percentile: " + std::to_string(percent);
+    bench::compare(side("TaskMgr" + suffix, taskMgrLatency, percent), bench::atMost(bound),
+                   side("two semaphores" + suffix, semaphoreLatency, percent), bench::Clock::manual);
+}
+
 } // namespace
 
-BENCHMARK(taskMgrPush)->Name("TaskMgr/push to run, producers")->Arg(1)->Arg(4)->UseRealTime();
-BENCHMARK(threadPoolPush)->Name("QThreadPool/push to run, producers")->Arg(1)->Arg(4)->UseRealTime();
-BENCHMARK(taskMgrLatency)->Name("TaskMgr/latency, percentile")->Arg(50)->Arg(99)->UseManualTime()->Iterations(10);
-BENCHMARK(semaphoreLatency)->Name("QSemaphore/latency, percentile")->Arg(50)->Arg(99)->UseManualTime()->Iterations(10);
-BENCHMARK(managerAdd)->Name("QTTaskManager/addTask");
-BENCHMARK(threadPoolStart)->Name("QThreadPool/start");
-
-BENCHMARK_MAIN();
+int main(int argc, char **argv)
+{
+    comparePush(1, 0.6);
+    comparePush(4, 0.4);
+    compareLatency(50, 1.15);
+    compareLatency(99, 1.25);
+    bench::compare({"QTTaskManager::addTask", managerAdd}, bench::atMost(1.05),
+                   {"QThreadPool::start", threadPoolStart});
+    return bench::run(argc, argv);
+}

@@ -1,0 +1,285 @@
+#include "tests/support/Eventually.h"
+#include "tests/support/TestFiles.h"
+#include "vipsdk/include/ProductInfoMgr.h"
+#include "vipsdk/include/VipSdkCoreInterfaceImpl.h"
+#include "vipsdk/include/VipSdkDefine.h"
+#include "vipsdk/include/VipSdkTeleM3rdImpl.h"
+#include "vipsdk/include/VipTelemData.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <atomic>
+#include <csignal>
+#include <poll.h>
+#include <random>
+#include <sstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+using test::eventually;
+using vip_sdk::VipSdkCoreInterfaceImpl;
+
+namespace {
+
+constexpr int kUnavailable = vip_sdk::LOGIN_ERROR_UNAVAILABLE;
+const std::wstring kLoggedOut = LR"({"is_logout":true})";
+const std::string kAccounts =
+    R"({"format":1,"accounts":{"seed@example.org":{"open_id":"seed","nickname":"s","password":{"salt":"00","iterations":1,)"
+    R"("digest":"4ccf8f3afc0454e3b29c36e0b171639be2a11db2f50894c953c468ce5c0f640a"}}}})";
+
+/// A store in a folder of its own, with an account seed@example.org whose password "seed" is cheap to check.
+class LocalSdk : public testing::Test
+{
+protected:
+    LocalSdk() { test::writeFile(path("accounts.json"), kAccounts); }
+
+    [[nodiscard]] std::string path(const std::string &name) const { return m_dir / ("store/" + name); }
+
+    /// Logs in; 0 or the error.
+    int login(const std::wstring &user = L"seed@example.org", const wchar_t *password = L"seed")
+    {
+        int error = -1;
+        const bool done = core.Login(user.c_str(), password, error, created);
+        return done == (error == 0) ? error : -1;
+    }
+
+    /// The user's information, empty when it cannot be read.
+    std::wstring userInfo()
+    {
+        wchar_t *json = nullptr;
+        const std::wstring text = core.GetUserInfoJson(&json) ? json : L"";
+        core.FreeString(json);
+        return text;
+    }
+
+    bool setUserInfo(const std::wstring &nickname) { return core.SetUserInfo(L"seed", L"t", nickname.c_str(), L"a"); }
+
+private:
+    test::TempDir m_dir;
+    const int m_chosen = ::setenv("ONDVIPSDK_DATA_DIR", path("").c_str(), 1); // before the service asks for it
+
+protected:
+    VipSdkCoreInterfaceImpl core;
+    bool created = false;
+};
+
+class Listener : public vip_sdk::IUserInfoChangeListener
+{
+public:
+    void OnUserInfoChange() override
+    {
+        if (leaving) {
+            leaving->RemoveUserInfoChangeListener(this);
+            leaving->UnInitialize();
+        }
+        changes += std::this_thread::get_id() == m_test ? 100 : 1;
+    }
+    void OnLogoutForeverUserInfoChange() override { ++closures; }
+
+    VipSdkCoreInterfaceImpl *leaving = nullptr; ///< whom it leaves, and stops, from the notice
+    std::atomic<int> changes{0}, closures{0};
+
+private:
+    const std::thread::id m_test = std::this_thread::get_id();
+};
+
+} // namespace
+
+TEST_F(LocalSdk, UnknownAddressGetsAnAccountThatOnlyItsPasswordOpens)
+{
+    fs::remove_all(path(""));
+    EXPECT_TRUE(!core.IsLogin() && core.Logout() && userInfo() == kLoggedOut);
+    EXPECT_FALSE(fs::exists(path(""))) << "reading creates nothing";
+
+    EXPECT_TRUE(login(L"Ann@Example.org", L"s\u00e9cret") == 0 && created && core.IsLogin());
+    EXPECT_TRUE(login(L"ann@example.org", L"se\u0301cret") == 0 && !created) << "the same accent, typed otherwise";
+    const std::wstring session = userInfo();
+    const std::wstring name(64, L'n');
+    const std::pair<std::wstring, int> rows[] = {
+        {L"ann@example.org", 4572014},
+        {L"", 4572012},
+        {L"ann", 4572012},
+        {L"a@b", 4572012},
+        {L"a@-b.org", 4572012},
+        {L"a..b@example.org", 4572012},
+        {L"\u00fc@example.org", 4572012},
+        {L"a@c.org\n", 4572012},
+        {name + L"@example", 4572012},
+        {name + L"n@example.org", 4572011},
+    };
+    for (const auto &[user, error] : rows)
+        EXPECT_EQ(login(user, L"wrong"), error) << testing::PrintToString(user);
+    EXPECT_EQ(login(L"ann@example.org", nullptr), 4572014);
+    EXPECT_EQ(userInfo(), session) << "failed logins leave the session alone";
+    EXPECT_EQ(login(name + L"@example.org"), 0);
+
+    EXPECT_EQ(fs::status(path("")).permissions(), fs::perms::owner_all);
+    for (const auto &file : fs::directory_iterator(path(""))) {
+        EXPECT_EQ(file.status().permissions(), fs::perms::owner_read | fs::perms::owner_write) << file;
+        EXPECT_EQ(test::readFile(file).find("cret"), std::string::npos) << file;
+    }
+}
+
+TEST_F(LocalSdk, SessionAndAccountEnd)
+{
+    int result = -1;
+    wchar_t *certificate = nullptr;
+    EXPECT_TRUE(!core.LogoutForever(&result) && result == 4572013);
+    EXPECT_FALSE(core.GetUserCertificate(&certificate) || core.SetUserInfo(nullptr, L"t", nullptr, nullptr));
+
+    EXPECT_TRUE(setUserInfo(L"\U0001F600"));
+    EXPECT_FALSE(setUserInfo(std::wstring(17 << 20, L'n'))) << "could not be read again";
+    EXPECT_EQ(userInfo(),
+              L"{\"avatar\":\"a\",\"email\":\"seed@example.org\",\"is_logout\":false,\"nickname\":\""
+              L"\U0001F600\",\"open_id\":\"seed\",\"register_from\":1,\"token\":\"t\"}");
+    EXPECT_TRUE(core.SetUserInfo(L"a&b", L"secret", L"", L"") && core.GetUserCertificate(&certificate));
+    const std::wstring text = std::unique_ptr<wchar_t[]>(certificate).get();
+    EXPECT_TRUE(text.rfind(L"open_id=a%26b&certificate=", 0) == 0 && text.find(L"secret") == std::wstring::npos);
+
+    EXPECT_TRUE(core.Logout() && !core.IsLogin() && login() == 0);
+    EXPECT_NE(userInfo().find(L"\U0001F600"), std::wstring::npos) << "the profile stays with the account";
+    EXPECT_TRUE(core.LogoutForever(nullptr) && userInfo() == kLoggedOut);
+    EXPECT_EQ(test::readFile(path("accounts.json")).find("seed"), std::string::npos);
+}
+
+TEST_F(LocalSdk, WhatCannotBeUsedIsLeftAlone)
+{
+    using Path = const std::string &;
+    const std::tuple<const char *, const char *, void (*)(Path), int> rows[] = {
+        {"truncated", "accounts.json", [](Path path) { fs::resize_file(path, 40); }, kUnavailable},
+        {"newer accounts", "accounts.json", [](Path path) { test::writeFile(path, R"({"format":2})"); }, kUnavailable},
+        {"newer session", "session.json", [](Path path) { test::writeFile(path, R"({"format":2})"); }, kUnavailable},
+        {"truncated session", "session.json", [](Path path) { test::writeFile(path, R"({"form)"); }, 0},
+        {"pipe", "lock", [](Path path) { ::mkfifo(path.c_str(), 0600); }, kUnavailable},
+        {"link", "session.json", [](Path path) { fs::create_symlink("accounts.json", path); }, kUnavailable},
+        {"open store", "", [](Path path) { fs::permissions(path, fs::perms::all); }, kUnavailable},
+        {"open accounts", "accounts.json", [](Path path) { fs::permissions(path, fs::perms::all); }, kUnavailable},
+    };
+    for (const auto &[name, file, harm, error] : rows) {
+        fs::remove_all(path(""));
+        test::writeFile(path("accounts.json"), kAccounts);
+        harm(path(file));
+        const std::string before = test::readFile(path("accounts.json")) + test::readFile(path("session.json"));
+        EXPECT_EQ(login(), error) << name;
+        const std::string after = test::readFile(path("accounts.json")) + test::readFile(path("session.json"));
+        EXPECT_EQ(after == before, error != 0) << name;
+    }
+}
+
+TEST_F(LocalSdk, StoreOfSomebodyElseIsRefused)
+{
+    for (const char *file : {"", "accounts.json", "lock"}) {
+        test::writeFile(path("lock"), "");
+        if (::chown(path(file).c_str(), 1, 1) != 0)
+            GTEST_SKIP() << "only root can give files away";
+        EXPECT_EQ(login(), kUnavailable) << file;
+        ASSERT_EQ(::chown(path(file).c_str(), ::geteuid(), ::getegid()), 0);
+    }
+    EXPECT_EQ(login(), 0);
+}
+
+TEST_F(LocalSdk, FullDiskIsAnErrorAndLosesNothing)
+{
+    ASSERT_EQ(login(), 0);
+    const std::wstring session = userInfo();
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{10, RLIM_INFINITY}, free{RLIM_INFINITY, RLIM_INFINITY};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    EXPECT_EQ(login(L"new@example.org"), kUnavailable);
+    EXPECT_FALSE(core.Logout() || core.LogoutForever(nullptr) || setUserInfo(L"n"));
+    EXPECT_EQ(userInfo(), session);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &free), 0);
+    EXPECT_EQ(login(), 0);
+}
+
+TEST_F(LocalSdk, KilledAtAnyMomentItStaysWhole)
+{
+    std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same moments every time, as far as the system goes along
+    for (int round = 0; round < 200; ++round) {
+        const pid_t child = ::fork();
+        while (child == 0)
+            if (login() != 0 || !setUserInfo(L"n") || !core.Logout())
+                ::_exit(1);
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 5000));
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ASSERT_TRUE(::waitpid(child, &status, 0) == child && WIFSIGNALED(status)) << "an operation failed";
+        const std::wstring info = userInfo();
+        ASSERT_TRUE(info == kLoggedOut || info.find(LR"("open_id":"seed")") != std::wstring::npos);
+        ASSERT_EQ(login(), 0) << "round " << round;
+    }
+}
+
+TEST_F(LocalSdk, ListenersAreToldOnItsOwnThreadAndMayLeaveFromThere)
+{
+    Listener listener, removed, leaving;
+    leaving.leaving = &core;
+    for (Listener *each : {&leaving, &listener, &listener, &removed, static_cast<Listener *>(nullptr)})
+        core.AddUserInfoChangeListener(each);
+    core.RemoveUserInfoChangeListener(&removed);
+    EXPECT_FALSE(core.StartFrontTask());
+    core.Initialize();
+    core.Initialize();
+    EXPECT_TRUE(core.StartFrontTask());
+    EXPECT_TRUE(setUserInfo(L"n"));
+    EXPECT_TRUE(eventually([&] { return listener.changes == 1 && leaving.changes == 1; }));
+    core.UnInitialize();
+    EXPECT_TRUE(core.Logout() && setUserInfo(L"n"));
+    core.Initialize();
+    EXPECT_TRUE(core.LogoutForever(nullptr));
+    EXPECT_TRUE(eventually([&] { return listener.closures == 1; }));
+    core.UnInitialize();
+    EXPECT_EQ(listener.changes, 1) << "what changes while it is stopped is not told";
+    EXPECT_EQ(leaving.changes + leaving.closures + removed.changes + removed.closures, 1);
+}
+
+TEST_F(LocalSdk, NoticesCrossProcesses)
+{
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        auto *listener = new Listener;
+        auto *service = new VipSdkCoreInterfaceImpl; // never stopped, and ends all the same
+        service->AddUserInfoChangeListener(listener);
+        service->Initialize();
+        const bool told = ::write(ready[1], "r", 1) == 1 && eventually([&] { return listener->changes > 0; });
+        std::exit(told && service->IsLogin() && service->Logout() ? 0 : 1);
+    }
+    pollfd poll{ready[0], POLLIN, 0};
+    ASSERT_EQ(::poll(&poll, 1, 60'000), 1);
+    ASSERT_EQ(login(), 0);
+    int status = -1;
+    EXPECT_TRUE(::waitpid(child, &status, 0) == child && status == 0) << status;
+    EXPECT_FALSE(core.IsLogin());
+}
+
+TEST_F(LocalSdk, SpoolKeepsTheLinesOfManyWholeWhateverWasThere)
+{
+    test::writeFile(path("product.ini"), "[product]\ntid1=1\npid=44\nuuid=u\n");
+    test::writeFile(path("telemetry.jsonl"), R"({"a piece of a li)");
+    ProductInfoMgr::GetInstance()->Initialize();
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([] {
+            for (int record = 0; record < 50; ++record)
+                vip_sdk::VipSdkTeleM3rdImpl().SendTelemData(record ? new VipTelemData(L"line\n\u00fc") : nullptr);
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+
+    std::istringstream lines(test::readFile(path("telemetry.jsonl")));
+    int count = -1;
+    for (std::string line; std::getline(lines, line); ++count) {
+        const QJsonObject record = QJsonDocument::fromJson(QByteArray::fromStdString(line)).object();
+        ASSERT_EQ(record["event"].toString() == QString::fromUtf8("line\n\u00fc"), count >= 0) << line;
+        ASSERT_EQ(record["product"].toObject()["pid"].toInt(), count >= 0 ? 44 : 0) << line;
+    }
+    EXPECT_EQ(count, 196);
+}
