@@ -146,7 +146,7 @@ TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
     }
     EXPECT_EQ(PathUtils::GetPathNoConflit(path, 3, 3), "");
     // Six or seven in the evening, wherever this runs: hours are counted to twelve.
-    qputenv("TZ", "XXX" + QByteArray::number(QDateTime::currentDateTimeUtc().time().hour() - 18));
+    qputenv("TZ", "TST" + QByteArray::number(QDateTime::currentDateTimeUtc().time().hour() - 18));
     const QString stamped = PathUtils::GetPathNoConflit(path, 3, 5);
     EXPECT_TRUE(stamped.size() == path.size() + 15 && stamped[path.size() + 1] == '0') << stamped.toStdString();
     EXPECT_EQ(PathUtils::GetPathNoConflit(make("notes"), 2, 2), at("notes(1)."));

@@ -67,7 +67,7 @@ Json answers(const Account &account)
         {"getCurrentVipSdkId", static_cast<unsigned>(CPDFVipSdkAdapter::getCurrentVipSdkId())},
         {"hasUserCertificate", !OndVipGeneratorUtil::GetUserCertificate().isEmpty()},
         {"GetUrlByConfig",
-         OndVipGeneratorUtil::GetUrlByConfig(IPDFVipSdkAdapter::VIP_GUI_PAGE_FORGOT_PASSWORD, true).toStdString()},
+         OndVipGeneratorUtil::GetUrlByConfig(IPDFVipSdkAdapter::VIP_GUI_PAGE_FORGOT_PASSWORD, false).toStdString()},
     };
     if (account->IsLogin() && account->GetLocalUserInfo(user))
         all.update(toJson(user));
