@@ -5,8 +5,9 @@
 #include <QDialog>
 #include <QPoint>
 
-/// A dialog without a frame, with round corners in place of one. It is moved by dragging it wherever none of its
-/// widgets takes the mouse. Painted with the palette's window brush.
+/// A dialog without a frame, with round corners in place of one, painted with the palette's window brush. It is moved
+/// by dragging it wherever none of its widgets takes the mouse: it follows as soon as the mouse is
+/// QApplication::startDragDistance() away from where it was pressed, and to the pixel at the end of a drag.
 class ONDPDFTOOLUTILS_EXPORT BaseDlg : public QDialog
 {
     Q_OBJECT

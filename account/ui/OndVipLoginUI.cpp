@@ -2,6 +2,7 @@
 
 #include "account/OndVipGeneratorUtil.h"
 #include "ui_OndVipLoginUI.h"
+#include "vipsdk/include/VipSdkDefine.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -45,11 +46,11 @@ constexpr char kRadioSheet[] = "QRadioButton {color: #666666;} QRadioButton:disa
                                "QAbstractButton::indicator:checked {image: url(:img/res/dialog/radiocheck.svg);}";
 
 constexpr std::pair<int, const char *> kErrors[] = {
-    {4572010, QT_TRANSLATE_NOOP("OndVipLoginUI", "this email has been registered")},
-    {4572011, QT_TRANSLATE_NOOP("OndVipLoginUI", "name too long")},
-    {4572012, QT_TRANSLATE_NOOP("OndVipLoginUI", "email format wrong")},
-    {4572013, QT_TRANSLATE_NOOP("OndVipLoginUI", "account don't exists")},
-    {4572014, QT_TRANSLATE_NOOP("OndVipLoginUI", "password error")},
+    {vip_sdk::LOGIN_ERROR_ALREADY_REGISTERED, QT_TRANSLATE_NOOP("OndVipLoginUI", "this email has been registered")},
+    {vip_sdk::LOGIN_ERROR_NAME_TOO_LONG, QT_TRANSLATE_NOOP("OndVipLoginUI", "name too long")},
+    {vip_sdk::LOGIN_ERROR_MALFORMED_EMAIL, QT_TRANSLATE_NOOP("OndVipLoginUI", "email format wrong")},
+    {vip_sdk::LOGIN_ERROR_NO_SUCH_ACCOUNT, QT_TRANSLATE_NOOP("OndVipLoginUI", "account don't exists")},
+    {vip_sdk::LOGIN_ERROR_WRONG_PASSWORD, QT_TRANSLATE_NOOP("OndVipLoginUI", "password error")},
 };
 
 QString errorMessage(int code)

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "account/OndVipGeneratorUtil.h"
 #include "tests/account/ui/LoginDialog.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScriptedSdk.h"
@@ -21,9 +20,6 @@ int argumentCount = 1;
 char programName[] = "test";
 char *arguments[] = {programName, nullptr};
 
-constexpr char kBusy[] = "Logging in...";
-constexpr char kIdle[] = "Log in / Sign up";
-
 class Login : public testing::Test
 {
 protected:
@@ -33,7 +29,7 @@ protected:
         test::scriptedSdk().login = [this](const std::wstring &user, const std::wstring &password, int &code, bool &) {
             ++m_logins;
             m_answer.acquire();
-            m_seen = {user, password};
+            m_seen = user + L'/' + password;
             code = m_code;
             return m_code == 0;
         };
@@ -50,7 +46,7 @@ protected:
     const QApplication m_application{argumentCount, arguments};
     QSemaphore m_answer;
     std::atomic<int> m_logins = 0, m_code = 0;
-    std::pair<std::wstring, std::wstring> m_seen;
+    std::wstring m_seen;
 };
 
 /// What does not fit into its place.
@@ -58,12 +54,11 @@ QStringList cutTexts(const QDialog &dialog)
 {
     QStringList cut;
     for (const auto *label : dialog.findChildren<QLabel *>()) {
-        if (!label->text().isEmpty() && label->heightForWidth(label->width()) > label->height())
+        if (label->heightForWidth(label->width()) > label->height())
             cut += label->text();
     }
     for (const auto *button : dialog.findChildren<QAbstractButton *>()) {
-        const int left = button->mapTo(&dialog, QPoint()).x();
-        if (!button->text().isEmpty() && (button->sizeHint().width() > button->width() || left < 40))
+        if (button->sizeHint().width() > button->width() && !button->text().isEmpty())
             cut += button->text();
     }
     return cut;
@@ -73,13 +68,12 @@ QStringList cutTexts(const QDialog &dialog)
 
 TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
 {
-    const std::vector<std::pair<int, QString>> errors = {{4572010, "this email has been registered"},
-                                                         {4572011, "name too long"},
-                                                         {4572012, "email format wrong"},
-                                                         {4572013, "account don't exists"},
-                                                         {4572014, "password error"},
-                                                         {5, "unknown error code 5"},
-                                                         {-2147483647, "unknown error code -2147483647"}};
+    const std::pair<int, const char *> errors[] = {{4572010, "this email has been registered"},
+                                                   {4572011, "name too long"},
+                                                   {4572012, "email format wrong"},
+                                                   {4572013, "account don't exists"},
+                                                   {4572014, "password error"},
+                                                   {-2147483647, "unknown error code -2147483647"}};
     runLoginDialog([&](const LoginDialog &login) {
         EXPECT_EQ(login.dialog->windowFlags(), 0x803);
         for (const auto &[email, password] : {std::pair{"", ""}, {"a@b.example", ""}, {"", "secret"}}) {
@@ -91,61 +85,48 @@ TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
             m_code = code;
             login.logIn(" A@b", "p%1 ");
             EXPECT_TRUE(login.error().isEmpty() && !login.loginButton()->isEnabled()) << code;
-            EXPECT_EQ(login.loginButton()->text(), kBusy);
+            EXPECT_EQ(login.loginButton()->text(), "Logging in...");
             m_answer.release();
             ASSERT_TRUE(login.waitForFailure()) << code;
-            EXPECT_EQ(login.error(), "Login failed, " + message);
-            EXPECT_EQ(login.loginButton()->text(), kIdle);
+            EXPECT_EQ(login.error(), QString("Login failed, ") + message);
+            EXPECT_EQ(login.loginButton()->text(), "Log in / Sign up");
             EXPECT_EQ(cutTexts(*login.dialog), QStringList());
         }
-        EXPECT_EQ(m_seen, std::pair(std::wstring(L" A@b"), std::wstring(L"p%1 "))) << "as entered";
+        EXPECT_EQ(m_seen, L" A@b/p%1 ") << "as entered";
     });
 }
 
-TEST_F(Login, KeyboardDoesItAll)
+TEST_F(Login, KeyboardAndScreenReaderReachAll)
 {
-    runLoginDialog([&](const LoginDialog &login) {
-        QStringList order;
-        for (int i = 0; i < 6; ++i, login.press(Qt::Key_Tab)) {
-            order += login.dialog->focusWidget()->objectName();
-            auto *accessible = QAccessible::queryAccessibleInterface(login.dialog->focusWidget());
-            EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << order.back().toStdString();
+    runLoginDialog([](const LoginDialog &login) {
+        for (const char *next : {"emailLineEdit", "passwordLineEdit", "showPasswordCheckBox", "loginButton",
+                                 "forgetPasswordButton", "closeButton"}) {
+            QWidget *focused = login.dialog->focusWidget();
+            EXPECT_EQ(focused->objectName(), next);
+            EXPECT_NE(QAccessible::queryAccessibleInterface(focused)->text(QAccessible::Name), "") << next;
+            login.press(Qt::Key_Tab);
         }
-        EXPECT_EQ(order,
-                  QStringList({"emailLineEdit", "passwordLineEdit", "showPasswordCheckBox", "loginButton",
-                               "forgetPasswordButton", "closeButton"}));
-        auto *password = login.find<QLineEdit>("passwordLineEdit");
         for (const auto mode : {QLineEdit::Normal, QLineEdit::Password}) {
             login.click("showPasswordCheckBox");
-            EXPECT_EQ(password->echoMode(), mode);
+            EXPECT_EQ(login.find<QLineEdit>("passwordLineEdit")->echoMode(), mode);
         }
         login.press(Qt::Key_Return);
         EXPECT_EQ(login.error(), "Please enter username and password");
         login.press(Qt::Key_Escape);
         EXPECT_TRUE(login.waitForEnd());
     });
-    runLoginDialog([&](const LoginDialog &login) {
-        login.logIn("a@b.example", "secret");
-        m_answer.release();
-        EXPECT_TRUE(login.waitForEnd()) << "logged in";
-    });
 }
 
 TEST_F(Login, MayBeClosedWhileLoggingIn)
 {
-    for (int code : {0, 4572014}) {
-        m_code = code;
+    for (int i = 0; i < 2; ++i) {
         runLoginDialog([](const LoginDialog &login) {
             login.logIn("a@b.example", "secret");
             login.click("closeButton");
         });
-        m_answer.release();
     }
-    runLoginDialog([this](const LoginDialog &login) {
-        login.logIn("a@b.example", "secret");
-        m_answer.release();
-        EXPECT_TRUE(login.waitForFailure()) << "the thread of the requests lives";
-    });
+    m_answer.release(2);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_logins == 2; })) << "they go on";
 }
 
 TEST_F(Login, IsDraggedFromTheStartDistanceOn)
@@ -172,14 +153,11 @@ TEST_F(Login, ForgottenPasswordIsTheBrowsersBusiness)
     QTextBrowser browser;
     QDesktopServices::setUrlHandler("https", &browser, "setSource");
     runLoginDialog([](const LoginDialog &login) { login.click("forgetPasswordButton"); });
-    EXPECT_EQ(browser.source(),
-              OndVipGeneratorUtil::GetOpenUrl(IPDFVipSdkAdapter::VIP_GUI_PAGE_FORGOT_PASSWORD, 0, 0, 0));
     EXPECT_TRUE(browser.source().toString().contains("/forgot-password?package_id=0&tid1=0&"));
 }
 
-TEST_F(Login, SpeaksChineseBeforeEnglishOnlyWhenAskedTo)
+TEST_F(Login, SpeaksChineseWhenThatComesLast)
 {
-    runLoginDialog([](const LoginDialog &login) { EXPECT_EQ(login.loginButton()->text(), kIdle); });
     ASSERT_TRUE(installTranslatorImpl(":/res/language/pdftoolutils_zh.qm"));
     EXPECT_FALSE(installTranslatorImpl({}) || installTranslatorImpl(":/res/language/pdftoolutils_xx.qm"));
     m_code = 5;
@@ -187,15 +165,7 @@ TEST_F(Login, SpeaksChineseBeforeEnglishOnlyWhenAskedTo)
         login.logIn("a@b.example", "secret");
         m_answer.release();
         ASSERT_TRUE(login.waitForFailure());
-        QStringList texts{login.dialog->windowTitle()};
-        for (const auto *widget : login.dialog->findChildren<QWidget *>()) {
-            for (const char *property : {"text", "placeholderText", "accessibleName"}) {
-                if (!qobject_cast<const QLineEdit *>(widget) || qstrcmp(property, "text") != 0)
-                    texts += widget->property(property).toString();
-            }
-        }
-        for (const QString &text : texts)
-            EXPECT_TRUE(text.isEmpty() || text.toLatin1() != text) << text.toStdString();
+        EXPECT_EQ(login.error(), QStringLiteral("登录失败，未知错误码 5"));
         EXPECT_EQ(cutTexts(*login.dialog), QStringList());
     });
 }
