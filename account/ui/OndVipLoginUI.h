@@ -1,0 +1,51 @@
+#pragma once
+
+#include "account/IPDFVipSdkAdapter.h"
+#include "account/ui/BaseDlg.h"
+#include "runtime/GlobalRequestTaskMgr.h"
+
+#include <memory>
+
+class Ui_OndVipLoginUI;
+
+/// The login dialog: asks for e-mail address and password, logs in on the thread of the requests (GlobalRequestTaskMgr)
+/// and closes when that succeeded; an unknown address makes an account. Application-modal; deletes itself when it is
+/// closed, so that it is made with new. To be made after OndVipInternationFactory::Initial() and used on the thread of
+/// the user interface.
+///
+/// It may be closed while a login is under way, which then goes on and is told to nobody. One dialog at a time: it is
+/// the login callback of the requests for as long as it lives, and leaves none behind.
+class ONDPDFTOOLUTILS_EXPORT OndVipLoginUI : public BaseDlg, public IRequestTaskCallBack
+{
+    Q_OBJECT
+
+public:
+    using VIP_GUI_PAGE = IPDFVipSdkAdapter::VIP_GUI_PAGE;
+    using VIP_PRIVILEGE = IPDFVipSdkAdapter::VIP_PRIVILEGE;
+
+    /// Takes what account pages are opened with (OpenVipGUIPage()); the dialog is the same for all of them.
+    OndVipLoginUI(VIP_GUI_PAGE page, int from, int fid, bool logoutForever, VIP_PRIVILEGE privilege,
+                  QWidget *parent = nullptr);
+    /// Waits for a result that is being delivered.
+    ~OndVipLoginUI() override;
+
+    /// Shows the result, on the dialog's thread, once that is back in its event loop. Callable from any thread while
+    /// the dialog exists.
+    void onLoginFinish(bool success, int code, bool flag) override;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    /// The user logged in, or clicked the close button. Closes the dialog.
+    void closeDlg();
+
+private:
+    void initUI();
+    void initConnect();
+    void on_loginButton_clicked();
+    void on_forgetPassword_clicked();
+    void showResult(bool success, int code);
+    void showError(const QString &text);
+
+    std::unique_ptr<Ui_OndVipLoginUI> m_ui;
+};
