@@ -3,8 +3,11 @@
 #include "account/CPDFRookVipSdkAdapter.h"
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
-#include "tools/common/Terminal.h"
+#include "account/ui/OndVipInternationFactory.h"
 #include "tools/inspect/Actions.h"
+#include "tools/inspect/Terminal.h"
+
+#include <QApplication>
 
 #include <csignal>
 #include <mutex>
@@ -58,8 +61,9 @@ int number(const std::string &text)
     return value;
 }
 
-Json answers(const Account &account)
+Json answers()
 {
+    CPDFVipSdkAdapter *account = CPDFVipSdkAdapter::GetInstance();
     UserInfo user;
     Json all = {
         {"IsLogin", account->IsLogin()},
@@ -71,6 +75,22 @@ Json answers(const Account &account)
     };
     if (account->IsLogin() && account->GetLocalUserInfo(user))
         all.update(toJson(user));
+    return all;
+}
+
+/// Shows the login dialog; the account as it is when that is closed.
+Json loginByDialog()
+{
+    int argc = 1;
+    char name[] = "pdforvell-inspect";
+    char *argv[] = {name, nullptr};
+    const QApplication application(argc, argv);
+    OndVipInternationFactory *factory = OndVipInternationFactory::instance();
+    factory->Initial();
+    factory->showOndVipLoginUI(IPDFVipSdkAdapter::VIP_GUI_PAGE_LOGIN, 0, 0, false, {});
+    Json all = answers();
+    factory->NotifyStop();
+    factory->Unitial();
     return all;
 }
 
@@ -100,13 +120,16 @@ private:
 
 Json account()
 {
-    return answers(Account());
+    const Account running;
+    return answers();
 }
 
 Json login(const std::vector<std::string> &arguments)
 {
     if (arguments.size() != 1)
-        throw WrongUse("login takes an e-mail address");
+        throw WrongUse("login takes an e-mail address, or --dialog");
+    if (arguments[0] == "--dialog")
+        return loginByDialog();
     const Account account;
     const QString password = QString::fromStdString(readSecret("Password: "));
     int code = 0;
@@ -114,7 +137,7 @@ Json login(const std::vector<std::string> &arguments)
     if (!OndVipGeneratorUtil::Login(QString::fromStdString(arguments[0]), password, code, isNew))
         throw std::runtime_error("login failed with code " + std::to_string(code));
     Json all = {{"isNewAccount", isNew}};
-    all.update(answers(account));
+    all.update(answers());
     return all;
 }
 
@@ -125,7 +148,7 @@ Json logout(const std::vector<std::string> &arguments)
     const Account account;
     if (!account->Logout())
         throw std::runtime_error("the session cannot be ended");
-    return answers(account);
+    return answers();
 }
 
 Json openPage(const std::vector<std::string> &arguments)

@@ -73,7 +73,7 @@ const std::vector<Action> &actions()
         {"language", "[NAME]",
          "the language in use, or choose it by the name in the menu (creates the registry's folder)", language},
         {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
-        {"login", "EMAIL", "log in, with the password from standard input", login},
+        {"login", "EMAIL|--dialog", "log in, with the password from standard input or in the product's dialog", login},
         {"logout", "", "end the session in all processes", logout},
         {"page", "PAGE [FROM [FID]]", "open an account page through the account helper", openPage},
         {"parse", "COMMAND-LINE", "the switches and values of a command line", parse},

@@ -1,9 +1,9 @@
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
-#include "tools/common/Terminal.h"
+#include "account/ui/OndVipInternationFactory.h"
 #include "tools/orvell-account/CommandLine.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <iostream>
 
 namespace {
@@ -31,16 +31,16 @@ int fail(const std::string &message)
     return kFailed;
 }
 
+/// Shows the login dialog until it is closed.
 int login()
 {
-    const Account account;
-    const QString user = QString::fromStdString(readLine("E-mail: "));
-    const QString password = QString::fromStdString(readSecret("Password: "));
-    int code = 0;
-    bool created = false;
-    if (!OndVipGeneratorUtil::Login(user, password, code, created))
-        return fail("login failed with code " + std::to_string(code));
-    return kDone;
+    OndVipInternationFactory *factory = OndVipInternationFactory::instance();
+    factory->Initial();
+    factory->showOndVipLoginUI(IPDFVipSdkAdapter::VIP_GUI_PAGE_LOGIN, 0, 0, false, {});
+    const bool isLogin = CPDFVipSdkAdapter::GetInstance()->IsLogin();
+    factory->NotifyStop();
+    factory->Unitial();
+    return isLogin ? kDone : kFailed;
 }
 
 int logoutForever()
@@ -72,15 +72,12 @@ int main(int argc, char *argv[])
         for (int i = 1; i < argc; ++i)
             arguments += QString::fromLocal8Bit(argv[i]);
         const Command command = parse(arguments);
-        switch (command.action) {
-        case Command::Action::login:
-            return login();
-        case Command::Action::logoutForever:
+        if (command.action == Command::Action::logoutForever)
             return logoutForever();
-        case Command::Action::openPage:
-            break;
-        }
-        const QGuiApplication application(argc, argv);
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+        const QApplication application(argc, argv);
+        if (command.action == Command::Action::login)
+            return login();
         return openPage(command.url);
     } catch (const WrongUse &error) {
         std::cerr << "orvell-account: " << error.what() << '\n';

@@ -1,15 +1,12 @@
-#include "tools/common/Terminal.h"
+#include "tools/inspect/Terminal.h"
 
 #include <iostream>
 #include <termios.h>
 #include <unistd.h>
 
-namespace {
+namespace inspect {
 
-bool isTerminal()
-{
-    return ::isatty(STDIN_FILENO) == 1;
-}
+namespace {
 
 /// No echo on the terminal for the lifetime of a scope.
 class NoEcho
@@ -41,17 +38,14 @@ private:
 
 } // namespace
 
-std::string readLine(const std::string &prompt)
+std::string readSecret(const std::string &prompt)
 {
-    if (isTerminal())
+    if (::isatty(STDIN_FILENO) == 1)
         std::cerr << prompt << std::flush;
+    const NoEcho noEcho;
     std::string line;
     std::getline(std::cin, line);
     return line;
 }
 
-std::string readSecret(const std::string &prompt)
-{
-    const NoEcho noEcho;
-    return readLine(prompt);
-}
+} // namespace inspect
