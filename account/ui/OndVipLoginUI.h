@@ -13,8 +13,9 @@ class Ui_OndVipLoginUI;
 /// closed, so that it is made with new. To be made after OndVipInternationFactory::Initial() and used on the thread of
 /// the user interface.
 ///
-/// It may be closed while a login is under way, which then goes on and is told to nobody. One dialog at a time: it is
-/// the login callback of the requests for as long as it lives, and leaves none behind.
+/// It may be closed while a login is under way, which goes on; its result is for the dialog that is open by then, or
+/// for nobody. One dialog at a time: it is the login callback of the requests for as long as it lives, and leaves none
+/// behind.
 class ONDPDFTOOLUTILS_EXPORT OndVipLoginUI : public BaseDlg, public IRequestTaskCallBack
 {
     Q_OBJECT
