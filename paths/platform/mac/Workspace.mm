@@ -97,7 +97,7 @@ bool launch(const LaunchRequest &request, const LaunchHandler &handler)
             return false;
         NSWorkspace *workspace = [NSWorkspace sharedWorkspace];
         NSWorkspaceOpenConfiguration *configuration = toNative(request);
-        if (!configuration)
+        if (!workspace || !configuration)
             return false;
         Completion completion = reportingTo(handler);
         if (!address)
