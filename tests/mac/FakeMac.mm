@@ -71,7 +71,7 @@ void launch(const std::string &what, NSWorkspaceOpenConfiguration *with, Complet
         arguments += " [" + utf8Of(argument) + "]";
     ask(what, " hides=", int{[with hides]}, " activates=", int{[with activates]},
         " new=", int{[with createsNewApplicationInstance]}, arguments);
-    Completion kept = [completion copy];
+    Completion kept = Block_copy(completion);
     std::thread([kept] {
         @autoreleasepool {
             NSDictionary *info = @{NSLocalizedDescriptionKey : textOf(fakeMac().launchError)};
@@ -79,7 +79,7 @@ void launch(const std::string &what, NSWorkspaceOpenConfiguration *with, Complet
                 kept([NSRunningApplication runningApplicationWithProcessIdentifier:4711], nil);
             else
                 kept(nil, [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:info]);
-            [kept release];
+            Block_release(kept);
         }
     }).detach();
 }

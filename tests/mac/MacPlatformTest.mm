@@ -141,11 +141,11 @@ TEST_F(Mac, EveryCallAnswersOrSaysSoAndLeavesNothingInThePoolAroundIt)
         {"opening", [] { return extendRequestAuthorization(); }},
         {"launch",
          [] {
-             std::promise<int> process;
+             const auto process = std::make_shared<std::promise<int>>();
              platform::LaunchRequest request;
              request.url = "x:y";
-             return platform::launch(request, [&](const auto &outcome) { process.set_value(outcome.processId); })
-                 && process.get_future().get() == 4711;
+             return platform::launch(request, [process](const auto &outcome) { process->set_value(outcome.processId); })
+                 && process->get_future().get() == 4711;
          }},
         {"panel",
          [] {
@@ -266,7 +266,7 @@ TEST_F(Mac, LaunchesAreAskedForAsTheyStand)
     const Row rows[] = {
         {"default application", url, {"", "x:a b", arguments, true, false}, "open x:a%20b hides=0 activates=1 new=0"},
         {"in the background", url, {"", "x:y", arguments, false, true}, "open x:y hides=1 activates=0 new=1"},
-        {"given application", url, {path, "x:y", arguments, true, true}, "with hides=0 activates=1 new=1"},
+        {"given application", url, {path, "x:y", arguments, true, true}, "open x:y with hides=0 activates=1 new=1"},
         {"no such application", url, {path + "/no", "x:y", arguments, true, true}, std::nullopt},
         {"application", app, {path, "", arguments, false, true}, "run hides=0 activates=1 new=1 [] [a b] [ü]"},
         {"argument that is no text", app, {path, "", noText, true, true}, std::nullopt},
