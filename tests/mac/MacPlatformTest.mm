@@ -319,7 +319,8 @@ TEST_F(Mac, SystemAnswers)
     EXPECT_FALSE(IsProcessRunningOC(@"com.example") || IsProcessRunningOC(static_cast<NSString *>(nil)));
     EXPECT_FALSE(MacUtils::IsProcessRunning("") || MacUtils::IsProcessRunning(kNoText) || MacSandbox::isRunning(3));
     EXPECT_FALSE(platform::isApplicationInstalled("") || platform::isApplicationInstalled("com.example"));
-    EXPECT_FALSE(platform::isApplicationInstalled(kNoText));
+    EXPECT_FALSE(platform::isApplicationInstalled(kNoText) || platform::isApplicationRunning(kNoText));
+    EXPECT_FALSE(platform::isApplicationInstalled(std::string("com.example.foo\0", 16))) << "not cut at a NUL";
 
     EXPECT_EQ(MacUtils::GetMainScreenSize(), (std::pair{1440.0, 900.0})) << "not where it stands";
     EXPECT_EQ(platform::secondsSinceLastInput(), 1.5);
