@@ -88,6 +88,12 @@ constexpr char kBookmark[] = "bookmark of ";
 
 } // namespace
 
+/// What the runtime and the class libraries keep for the life of the process.
+extern "C" __attribute__((visibility("default"))) const char *__lsan_default_suppressions()
+{
+    return "leak:libobjc.so\nleak:libgnustep-base.so\nleak:libgnustep-gui.so\n";
+}
+
 // Foundation
 
 /// As on macOS the environment names the user's home; GNUstep asks the user database.

@@ -325,6 +325,7 @@ TEST_F(Mac, SystemAnswers)
     EXPECT_EQ(MacUtils::GetMainScreenSize(), (std::pair{1440.0, 900.0})) << "not where it stands";
     EXPECT_EQ(platform::secondsSinceLastInput(), 1.5);
     EXPECT_EQ(platform::groupContainer("group.x"), m_dir / "group");
+    fakeMac().groupContainers["nil"] = "asked for nil";
     EXPECT_EQ(platform::groupContainer("group.y") + platform::groupContainer(kNoText), "");
 
     for (const auto &[flags, available] : {std::pair(2U, true), {6U, false}, {4U, false}, {0U, false}, {3U, true}}) {
