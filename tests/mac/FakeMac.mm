@@ -2,6 +2,7 @@
 
 #include <CoreGraphics/CoreGraphics.h>
 #include <SystemConfiguration/SystemConfiguration.h>
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>

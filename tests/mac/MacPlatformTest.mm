@@ -24,6 +24,7 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <thread>
+#include <utility>
 
 namespace fs = std::filesystem;
 
