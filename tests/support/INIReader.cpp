@@ -20,6 +20,13 @@ std::string INIReader::Get(const std::string &section, const std::string &name, 
     return found == _values.end() ? default_value : found->second;
 }
 
+std::string INIReader::GetString(const std::string &section, const std::string &name,
+                                 const std::string &default_value) const
+{
+    const std::string text = Get(section, name, "");
+    return text.empty() ? default_value : text;
+}
+
 long INIReader::GetInteger(const std::string &section, const std::string &name, long default_value) const
 {
     const std::string text = Get(section, name, "");
