@@ -4,6 +4,10 @@
 
 #import <AppKit/AppKit.h>
 
+// Names that GNUstep takes for translations, and C++ libraries for themselves.
+#undef _
+#undef __
+
 using NSURLBookmarkCreationOptions = NSUInteger;
 using NSURLBookmarkResolutionOptions = NSUInteger;
 
