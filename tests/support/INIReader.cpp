@@ -7,7 +7,10 @@
 // The C++ half of inih. Its library hands std::string across and so belongs to one C++ library; with another one the
 // reader is compiled here, on the half that is C.
 
-INIReader::INIReader(const std::string &filename) : _error(ini_parse(filename.c_str(), ValueHandler, this)) { }
+INIReader::INIReader(const std::string &filename) : _error(0)
+{
+    _error = ini_parse(filename.c_str(), ValueHandler, this); // fills the map, which is a later member
+}
 
 int INIReader::ParseError() const
 {
