@@ -15,7 +15,6 @@
 #include <stdexcept>
 #include <string_view>
 #include <sys/stat.h>
-#include <type_traits>
 #include <unistd.h>
 
 static_assert(sizeof(wchar_t) == 4, "wide texts hold UTF-32");
@@ -71,10 +70,7 @@ int openLog(const char *path, bool mayCreate)
 std::uintptr_t threadHandle()
 {
     static_assert(sizeof(pthread_t) <= sizeof(std::uintptr_t));
-    if constexpr (std::is_pointer_v<pthread_t>)
-        return reinterpret_cast<std::uintptr_t>(::pthread_self());
-    else
-        return static_cast<std::uintptr_t>(::pthread_self());
+    return std::uintptr_t(::pthread_self()); // a number here, a pointer there: no named cast takes both
 }
 
 /// The process id, asked once per process: the call costs as much as all else in the head of a line.

@@ -4,11 +4,14 @@
 
 namespace {
 
-/// What a compiler needs besides, when the installed library was built with sanitizers.
-QStringList sanitizerFlags()
+/// What a compiler needs besides: the flags of the build, and its sanitizers.
+QStringList buildFlags()
 {
     const QString sanitizers = OND_TEST_SANITIZE;
-    return sanitizers.isEmpty() ? QStringList() : QStringList{"-fsanitize=" + sanitizers};
+    QStringList flags = QString(OND_TEST_CXX_FLAGS).split(' ', Qt::SkipEmptyParts);
+    if (!sanitizers.isEmpty())
+        flags += "-fsanitize=" + sanitizers;
+    return flags;
 }
 
 class Install : public testing::Test
@@ -40,7 +43,7 @@ TEST_F(Install, IsFoundAndUsedThroughCMake)
     run(OND_TEST_CMAKE,
         {"-G", OND_TEST_GENERATOR, "-S", QString::fromStdString(consumer), "-B", build,
          "-DCMAKE_PREFIX_PATH=" + prefix(), QString("-DCMAKE_CXX_COMPILER=") + OND_TEST_CXX,
-         "-DCMAKE_CXX_FLAGS=" + sanitizerFlags().join(' ')});
+         "-DCMAKE_CXX_FLAGS=" + buildFlags().join(' ')});
     run(OND_TEST_CMAKE, {"--build", build});
     EXPECT_EQ(run(path("build/consumer"), {}), "log of consumer\n");
 }
@@ -51,7 +54,7 @@ TEST_F(Install, IsFoundAndUsedThroughPkgConfig)
     const test::TempDir home;
     const std::string command = "cd '" + home.path().string() + "' && export PKG_CONFIG_PATH=$(dirname $(find '"
         + directory + "' -name ondpdftoolutils.pc)) && '" OND_TEST_CXX "' -std=c++17 -fPIC '" + consumer + "/main.cpp' "
-        + sanitizerFlags().join(' ').toStdString()
+        + buildFlags().join(' ').toStdString()
         + " $(pkg-config --cflags --libs ondpdftoolutils) -Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)"
           " -o consumer && ./consumer";
     EXPECT_EQ(run("/bin/sh", {"-c", QString::fromStdString(command)}), "log of consumer\n");

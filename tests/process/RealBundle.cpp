@@ -41,7 +41,7 @@ RealBundle::RealBundle(const std::string &place) : m_path(m_dir / place)
 
 std::string RealBundle::supportDir() const
 {
-#ifdef __APPLE__
+#if defined(__APPLE__) || defined(OND_TEST_MAC)
     return home() + "/Library/Application Support";
 #else
     return home() + "/data";

@@ -7,24 +7,26 @@ namespace platform {
 
 std::optional<ReachabilityFlags> zeroAddressReachability()
 {
-    sockaddr_in zero{};
-    zero.sin_len = sizeof zero;
-    zero.sin_family = AF_INET;
+    @autoreleasepool {
+        sockaddr_in zero{};
+        zero.sin_len = sizeof zero;
+        zero.sin_family = AF_INET;
 
-    SCNetworkReachabilityRef target =
-        SCNetworkReachabilityCreateWithAddress(kCFAllocatorDefault, reinterpret_cast<const sockaddr *>(&zero));
-    if (!target)
-        return std::nullopt;
-    SCNetworkReachabilityFlags flags = 0;
-    const bool known = SCNetworkReachabilityGetFlags(target, &flags);
-    CFRelease(target);
-    if (!known)
-        return std::nullopt;
+        SCNetworkReachabilityRef target =
+            SCNetworkReachabilityCreateWithAddress(kCFAllocatorDefault, reinterpret_cast<const sockaddr *>(&zero));
+        if (!target)
+            return std::nullopt;
+        SCNetworkReachabilityFlags flags = 0;
+        const bool known = SCNetworkReachabilityGetFlags(target, &flags);
+        CFRelease(target);
+        if (!known)
+            return std::nullopt;
 
-    ReachabilityFlags answer;
-    answer.reachable = (flags & kSCNetworkReachabilityFlagsReachable) != 0;
-    answer.connectionRequired = (flags & kSCNetworkReachabilityFlagsConnectionRequired) != 0;
-    return answer;
+        ReachabilityFlags answer;
+        answer.reachable = (flags & kSCNetworkReachabilityFlagsReachable) != 0;
+        answer.connectionRequired = (flags & kSCNetworkReachabilityFlagsConnectionRequired) != 0;
+        return answer;
+    }
 }
 
 } // namespace platform

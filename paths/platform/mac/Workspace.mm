@@ -8,8 +8,6 @@ namespace platform {
 
 namespace {
 
-using Completion = void (^)(NSRunningApplication *, NSError *);
-
 /// Nil when an argument is no text.
 NSWorkspaceOpenConfiguration *toNative(const LaunchRequest &request)
 {
@@ -28,21 +26,14 @@ NSWorkspaceOpenConfiguration *toNative(const LaunchRequest &request)
     return native;
 }
 
-Completion reportingTo(LaunchHandler handler)
+void report(const LaunchHandler &handler, NSRunningApplication *application, NSError *error)
 {
-    Completion report = ^(NSRunningApplication *application, NSError *error) {
-        @autoreleasepool {
-            if (error)
-                handler({false, mac::toUtf8([error description]), 0});
-            else
-                handler({true, mac::toUtf8([application description]), [application processIdentifier]});
-        }
-    };
-#if __has_feature(objc_arc)
-    return report;
-#else
-    return [[report copy] autorelease];
-#endif
+    @autoreleasepool {
+        if (error)
+            handler({false, mac::toUtf8([error description]), 0});
+        else
+            handler({true, mac::toUtf8([application description]), [application processIdentifier]});
+    }
 }
 
 NSURL *addressOf(const std::string &url)
@@ -97,9 +88,10 @@ bool launch(const LaunchRequest &request, const LaunchHandler &handler)
             return false;
         NSWorkspace *workspace = [NSWorkspace sharedWorkspace];
         NSWorkspaceOpenConfiguration *configuration = toNative(request);
-        if (!configuration)
+        if (!workspace || !configuration)
             return false;
-        Completion completion = reportingTo(handler);
+        const LaunchHandler kept = handler; // a block holds references as such
+        const auto completion = ^(NSRunningApplication *launched, NSError *error) { report(kept, launched, error); };
         if (!address)
             [workspace openApplicationAtURL:application configuration:configuration completionHandler:completion];
         else if (!application)

@@ -1,0 +1,55 @@
+#pragma once
+
+// What Foundation and AppKit of macOS declare and GNUstep's do not. Included in front of every file of the platform.
+
+#import <AppKit/AppKit.h>
+
+// Names that GNUstep takes for translations, and C++ libraries for themselves.
+#undef _
+#undef __
+
+using NSURLBookmarkCreationOptions = NSUInteger;
+using NSURLBookmarkResolutionOptions = NSUInteger;
+
+@interface NSURL (Bookmarks)
+- (NSData *)bookmarkDataWithOptions:(NSURLBookmarkCreationOptions)options
+     includingResourceValuesForKeys:(NSArray *)keys
+                      relativeToURL:(NSURL *)base
+                              error:(NSError **)error;
++ (NSURL *)URLByResolvingBookmarkData:(NSData *)data
+                              options:(NSURLBookmarkResolutionOptions)options
+                        relativeToURL:(NSURL *)base
+                  bookmarkDataIsStale:(BOOL *)stale
+                                error:(NSError **)error;
+- (BOOL)startAccessingSecurityScopedResource;
+- (void)stopAccessingSecurityScopedResource;
+@end
+
+@interface NSFileManager (GroupContainers)
+- (NSURL *)containerURLForSecurityApplicationGroupIdentifier:(NSString *)group;
+@end
+
+@interface NSWorkspaceOpenConfiguration : NSObject {
+    BOOL _activates, _hides, _createsNewApplicationInstance;
+    NSArray *_arguments;
+}
++ (NSWorkspaceOpenConfiguration *)configuration;
+@property BOOL activates;
+@property BOOL hides;
+@property BOOL createsNewApplicationInstance;
+@property (copy) NSArray *arguments;
+@end
+
+@interface NSWorkspace (Launches)
+- (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)identifier;
+- (void)openURL:(NSURL *)url
+        configuration:(NSWorkspaceOpenConfiguration *)configuration
+    completionHandler:(void (^)(NSRunningApplication *, NSError *))handler;
+- (void)openURLs:(NSArray *)urls
+    withApplicationAtURL:(NSURL *)application
+           configuration:(NSWorkspaceOpenConfiguration *)configuration
+       completionHandler:(void (^)(NSRunningApplication *, NSError *))handler;
+- (void)openApplicationAtURL:(NSURL *)application
+               configuration:(NSWorkspaceOpenConfiguration *)configuration
+           completionHandler:(void (^)(NSRunningApplication *, NSError *))handler;
+@end

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+
+struct mach_timebase_info_data_t
+{
+    std::uint32_t numer;
+    std::uint32_t denom;
+};
+
+extern "C" std::uint64_t mach_absolute_time();
+/// 0 (KERN_SUCCESS) or an error.
+extern "C" int mach_timebase_info(mach_timebase_info_data_t *info);
