@@ -31,7 +31,7 @@ int addressError(const QString &address)
     static const QRegularExpression wellFormed(
         QRegularExpression::anchoredPattern(QString(R"(ATOM(\.ATOM)*@(LABEL\.)+LABEL)")
                                                 .replace("ATOM", "[\\w!#$%&'*+/=?^`{|}~-]+")
-                                                .replace("LABEL", "[A-Za-z\\d]([A-Za-z\\d-]{0,61}[A-Za-z\\d])?")));
+                                                .replace("LABEL", R"([A-Za-z\d]([A-Za-z\d-]{0,61}[A-Za-z\d])?)")));
     if (nameOf(address).size() > kMaxNameLength)
         return LOGIN_ERROR_NAME_TOO_LONG;
     if (address.size() > kMaxAddressLength || !wellFormed.match(address).hasMatch())

@@ -9,7 +9,7 @@ namespace local_sdk {
 [[nodiscard]] QJsonObject digestOfPassword(const QString &password);
 
 /// Whether a digest is that of `password`.
-[[nodiscard]] bool isPassword(const QJsonObject &digest, const QString &password);
+[[nodiscard]] bool isPassword(const QJsonObject &stored, const QString &password);
 
 /// A random text of `bytes` bytes, in hexadecimal digits.
 [[nodiscard]] QString randomText(int bytes);
