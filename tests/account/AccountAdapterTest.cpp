@@ -300,8 +300,11 @@ TEST_F(Account, ListenersComeAndGoWhileNoticesAreGiven)
     std::vector<Listener> listeners(200);
     std::atomic<bool> done{false};
     std::thread sdk([&] {
-        while (!done)
-            scriptedSdk().listeners[0]->OnUserInfoChange();
+        while (!done) {
+            const std::lock_guard lock(scriptedSdk().listenerMutex);
+            for (vip_sdk::IUserInfoChangeListener *listener : scriptedSdk().listeners)
+                listener->OnUserInfoChange();
+        }
     });
     std::vector<std::thread> windows;
     windows.reserve(4);
@@ -315,9 +318,9 @@ TEST_F(Account, ListenersComeAndGoWhileNoticesAreGiven)
     for (std::thread &window : windows)
         window.join();
     listeners.clear();
+    account->Uninitialize(); // amid notices
     done = true;
     sdk.join();
-    account->Uninitialize();
 }
 
 TEST(AccountDeathTest, AnAdapterThatIsLeftAtExitStopsTheSdk)
