@@ -49,7 +49,7 @@ public:
     std::string line;
 };
 
-class Listener : public IPDFVipSdkAdapter::IUserInfoChangeCallBack
+class Listener final : public IPDFVipSdkAdapter::IUserInfoChangeCallBack
 {
 public:
     void OnUserInfoChange(const Info &info) override { changes.push_back(info); }
