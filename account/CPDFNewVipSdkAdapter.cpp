@@ -53,8 +53,7 @@ CPDFNewVipSdkAdapter::CPDFNewVipSdkAdapter(vip_sdk::PRODUCT_ID productId) : m_pr
 
 CPDFNewVipSdkAdapter::~CPDFNewVipSdkAdapter()
 {
-    if (m_core)
-        m_core->RemoveUserInfoChangeListener(this);
+    endNotices();
     CPDFNewVipSdkWrap::UnInitInstance();
 }
 
@@ -133,10 +132,9 @@ void CPDFNewVipSdkAdapter::UnRegisterUserInfoChangeCallBack(IUserInfoChangeCallB
 bool CPDFNewVipSdkAdapter::GetUserCertificate(std::wstring &certificate)
 {
     wchar_t *text = nullptr;
-    const bool isGiven = m_core && m_core->GetUserCertificate(&text);
-    const std::unique_ptr<wchar_t[]> owner(text); // NOLINT(modernize-avoid-c-arrays): as the SDK allocated it
-    if (!isGiven || !text)
+    if (!m_core || !m_core->GetUserCertificate(&text) || !text)
         return false;
+    const std::unique_ptr<wchar_t[]> owner(text); // NOLINT(modernize-avoid-c-arrays): as the SDK allocated it
     certificate = text;
     return true;
 }
@@ -190,6 +188,13 @@ bool CPDFNewVipSdkAdapter::RunVipProcess(const std::wstring &exePath, const std:
 void CPDFNewVipSdkAdapter::setPageCommand(VIP_GUI_PAGE page, const QString &format)
 {
     m_pageCommands[page] = format.arg(static_cast<unsigned>(m_productId));
+}
+
+void CPDFNewVipSdkAdapter::endNotices()
+{
+    if (m_core)
+        m_core->RemoveUserInfoChangeListener(this);
+    m_core = nullptr;
 }
 
 bool CPDFNewVipSdkAdapter::runHelper(const QString &commandLine)

@@ -5,6 +5,7 @@
 #include "vipsdk/include/IUserInfoChangeListener.h"
 #include "vipsdk/include/VipSdkDefine.h"
 
+#include <atomic>
 #include <map>
 
 namespace vip_sdk {
@@ -14,8 +15,8 @@ class IVipSdkCoreInterface;
 /// The account on top of the membership SDK. The SDK runs while an adapter exists, and its notices go to the registered
 /// callbacks. Account pages are opened by the account helper, a program beside the main application.
 ///
-/// Keeps no copy of the user. The operations may be called from any thread; the adapter itself is made and destroyed on
-/// one.
+/// Keeps no copy of the user. The operations may be called from any thread, OpenVipGUIPage() from that of the user
+/// interface; the adapter itself is made and destroyed on one.
 class ONDPDFTOOLUTILS_EXPORT CPDFNewVipSdkAdapter : public IPDFVipSdkAdapter, public vip_sdk::IUserInfoChangeListener
 {
 public:
@@ -59,13 +60,16 @@ protected:
     /// What the command line of a page begins with, by page.
     [[nodiscard]] const std::map<VIP_GUI_PAGE, QString> &pageCommands() const { return m_pageCommands; }
     void setPageCommand(VIP_GUI_PAGE page, const QString &format);
+    /// Has the SDK call this adapter no more, waiting for a notice in progress; the adapter is without SDK afterwards.
+    /// A class with a destructor of its own begins it with this: what is being destroyed can be called no more.
+    void endNotices();
     /// Runs the account helper, which lies beside the main application's executable.
     bool runHelper(const QString &commandLine);
 
 private:
     void notify(CPDFVipUserInfoChangeListenerSet::Notice notice);
 
-    int m_vipFrom = 0;
+    std::atomic<int> m_vipFrom{0};
     vip_sdk::PRODUCT_ID m_productId;
     vip_sdk::IVipSdkCoreInterface *m_core = nullptr; // the SDK's
     CPDFVipUserInfoChangeListenerSet m_listeners;

@@ -56,6 +56,11 @@ CPDFRookVipSdkAdapter::CPDFRookVipSdkAdapter(vip_sdk::PRODUCT_ID productId) : CP
     setPageCommand(VIP_GUI_PAGE_MAIN, QStringLiteral("--open_web=main --pid=%1"));
 }
 
+CPDFRookVipSdkAdapter::~CPDFRookVipSdkAdapter()
+{
+    endNotices();
+}
+
 bool CPDFRookVipSdkAdapter::OpenVipGUIPage(VIP_GUI_PAGE page, int from, int fid, bool logoutForever,
                                            VIP_PRIVILEGE /*privilege*/)
 {

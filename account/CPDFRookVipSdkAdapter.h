@@ -7,6 +7,7 @@ class ONDPDFTOOLUTILS_EXPORT CPDFRookVipSdkAdapter : public CPDFNewVipSdkAdapter
 {
 public:
     explicit CPDFRookVipSdkAdapter(vip_sdk::PRODUCT_ID productId);
+    ~CPDFRookVipSdkAdapter() override;
 
     /// Starts the account helper with the page's command line. False when the page has none or the helper does not
     /// start.

@@ -1,6 +1,7 @@
 #include "account/CPDFVipSdkAdapter.h"
 
 #include "account/CPDFRookVipSdkAdapter.h"
+#include "account/VipSdkInterfaceMgr.h"
 #include "config/ConfigFileUtil.h"
 #include "config/ProductCfgUtil.h"
 
@@ -53,6 +54,14 @@ CPDFVipSdkAdapter *CPDFVipSdkAdapter::GetInstance()
     static CPDFVipSdkAdapter instance;
     return &instance;
 }
+
+CPDFVipSdkAdapter::CPDFVipSdkAdapter()
+{
+    // Made before this object it is destroyed after it: an adapter that is left at exit still stops the SDK.
+    vip_sdk::VipSdkInterfaceMgr::GetInstance();
+}
+
+CPDFVipSdkAdapter::~CPDFVipSdkAdapter() = default;
 
 void CPDFVipSdkAdapter::Initialize(bool /*unused*/)
 {

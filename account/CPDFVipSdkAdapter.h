@@ -31,11 +31,12 @@ protected:
 /// Uninitialize(), and passes every operation on to it. Without an adapter every question is answered with false and
 /// every command does nothing.
 ///
-/// Questions and commands may come from any thread, but none while Uninitialize() runs.
+/// Questions and commands may come from any thread, but none while Uninitialize() runs: a callback that asks anything
+/// from inside a notice is unregistered before. OpenVipGUIPage() is for the user-interface thread.
 class ONDPDFTOOLUTILS_EXPORT CPDFVipSdkAdapter : public IPDFVipSdkAdapter
 {
 public:
-    /// The process's only instance, made by the first call and destroyed at exit.
+    /// The process's only instance, made by the first call and destroyed at exit, with an adapter that it still has.
     static CPDFVipSdkAdapter *GetInstance();
 
     CPDFVipSdkAdapter(const CPDFVipSdkAdapter &) = delete;
@@ -78,8 +79,8 @@ public:
     static void setCurrentVipSdkId(vip_sdk::PRODUCT_ID id);
 
 private:
-    CPDFVipSdkAdapter() = default;
-    ~CPDFVipSdkAdapter() override = default;
+    CPDFVipSdkAdapter();
+    ~CPDFVipSdkAdapter() override;
 
     static std::atomic<std::uint32_t> g_account; // 0xFFFFFFFF until it is read
 

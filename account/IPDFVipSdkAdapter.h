@@ -87,11 +87,13 @@ public:
     /// Ends the session in all processes of the user.
     virtual bool Logout() = 0;
 
+    /// Whether a cache of the user holds `key`, and whether it is up to date now. Adapters need not keep one.
     virtual bool IsLocalUserInfoHasKeyByCache(const std::wstring &key);
     virtual bool RefreshLocalUserInfoCache();
     /// Starts the SDK's work for an application in the foreground.
     virtual bool StartFrontTask();
 
+    /// The user as one text, as far as the adapter keeps one.
     virtual bool GetStrUserInfo(QString &info) = 0;
     /// Logs the account out for good. `*result`, which may be null, receives the service's result.
     virtual bool LogoutForever(int *result) = 0;

@@ -3,6 +3,7 @@
 #include "account/OndVipGeneratorUtil.h"
 #include "runtime/AutoLocker.h"
 
+#include <QMutex>
 #include <unordered_set>
 
 namespace {
@@ -13,6 +14,30 @@ constexpr int kPatienceMs = 1000;
 } // namespace
 
 void IRequestTaskCallBack::onLoginFinish(bool /*success*/, int /*code*/, bool /*flag*/) { }
+
+/// Logins, and who is told how they end.
+class GlobalRequestTaskMgr::Logins
+{
+public:
+    void setCallBack(IRequestTaskCallBack *callback)
+    {
+        const AutoLocker locker(m_mutex);
+        m_callback = callback;
+    }
+    void login(QString user, QString password)
+    {
+        int code = 0;
+        bool flag = false;
+        const bool success = OndVipGeneratorUtil::Login(user, password, code, flag);
+        const AutoLocker locker(m_mutex);
+        if (m_callback)
+            m_callback->onLoginFinish(success, code, flag);
+    }
+
+private:
+    QMutex m_mutex;
+    IRequestTaskCallBack *m_callback = nullptr;
+};
 
 /// The requests of one pool. The pool deletes those that it ran; those that it dropped are left to us.
 class GlobalRequestTaskMgr::Requests
@@ -55,8 +80,8 @@ private:
 class GlobalRequestTaskMgr::Request : public ondeasy::IFunc
 {
 public:
-    Request(std::shared_ptr<Requests> requests, std::unique_ptr<ondeasy::IFunc> call)
-        : m_requests(std::move(requests)), m_call(std::move(call))
+    Request(std::shared_ptr<Requests> requests, std::shared_ptr<Logins> target, std::unique_ptr<ondeasy::IFunc> call)
+        : m_requests(std::move(requests)), m_target(std::move(target)), m_call(std::move(call))
     {
     }
     void run() override
@@ -68,6 +93,7 @@ public:
 
 private:
     std::shared_ptr<Requests> m_requests;
+    std::shared_ptr<Logins> m_target;
     std::unique_ptr<ondeasy::IFunc> m_call;
 };
 
@@ -89,12 +115,15 @@ GlobalRequestTaskMgr *GlobalRequestTaskMgr::getInstance()
     return &instance;
 }
 
-GlobalRequestTaskMgr::GlobalRequestTaskMgr() : m_requests(std::make_shared<Requests>()) { }
+GlobalRequestTaskMgr::GlobalRequestTaskMgr()
+    : m_logins(std::make_shared<Logins>()), m_requests(std::make_shared<Requests>())
+{
+}
 
-// A request that runs on would find neither mutex nor callback.
 GlobalRequestTaskMgr::~GlobalRequestTaskMgr()
 {
     unInit();
+    setLoginCallBack(nullptr); // whom a request that runs on would still tell
 }
 
 bool GlobalRequestTaskMgr::init()
@@ -117,15 +146,14 @@ bool GlobalRequestTaskMgr::unInit()
 
 void GlobalRequestTaskMgr::setLoginCallBack(IRequestTaskCallBack *callback)
 {
-    const AutoLocker locker(m_mutex);
-    m_loginCallBack = callback;
+    m_logins->setCallBack(callback);
 }
 
 bool GlobalRequestTaskMgr::requestLogin(QString user, QString password)
 {
-    std::unique_ptr<ondeasy::IFunc> call(ondeasy::FuncFactory::create_class_func(this, &GlobalRequestTaskMgr::login,
-                                                                                 std::move(user), std::move(password)));
-    auto request = std::make_unique<Request>(m_requests, std::move(call));
+    std::unique_ptr<ondeasy::IFunc> call(
+        ondeasy::FuncFactory::create_class_func(m_logins.get(), &Logins::login, std::move(user), std::move(password)));
+    auto request = std::make_unique<Request>(m_requests, m_logins, std::move(call));
     m_requests->add(request.get());
     if (!m_tasks.addFuncTask(request.get())) {
         m_requests->remove(request.get());
@@ -137,12 +165,7 @@ bool GlobalRequestTaskMgr::requestLogin(QString user, QString password)
 
 void GlobalRequestTaskMgr::login(QString user, QString password)
 {
-    int code = 0;
-    bool flag = false;
-    const bool success = OndVipGeneratorUtil::Login(user, password, code, flag);
-    const AutoLocker locker(m_mutex);
-    if (m_loginCallBack)
-        m_loginCallBack->onLoginFinish(success, code, flag);
+    m_logins->login(std::move(user), std::move(password));
 }
 
 bool GlobalRequestTaskMgr::dropWaiting()

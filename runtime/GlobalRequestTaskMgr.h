@@ -3,7 +3,6 @@
 #include "config/Export.h"
 #include "runtime/QTTaskManager.h"
 
-#include <QMutex>
 #include <QString>
 #include <memory>
 
@@ -26,7 +25,8 @@ protected:
 class ONDPDFTOOLUTILS_EXPORT GlobalRequestTaskMgr
 {
 public:
-    /// The process's only instance, made by the first call and destroyed at exit. Every call also does init().
+    /// The process's only instance, made by the first call and destroyed at exit, which does unInit() and tells nobody
+    /// of a request that still runs. Every call also does init().
     static GlobalRequestTaskMgr *getInstance();
 
     GlobalRequestTaskMgr(const GlobalRequestTaskMgr &) = delete;
@@ -51,6 +51,7 @@ public:
     void login(QString user, QString password);
 
 private:
+    class Logins;
     class Request;
     class Requests;
 
@@ -59,8 +60,7 @@ private:
 
     bool dropWaiting();
 
-    QMutex m_mutex;
     QTTaskManager m_tasks;
-    IRequestTaskCallBack *m_loginCallBack = nullptr;
+    std::shared_ptr<Logins> m_logins; // shared with the requests, one of which may outlive this object
     std::shared_ptr<Requests> m_requests; // those of the pool in use
 };

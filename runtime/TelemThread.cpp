@@ -14,7 +14,7 @@ TelemThread::~TelemThread()
 {
     stopThread();
     for (IVipTelemData *record : m_list)
-        delete record;
+        delete dynamic_cast<VipTelemData *>(record);
 }
 
 void TelemThread::add(IVipTelemData *record)

@@ -23,8 +23,8 @@ public:
     /// Stops the thread as stopThread() does. Records that are still pending are deleted without being reported.
     ~TelemThread() override;
 
-    /// Appends a record and takes ownership of it. Records other than VipTelemData are neither reported nor deleted.
-    /// Callable from any thread.
+    /// Appends a record and takes ownership of it; null and records other than VipTelemData are passed over: neither
+    /// reported nor ever deleted. Callable from any thread.
     void add(vip_sdk::IVipTelemData *record);
 
     /// Whether no record is pending. Callable from any thread.

@@ -49,7 +49,7 @@ public:
     std::string line;
 };
 
-class Listener : public IPDFVipSdkAdapter::IUserInfoChangeCallBack
+class Listener final : public IPDFVipSdkAdapter::IUserInfoChangeCallBack
 {
 public:
     void OnUserInfoChange(const Info &info) override { changes.push_back(info); }
@@ -300,8 +300,11 @@ TEST_F(Account, ListenersComeAndGoWhileNoticesAreGiven)
     std::vector<Listener> listeners(200);
     std::atomic<bool> done{false};
     std::thread sdk([&] {
-        while (!done)
-            scriptedSdk().listeners[0]->OnUserInfoChange();
+        while (!done) {
+            const std::lock_guard lock(scriptedSdk().listenerMutex);
+            for (vip_sdk::IUserInfoChangeListener *listener : scriptedSdk().listeners)
+                listener->OnUserInfoChange();
+        }
     });
     std::vector<std::thread> windows;
     windows.reserve(4);
@@ -315,9 +318,20 @@ TEST_F(Account, ListenersComeAndGoWhileNoticesAreGiven)
     for (std::thread &window : windows)
         window.join();
     listeners.clear();
+    account->Uninitialize(); // amid notices
     done = true;
     sdk.join();
-    account->Uninitialize();
+}
+
+TEST(AccountDeathTest, AnAdapterThatIsLeftAtExitStopsTheSdk)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    scriptedSdk().succeeds = true; // made before the account, and so there until the account is gone
+    const auto leave = [] {
+        CPDFVipSdkAdapter::GetInstance()->Initialize(true);
+        std::exit(0);
+    };
+    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(Account, PageAddressTellsLanguageCertificateAndInstallation)

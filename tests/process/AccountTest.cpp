@@ -75,13 +75,14 @@ TEST(AccountHelper, RefusesWhatItDoesNotUnderstand)
         {"--open_web=main", "-url=file:///etc/passwd"},
         {"--open_web=main", "-url=https:relative"},
         {"--open_web=login", "--logoutforever=2"},
-        {"report.pdf"},
+        {"report.pdf\033[2J\u009b"},
     };
     for (const QStringList &arguments : rows) {
         const test::ProcessResult result =
             test::runProcess(bundle.contents("MacOS/orvell-account"), arguments, bundle.home());
         EXPECT_EQ(result.exitStatus, 2) << arguments.join(' ').toStdString();
         EXPECT_EQ(result.errors.rfind("orvell-account: ", 0), 0U) << result.errors;
+        EXPECT_EQ(result.errors.find_first_of("\033\x9b"), std::string::npos) << "steers the terminal";
     }
     EXPECT_EQ(test::runProcess(bundle.contents("MacOS/orvell-account"),
                                {"--open_web=login", "--pid=13", "", "--vipfrom=3", "--logoutforever=1"}, bundle.home())

@@ -63,6 +63,7 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
 TEST(TelemThread, StopsAtAnyMomentAndForGood)
 {
     scriptedSdk().report = [](const auto &, const auto &) { FAIL() << "added after the end"; };
+    OtherData other;
     for (int i = 0; i < 1000; ++i) {
         TelemThread thread;
         if (i % 4 > 0)
@@ -70,6 +71,7 @@ TEST(TelemThread, StopsAtAnyMomentAndForGood)
         while (i % 4 > 1 && !thread.isRunning()) { }
         thread.stopThread();
         thread.add(new VipTelemData(L"pending"));
+        thread.add(&other);
         if (i % 4 > 2)
             thread.start();
     }

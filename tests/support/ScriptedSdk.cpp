@@ -84,6 +84,7 @@ void VipSdkCoreInterfaceImpl::AddUserInfoChangeListener(IUserInfoChangeListener 
 
 void VipSdkCoreInterfaceImpl::RemoveUserInfoChangeListener(IUserInfoChangeListener *listener)
 {
+    const std::lock_guard lock(scriptedSdk().listenerMutex);
     auto &all = scriptedSdk().listeners;
     all.erase(std::remove(all.begin(), all.end(), listener), all.end());
 }

@@ -4,6 +4,7 @@
 #include "vipsdk/include/ProductInfoMgr.h"
 
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ struct ScriptedSdk
     std::function<bool(const std::wstring &user, const std::wstring &password, int &errorCode, bool &flag)> login;
     std::vector<std::wstring> setUserInfo; ///< the arguments of the last call
     std::vector<vip_sdk::IUserInfoChangeListener *> listeners;
+    std::recursive_mutex listenerMutex; ///< held while one of them is called from another thread than the test's
 
     ProductInfoMgr::PublicInfo publicInfo;
     /// Called for each report, on the thread that makes it, with the record's event and what SetPublicInfo() was given.

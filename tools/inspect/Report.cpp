@@ -1,8 +1,6 @@
 #include "tools/inspect/Report.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace inspect {
 
@@ -14,7 +12,7 @@ constexpr char kPlain[] = "\033[0m";
 
 std::string dumped(const Json &value, int indent)
 {
-    return value.dump(indent, ' ', false, Json::error_handler_t::replace);
+    return escapedJson(value.dump(indent, ' ', false, Json::error_handler_t::replace));
 }
 
 std::string textOf(const Json &value)
@@ -31,28 +29,6 @@ std::size_t widestKey(const Json &answers)
 }
 
 } // namespace
-
-std::string escaped(const std::string &text)
-{
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        const auto byte = static_cast<unsigned char>(c);
-        const bool beginsC1 = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-        if (c == '\n') {
-            result += "\\n";
-        } else if (c == '\t') {
-            result += "\\t";
-        } else if (byte < 0x20 || byte == 0x7F || beginsC1) {
-            std::array<char, 8> code{};
-            static_cast<void>(std::snprintf(code.data(), code.size(), "\\x%02x", static_cast<unsigned>(byte)));
-            result += code.data();
-        } else {
-            result += c;
-        }
-    }
-    return result;
-}
 
 void Report::printJson(std::ostream &out, bool onOneLine) const
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/common/Escaped.h"
+
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string>
@@ -15,7 +17,8 @@ class Report
 public:
     void add(const std::string &name, Json answers) { m_parts[name] = std::move(answers); }
 
-    /// One JSON object, on many lines or on one. Bytes that are no UTF-8 come out as U+FFFD.
+    /// One JSON object, on many lines or on one. Bytes that are no UTF-8 come out as U+FFFD, control characters
+    /// escaped.
     void printJson(std::ostream &out, bool onOneLine = false) const;
     /// Aligned text, one answer a line; control characters are escaped.
     void printText(std::ostream &out, bool coloured) const;
@@ -23,8 +26,5 @@ public:
 private:
     Json m_parts = Json::object();
 };
-
-/// `text` with control characters as "\n", "\t" or "\x1b", so that no value can steer the terminal.
-[[nodiscard]] std::string escaped(const std::string &text);
 
 } // namespace inspect

@@ -53,7 +53,7 @@ bool addSections(const std::vector<std::string> &names, Report &report)
     bool problems = false;
     for (const std::string &name : names) {
         if (!named(inspect::sections(), name))
-            throw WrongUse("no section or action called " + inspect::escaped(name));
+            throw WrongUse("no section or action called " + escaped(name));
     }
     for (const Section &section : inspect::sections()) {
         if (!names.empty() && std::find(names.begin(), names.end(), section.name) == names.end())
@@ -94,7 +94,7 @@ int run(std::vector<std::string> arguments)
             return kFine;
         }
         if (option != "--json")
-            throw WrongUse("no option called " + inspect::escaped(option));
+            throw WrongUse("no option called " + escaped(option));
         json = true;
     }
 
@@ -131,7 +131,7 @@ int main(int argc, char *argv[])
         std::cerr << "pdforvell-inspect: " << error.what() << "; see --help\n";
         return kWrongUse;
     } catch (const std::exception &error) {
-        std::cerr << "pdforvell-inspect: " << inspect::escaped(error.what()) << '\n';
+        std::cerr << "pdforvell-inspect: " << escaped(error.what()) << '\n';
         return kSomethingIsWrong;
     }
 }

@@ -1,6 +1,7 @@
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
 #include "account/ui/OndVipInternationFactory.h"
+#include "tools/common/Escaped.h"
 #include "tools/orvell-account/CommandLine.h"
 
 #include <QApplication>
@@ -25,10 +26,10 @@ private:
     CPDFVipSdkAdapter *const m_account = CPDFVipSdkAdapter::GetInstance();
 };
 
-int fail(const std::string &message)
+int fail(const std::string &message, ExitStatus status = kFailed)
 {
-    std::cerr << "orvell-account: " << message << '\n';
-    return kFailed;
+    std::cerr << "orvell-account: " << escaped(message) << '\n';
+    return status;
 }
 
 /// Shows the login dialog until it is closed.
@@ -80,8 +81,7 @@ int main(int argc, char *argv[])
             return login();
         return openPage(command.url);
     } catch (const WrongUse &error) {
-        std::cerr << "orvell-account: " << error.what() << '\n';
-        return kWrongUse;
+        return fail(error.what(), kWrongUse);
     } catch (const std::exception &error) {
         return fail(error.what());
     }

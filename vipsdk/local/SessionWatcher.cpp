@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <system_error>
 
 namespace local_sdk {
 
@@ -60,8 +61,11 @@ void SessionWatcher::start()
     m_stop = false;
     if (m_thread.joinable()) // stopped and started again from a notice
         return;
-    runningWatchers().insert(this);
-    m_thread = std::thread(&SessionWatcher::run, this, m_service.state().value_or(SessionState()));
+    try {
+        m_thread = std::thread(&SessionWatcher::run, this, m_service.state().value_or(SessionState()));
+        runningWatchers().insert(this);
+    } catch (const std::system_error &) { // NOLINT(bugprone-empty-catch): the account works without notices too
+    }
 }
 
 void SessionWatcher::stop()
