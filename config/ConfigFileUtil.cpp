@@ -108,3 +108,8 @@ QString ConfigFileUtil::GetProductVersion()
         return {};
     return QString::fromStdWString(file.Read(L"version", L"date", L""));
 }
+
+bool ConfigFileUtil::IsSound(const QString &path)
+{
+    return ini::readable(path) == path;
+}

@@ -44,4 +44,9 @@ public:
     /// The product's version date: "date" in section "version" of "data/mainversion.ini" in the bundle's resources, as
     /// it stands there; empty when there is none.
     static QString GetProductVersion();
+
+    /// Whether the stores of this library read and write an INI file at all: a regular file of at most 16 MiB in which
+    /// no value is a serialized one ("@Variant(..."), since unpacking what such a value claims to hold may end the
+    /// process. What is not sound counts as empty and is left as it is.
+    static bool IsSound(const QString &path);
 };

@@ -99,6 +99,8 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {log, kLoop, ": cannot be looked at (Too many levels of symbolic links): log lines are lost"},
         {resources + "cfgdata/componentConfig.ini", kMissing, ": missing: names, addresses, ids and switches are the defaults"},
         {resources + "cfgdata/cfgdata.ini", "[s]\nk\n", ": malformed: lines that are neither [section], KEY=VALUE nor ;comment are passed over"},
+        {resources + "data/mainversion.ini", "[version]\ndate=@Variant(\\0)\n", ": too large, or with a serialized value: it is not read"},
+        {bundle.contents("MacOS/orvell-account"), "", ": missing or not executable: account pages cannot be opened"},
         {resources + "ressrc/chs/upnest.svr", kFolder, ": no regular file: there is no distribution data"},
         {resources + "data/mainversion.ini", std::string("[version]\0", 10), ": binary, no text: what it says is lost"},
         {resources + "data/help.pdf", "", ": no PDF document: the welcome document is not brought up to date"},

@@ -1,5 +1,6 @@
 #include "tools/inspect/Doctor.h"
 
+#include "config/CPDFEdition.h"
 #include "config/GlobalConfigFile.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
@@ -16,6 +17,7 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <unistd.h>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -140,6 +142,15 @@ void checkBundle(Findings &findings)
         findings.problem(plist, "CFBundleName or CFBundleIdentifier is missing");
 }
 
+void checkAccountHelper(Findings &findings)
+{
+    CPDFEdition *edition = CPDFEdition::GetInstance();
+    edition->Initialize(edition->GetEdition());
+    const std::string path = QString::fromStdWString(edition->GetParentAppDir()).toStdString() + "orvell-account";
+    if (typeOf(path) != fs::file_type::regular || ::access(path.c_str(), X_OK) != 0)
+        findings.problem(path, "missing or not executable: account pages cannot be opened");
+}
+
 void checkMissingUserData(const fs::path &directory, Findings &findings)
 {
     fs::path existing = directory;
@@ -236,8 +247,8 @@ void Findings::note(const std::string &file, const std::string &what)
 Json examination()
 {
     Findings findings;
-    for (const auto check : {checkBundle, checkGlobalFile, checkBundledFiles, checkUserData, checkStores, checkLog,
-                             checkTemporaryFolder, checkBookmarks, checkContainer})
+    for (const auto check : {checkBundle, checkAccountHelper, checkGlobalFile, checkBundledFiles, checkUserData,
+                             checkStores, checkLog, checkTemporaryFolder, checkBookmarks, checkContainer})
         check(findings);
     return {{"problems", findings.problems()}, {"notes", findings.notes()}};
 }

@@ -1,5 +1,6 @@
 #include "tools/inspect/FileChecks.h"
 
+#include "config/ConfigFileUtil.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacGlobalSetting.h"
@@ -64,6 +65,8 @@ void checkContent(const std::string &path, Form form, const std::string &loss, F
         findings.problem(path, "no PDF document" + loss);
     else if (form != Form::pdf && content.find('\0') != std::string::npos)
         findings.problem(path, "binary, no text: what it says is lost");
+    else if (form == Form::ini && !ConfigFileUtil::IsSound(QString::fromStdString(path)))
+        findings.problem(path, "too large, or with a serialized value: it is not read");
     else if (form == Form::ini && isMalformed(path))
         findings.problem(path, "malformed: lines that are neither [section], KEY=VALUE nor ;comment are passed over");
 }

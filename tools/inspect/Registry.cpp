@@ -1,5 +1,6 @@
 #include "tools/inspect/Registry.h"
 
+#include "config/ConfigFileUtil.h"
 #include "config/MacConfigPath.h"
 #include "config/MacReg.h"
 #include "paths/PathUtils.h"
@@ -85,8 +86,8 @@ void requireSaved(const QString &key)
     const QString path = QDir::cleanPath(QString::fromStdString(registryFolder()) + key + QStringLiteral(".ini"));
     const QTemporaryDir folder; // a copy, since this process remembers what it could not write
     const QString copy = folder.filePath(QStringLiteral("copy.ini"));
-    bool isSaved = QFileInfo(path).isFile() && QFile::copy(path, copy);
-    const QSettings saved(copy, QSettings::IniFormat);
+    bool isSaved = ConfigFileUtil::IsSound(path) && QFile::copy(path, copy);
+    const QSettings saved(isSaved ? copy : QString(), QSettings::IniFormat);
     for (const QString &name : registry.names())
         isSaved = isSaved && saved.value(name) == registry.value(name);
     if (!isSaved)
