@@ -129,7 +129,9 @@ void OndVipLoginUI::initUI()
 {
     m_ui->backgroundLabel->setStyleSheet(kBackgroundSheet);
     m_ui->backgroundLabel->setScaledContents(true);
-    const QPixmap background(imagePath("login_dlg_back_ground.png"));
+    // Of itself Qt looks for the dense image only where it loads icons.
+    const bool isDense = qApp->devicePixelRatio() > 1;
+    const QPixmap background(imagePath(isDense ? "login_dlg_back_ground@2x.png" : "login_dlg_back_ground.png"));
     m_ui->backgroundLabel->setPixmap(getRoundedPixmap(background, kCornerRadius));
     m_ui->logoLabel->setPixmap(svgPixmap(imagePath("logo_72x72.svg"), kLogoSize));
     m_ui->closeButton->setStyleSheet(kCloseSheet);
