@@ -1,10 +1,10 @@
 #include "account/ui/OndVipLoginUI.h"
 
 #include "account/OndVipGeneratorUtil.h"
+#include "paths/platform/Announcement.h"
 #include "ui_OndVipLoginUI.h"
 #include "vipsdk/include/VipSdkDefine.h"
 
-#include <QAccessible>
 #include <QAction>
 #include <QDesktopServices>
 #include <QIconEngine>
@@ -201,8 +201,7 @@ void OndVipLoginUI::showResult(bool success, int code)
 void OndVipLoginUI::showError(const QString &text)
 {
     m_ui->errorLabel->setText(text);
-    QAccessibleEvent announcement(m_ui->errorLabel, QAccessible::Alert);
-    QAccessible::updateAccessibility(&announcement);
+    platform::announce(m_ui->errorLabel, text);
 }
 
 bool OndVipLoginUI::eventFilter(QObject *watched, QEvent *event)

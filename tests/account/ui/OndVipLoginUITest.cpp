@@ -89,6 +89,7 @@ TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
             m_answer.release();
             ASSERT_TRUE(login.waitForFailure()) << code;
             EXPECT_EQ(login.error(), QString("Login failed, ") + message);
+            EXPECT_EQ(test::fakePlatform().announcements.back(), login.error());
             EXPECT_EQ(login.loginButton()->text(), "Log in / Sign up");
             EXPECT_EQ(cutTexts(*login.dialog), QStringList());
         }
