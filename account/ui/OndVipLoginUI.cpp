@@ -169,6 +169,8 @@ void OndVipLoginUI::on_loginButton_clicked()
     }
     m_ui->errorLabel->clear();
     m_ui->loginButton->setText(tr("Logging in..."));
+    if (m_ui->loginButton->hasFocus())
+        m_ui->passwordLineEdit->setFocus(); // where a failure is put right; disabled, it would pass the focus on
     m_ui->loginButton->setEnabled(false);
     GlobalRequestTaskMgr::getInstance()->requestLogin(email, password);
 }
