@@ -13,8 +13,9 @@ ONDPDFTOOLUTILS_EXPORT bool installTranslatorImpl(const QString &path);
 class ONDPDFTOOLUTILS_EXPORT OndVipInternationFactory
 {
 public:
-    /// The process's only instance. The first call installs the dialog's translations, which needs an application
-    /// object: Chinese, and English before it, which therefore wins.
+    /// The process's only instance. The first call installs the dialog's translations: Chinese, and English before it,
+    /// which therefore wins. They are the application object's: without one they are left out, and later calls do not
+    /// make up for it.
     static OndVipInternationFactory *instance();
 
     OndVipInternationFactory(const OndVipInternationFactory &) = delete;
@@ -28,9 +29,10 @@ public:
     /// Drops the requests that have not started. To be called before Unitial().
     void NotifyStop();
 
-    /// Shows the login dialog and returns when it is closed; the arguments are those of OpenVipGUIPage(). Whether the
-    /// dialog's result is other than 0, which it never is: it closes itself after a login as the user closes it. Who
-    /// wants to know asks CPDFVipSdkAdapter::IsLogin(), or is told by its callbacks.
+    /// Shows the login dialog and returns when it is closed; the arguments are those of OpenVipGUIPage(). Needs a
+    /// QApplication; not to be called again before it returns. Whether the dialog's result is other than 0, which it
+    /// never is: it closes itself after a login as the user closes it. Who wants to know asks
+    /// CPDFVipSdkAdapter::IsLogin(), or is told by its callbacks.
     bool showOndVipLoginUI(IPDFVipSdkAdapter::VIP_GUI_PAGE page, int from, int fid, bool logoutForever,
                            IPDFVipSdkAdapter::VIP_PRIVILEGE privilege);
 

@@ -1,10 +1,10 @@
 #include "account/ui/OndVipLoginUI.h"
 
 #include "account/OndVipGeneratorUtil.h"
+#include "paths/platform/Announcement.h"
 #include "ui_OndVipLoginUI.h"
 #include "vipsdk/include/VipSdkDefine.h"
 
-#include <QAccessible>
 #include <QAction>
 #include <QDesktopServices>
 #include <QIconEngine>
@@ -129,7 +129,9 @@ void OndVipLoginUI::initUI()
 {
     m_ui->backgroundLabel->setStyleSheet(kBackgroundSheet);
     m_ui->backgroundLabel->setScaledContents(true);
-    const QPixmap background(imagePath("login_dlg_back_ground.png"));
+    // Of itself Qt looks for the dense image only where it loads icons.
+    const bool isDense = qApp->devicePixelRatio() > 1;
+    const QPixmap background(imagePath(isDense ? "login_dlg_back_ground@2x.png" : "login_dlg_back_ground.png"));
     m_ui->backgroundLabel->setPixmap(getRoundedPixmap(background, kCornerRadius));
     m_ui->logoLabel->setPixmap(svgPixmap(imagePath("logo_72x72.svg"), kLogoSize));
     m_ui->closeButton->setStyleSheet(kCloseSheet);
@@ -167,6 +169,8 @@ void OndVipLoginUI::on_loginButton_clicked()
     }
     m_ui->errorLabel->clear();
     m_ui->loginButton->setText(tr("Logging in..."));
+    if (m_ui->loginButton->hasFocus())
+        m_ui->passwordLineEdit->setFocus(); // where a failure is put right; disabled, it would pass the focus on
     m_ui->loginButton->setEnabled(false);
     GlobalRequestTaskMgr::getInstance()->requestLogin(email, password);
 }
@@ -199,8 +203,7 @@ void OndVipLoginUI::showResult(bool success, int code)
 void OndVipLoginUI::showError(const QString &text)
 {
     m_ui->errorLabel->setText(text);
-    QAccessibleEvent announcement(m_ui->errorLabel, QAccessible::Alert);
-    QAccessible::updateAccessibility(&announcement);
+    platform::announce(m_ui->errorLabel, text);
 }
 
 bool OndVipLoginUI::eventFilter(QObject *watched, QEvent *event)

@@ -9,9 +9,9 @@
 class Ui_OndVipLoginUI;
 
 /// The login dialog: asks for e-mail address and password, logs in on the thread of the requests (GlobalRequestTaskMgr)
-/// and closes when that succeeded; an unknown address makes an account. Application-modal; deletes itself when it is
-/// closed, so that it is made with new. To be made after OndVipInternationFactory::Initial() and used on the thread of
-/// the user interface.
+/// and closes when that succeeded; an unknown address makes an account. Return logs in, Escape closes, a screen reader
+/// announces errors. Application-modal; deletes itself when it is closed, so that it is made with new. To be made after
+/// OndVipInternationFactory::Initial() and used on the thread of the user interface.
 ///
 /// It may be closed while a login is under way, which goes on; its result is for the dialog that is open by then, or
 /// for nobody. One dialog at a time: it is the login callback of the requests for as long as it lives, and leaves none

@@ -1,5 +1,6 @@
 #include "tests/support/FakePlatform.h"
 
+#include "paths/platform/Announcement.h"
 #include "paths/platform/Applications.h"
 #include "paths/platform/Bookmark.h"
 #include "paths/platform/Bundle.h"
@@ -206,6 +207,11 @@ ResolvedBookmark resolveBookmark(const std::vector<unsigned char> &data, unsigne
 void systemLog(const std::string &message)
 {
     fakePlatform().systemLog.push_back(message);
+}
+
+void announce(QWidget * /*source*/, const QString &text)
+{
+    fakePlatform().announcements.push_back(text);
 }
 
 void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)

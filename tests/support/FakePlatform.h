@@ -57,6 +57,7 @@ struct FakePlatform
     std::vector<std::string> accesses;
     std::vector<std::string> systemLog;
 
+    std::vector<QString> announcements;
     std::vector<QString> submenuItems;
     std::pair<double, double> screenSize;
     double secondsSinceLastInput = 0;

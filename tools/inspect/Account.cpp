@@ -84,6 +84,7 @@ Json loginByDialog()
     int argc = 1;
     char name[] = "pdforvell-inspect";
     char *argv[] = {name, nullptr};
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     const QApplication application(argc, argv);
     OndVipInternationFactory *factory = OndVipInternationFactory::instance();
     factory->Initial();

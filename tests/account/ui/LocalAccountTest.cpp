@@ -12,6 +12,7 @@ TEST(LocalAccount, IsMadeUsedAndLeftAloneByTheDialog)
 {
     const test::TempDir home;
     qputenv("ONDVIPSDK_DATA_DIR", home.path().c_str());
+    qputenv("QT_SCALE_FACTOR", "2");
     int argumentCount = 1;
     char name[] = "test";
     char *arguments[] = {name, nullptr};
@@ -20,6 +21,7 @@ TEST(LocalAccount, IsMadeUsedAndLeftAloneByTheDialog)
     factory->Initial();
 
     runLoginDialog([](const LoginDialog &login) {
+        EXPECT_EQ(login.find<QLabel>("backgroundLabel")->pixmap(Qt::ReturnByValue).devicePixelRatio(), 2);
         login.logIn("new@example.com", "secret");
         EXPECT_TRUE(login.waitForEnd());
     });

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "account/ui/ClickableLabel.h"
 #include "tests/account/ui/LoginDialog.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScriptedSdk.h"
@@ -89,7 +90,9 @@ TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
             m_answer.release();
             ASSERT_TRUE(login.waitForFailure()) << code;
             EXPECT_EQ(login.error(), QString("Login failed, ") + message);
+            EXPECT_EQ(test::fakePlatform().announcements.back(), login.error());
             EXPECT_EQ(login.loginButton()->text(), "Log in / Sign up");
+            EXPECT_EQ(login.dialog->focusWidget()->objectName(), "passwordLineEdit");
             EXPECT_EQ(cutTexts(*login.dialog), QStringList());
         }
         EXPECT_EQ(m_seen, L" A@b/p%1 ") << "as entered";
@@ -133,7 +136,7 @@ TEST_F(Login, IsDraggedFromTheStartDistanceOn)
 {
     runLoginDialog([](const LoginDialog &login) {
         QWindow *window = login.dialog->windowHandle();
-        const QPoint start = login.dialog->pos(), press(20, 450), little(3, -2), far(40, 30);
+        const QPoint start = login.dialog->pos(), press(20, 450), little(5, -4), far(-6, 4);
         const auto drag = [&](QPoint moved, QPoint released) {
             QTest::mousePress(window, Qt::LeftButton, {}, press);
             QTest::mouseMove(window, press + moved);
@@ -143,8 +146,30 @@ TEST_F(Login, IsDraggedFromTheStartDistanceOn)
         EXPECT_EQ(drag(little, little), QPoint()) << "a click";
         EXPECT_EQ(drag(far, {}), far) << "the window follows the mouse";
         EXPECT_EQ(drag(far, little), 2 * far + little);
-        QTest::mouseMove(window, press + far);
-        EXPECT_EQ(login.dialog->pos() - start, 2 * far + little) << "released";
+
+        ClickableLabel label("takes the mouse", login.dialog);
+        label.setGeometry({press, label.sizeHint()});
+        label.show();
+        const QSignalSpy clicks(&label, &ClickableLabel::clicked);
+        EXPECT_EQ(drag(far, far), 2 * far + little);
+        EXPECT_EQ(clicks.size(), 1);
+        QMouseEvent late(QEvent::MouseMove, press + far, Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(login.dialog, &late);
+        EXPECT_EQ(login.dialog->pos() - start, 2 * far + little) << "not pressed";
+    });
+}
+
+TEST_F(Login, HasRoundCornersAndPalePlaceholders)
+{
+    runLoginDialog([](const LoginDialog &login) {
+        const QImage image = login.dialog->grab().toImage();
+        EXPECT_TRUE(image.pixelColor(1, 1).alpha() == 0 && image.pixelColor(1, 12).alpha() == 255);
+        for (auto *edit : login.dialog->findChildren<QLineEdit *>()) {
+            edit->setStyleSheet(edit->styleSheet() + ' '); // sets the palette anew
+            edit->grab();
+            for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+                EXPECT_EQ(edit->palette().color(group, QPalette::PlaceholderText), QColor("#CCCCCC")) << group;
+        }
     });
 }
 

@@ -1,0 +1,14 @@
+#include "paths/platform/Announcement.h"
+
+#include <QAccessible>
+#include <QWidget>
+
+namespace platform {
+
+void announce(QWidget *source, const QString & /*text*/)
+{
+    QAccessibleEvent alert(source, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+} // namespace platform
