@@ -12,14 +12,6 @@
 using test::eventually;
 using test::scriptedSdk;
 
-namespace {
-
-class OtherData : public vip_sdk::IVipTelemData
-{
-};
-
-} // namespace
-
 TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
 {
     const std::wstring producers = L"ABCD";
@@ -35,7 +27,9 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
         reported[event[0]].push_back(event);
         ++count;
     };
-    OtherData other;
+    struct : vip_sdk::IVipTelemData
+    {
+    } other;
     TelemThread thread;
     thread.start();
     thread.add(&other);
@@ -43,14 +37,10 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
     thread.add(new VipTelemData(L"first"));
     ASSERT_TRUE(eventually([&] { return reporting.load(); }));
 
-    std::vector<std::thread> threads;
-    for (const wchar_t producer : producers)
-        threads.emplace_back([&thread, producer] {
-            for (int i = 10'000; i < 11'000; ++i)
-                thread.add(new VipTelemData(producer + std::to_wstring(i)));
-        });
-    for (std::thread &each : threads)
-        each.join();
+    test::onThreads(4, [&](int producer) {
+        for (int i = 10'000; i < 11'000; ++i)
+            thread.add(new VipTelemData(producers[producer] + std::to_wstring(i)));
+    });
     EXPECT_TRUE(!thread.isListEmpty() && count == 0) << "the first report still runs";
     released = true;
     EXPECT_TRUE(eventually([&] { return count == 4001; }));

@@ -36,6 +36,11 @@ void FakeBundle::writeGlobalFile(const std::string &content) const
     writeFile(m_dir / "Foo.app/Contents/Resources/mk.dat", content);
 }
 
+void FakeBundle::writeRegistry(const std::string &content) const
+{
+    writeFile(m_dir / "support/Foo/reg/common.ini", "[product]\n" + content);
+}
+
 std::string FakeBundle::makeUserDataDir() const
 {
     std::string path = m_dir / "support/Foo/";
@@ -51,17 +56,16 @@ using test::fakePlatform;
 
 namespace {
 
-std::string valueOf(const std::string &dictionary, const std::string &key)
+bool contains(const std::vector<std::string> &all, const std::string &text)
 {
-    return fakePlatform().info[dictionary][key];
+    return std::find(all.begin(), all.end(), text) != all.end();
 }
 
 } // namespace
 
 bool isApplicationInstalled(const std::string &bundleId)
 {
-    const std::vector<std::string> &installed = fakePlatform().installedApplications;
-    return std::find(installed.begin(), installed.end(), bundleId) != installed.end();
+    return contains(fakePlatform().installedApplications, bundleId);
 }
 
 ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
@@ -94,17 +98,17 @@ std::string bundleIdentifier()
 
 std::string bundleInfo(const std::string &key)
 {
-    return valueOf("", key);
+    return bundleInfo({}, key);
 }
 
 std::string bundleInfo(const std::string &bundlePath, const std::string &key)
 {
-    return valueOf(bundlePath, key);
+    return fakePlatform().info[bundlePath][key];
 }
 
 std::string propertyListInfo(const std::string &plistPath, const std::string &key)
 {
-    return valueOf(plistPath, key);
+    return bundleInfo(plistPath, key);
 }
 
 std::string applicationSupportDirectory()
@@ -124,8 +128,7 @@ std::string groupContainer(const std::string &groupId)
 
 bool isApplicationRunning(const std::string &bundleId)
 {
-    const std::vector<std::string> &running = fakePlatform().runningApplications;
-    return std::find(running.begin(), running.end(), bundleId) != running.end();
+    return contains(fakePlatform().runningApplications, bundleId);
 }
 
 bool openUrl(const std::string &url)
@@ -183,8 +186,7 @@ void synchroniseUserDefaults()
 
 CreatedBookmark createBookmark(const std::string &path, unsigned long options)
 {
-    const std::vector<std::string> &without = fakePlatform().pathsWithoutBookmark;
-    if (std::find(without.begin(), without.end(), path) != without.end())
+    if (contains(fakePlatform().pathsWithoutBookmark, path))
         return {{}, "no bookmark"};
     const std::string text = std::to_string(options) + ":" + path;
     return {{text.begin(), text.end()}, {}};

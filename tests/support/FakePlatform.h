@@ -80,6 +80,8 @@ public:
     [[nodiscard]] std::string operator/(const std::string &name) const { return m_dir / name; }
     /// Writes "mk.dat" of Foo.app.
     void writeGlobalFile(const std::string &content) const;
+    /// Writes section "product" of key "common" of the registry.
+    void writeRegistry(const std::string &content) const;
     /// The folder of the user's data outside the sandbox, made on disk.
     [[nodiscard]] std::string makeUserDataDir() const;
 
