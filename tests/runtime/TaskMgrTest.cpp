@@ -60,14 +60,6 @@ TEST(TaskMgr, RunsInPushOrderWhateverThePriorities)
     EXPECT_EQ(ran, "abcd-pushed by a task");
 }
 
-TEST(TaskMgr, HigherPriorityComesFirstForCallersThatSort)
-{
-    const auto low = task(nullptr), high = task(nullptr);
-    high->setPriority(1);
-    EXPECT_TRUE((*low)(*high, *low));
-    EXPECT_FALSE((*low)(*low, *high) || (*low)(*low, *low));
-}
-
 TEST(TaskMgr, ManyProducersLoseNothingAndKeepTheirOrder)
 {
     constexpr int producers = 4;

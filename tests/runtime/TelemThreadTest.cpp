@@ -12,6 +12,14 @@
 using test::eventually;
 using test::scriptedSdk;
 
+namespace {
+
+class OtherData : public vip_sdk::IVipTelemData
+{
+};
+
+} // namespace
+
 TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
 {
     const std::wstring producers = L"ABCD";
@@ -27,9 +35,7 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
         reported[event[0]].push_back(event);
         ++count;
     };
-    struct : vip_sdk::IVipTelemData
-    {
-    } other;
+    OtherData other;
     TelemThread thread;
     thread.start();
     thread.add(&other);

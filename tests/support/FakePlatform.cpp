@@ -63,6 +63,48 @@ bool contains(const std::vector<std::string> &all, const std::string &text)
 
 } // namespace
 
+// No test depends on what these do.
+
+std::string bundleIdentifier()
+{
+    return {};
+}
+
+std::pair<double, double> mainScreenSize()
+{
+    return {};
+}
+
+bool isApplicationRunning(const std::string & /*bundleId*/)
+{
+    return false;
+}
+
+bool openUrl(const std::string & /*url*/)
+{
+    return false;
+}
+
+bool revealFile(const QString & /*path*/)
+{
+    return false;
+}
+
+// Questions that one of the set answers answers as it stands.
+#define ANSWER(Type, question, field)                                                                                  \
+    Type question()                                                                                                    \
+    {                                                                                                                  \
+        return fakePlatform().field;                                                                                   \
+    }
+ANSWER(std::string, bundleExecutablePath, bundleExecutablePath)
+ANSWER(std::string, bundlePath, bundlePath)
+ANSWER(std::string, applicationSupportDirectory, applicationSupportDirectory)
+ANSWER(std::string, homeDirectoryOfUser, homeDirectoryOfUser)
+ANSWER(std::optional<ReachabilityFlags>, zeroAddressReachability, reachability)
+ANSWER(std::uint64_t, monotonicTicks, ticks)
+ANSWER(double, secondsSinceLastInput, secondsSinceLastInput)
+#undef ANSWER
+
 bool isApplicationInstalled(const std::string &bundleId)
 {
     return contains(fakePlatform().installedApplications, bundleId);
@@ -81,21 +123,6 @@ ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
     return ExecutablePathStatus::ok;
 }
 
-std::string bundleExecutablePath()
-{
-    return fakePlatform().bundleExecutablePath;
-}
-
-std::string bundlePath()
-{
-    return fakePlatform().bundlePath;
-}
-
-std::string bundleIdentifier()
-{
-    return fakePlatform().bundleIdentifier;
-}
-
 std::string bundleInfo(const std::string &key)
 {
     return bundleInfo({}, key);
@@ -111,37 +138,9 @@ std::string propertyListInfo(const std::string &plistPath, const std::string &ke
     return bundleInfo(plistPath, key);
 }
 
-std::string applicationSupportDirectory()
-{
-    return fakePlatform().applicationSupportDirectory;
-}
-
-std::string homeDirectoryOfUser()
-{
-    return fakePlatform().homeDirectoryOfUser;
-}
-
 std::string groupContainer(const std::string &groupId)
 {
     return fakePlatform().groupContainers[groupId];
-}
-
-bool isApplicationRunning(const std::string &bundleId)
-{
-    return contains(fakePlatform().runningApplications, bundleId);
-}
-
-bool openUrl(const std::string &url)
-{
-    if (fakePlatform().opensUrls)
-        fakePlatform().openedUrls.push_back(url);
-    return fakePlatform().opensUrls;
-}
-
-bool revealFile(const QString &path)
-{
-    fakePlatform().revealedFiles.push_back(path);
-    return true;
 }
 
 bool isProcessRunning(int /*processId*/)
@@ -214,26 +213,6 @@ void retitleSubmenuItems(const std::function<std::optional<QString>(const QStrin
 {
     for (QString &item : fakePlatform().submenuItems)
         item = newTitle(item).value_or(item);
-}
-
-std::pair<double, double> mainScreenSize()
-{
-    return fakePlatform().screenSize;
-}
-
-double secondsSinceLastInput()
-{
-    return fakePlatform().secondsSinceLastInput;
-}
-
-std::optional<ReachabilityFlags> zeroAddressReachability()
-{
-    return fakePlatform().reachability;
-}
-
-std::uint64_t monotonicTicks()
-{
-    return fakePlatform().ticks;
 }
 
 Timebase monotonicTimebase()
