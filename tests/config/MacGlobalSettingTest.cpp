@@ -6,7 +6,6 @@
 #include <QLocale>
 #include <gtest/gtest.h>
 #include <identity.h>
-#include <set>
 #include <sys/stat.h>
 #include <tuple>
 
@@ -18,12 +17,10 @@ const std::string kList = R"({"languages": [{"code": "de", "english_name": "Germ
     {"code": "at", "english_name": "German", "show_name": "Deutsch"},
     {"code": "en", "english_name": "English", "show_name": "English"}]})";
 
-class MacGlobalSettingTest : public testing::Test
+struct MacGlobalSettingTest : testing::Test
 {
-protected:
     MacGlobalSettingTest() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Austria)); }
 
-    void becomeInternational() const { m_bundle.writeGlobalFile("[common]\napp_international=1\n"); }
     void writeList(const std::string &content) const { test::writeFile(m_list, content); }
 
     const test::FakeBundle m_bundle;
@@ -46,7 +43,7 @@ TEST_F(MacGlobalSettingTest, DomesticEditionIsChineseWhateverIsStored)
 
 TEST_F(MacGlobalSettingTest, ChoiceComesBeforeTheSystemsLanguage)
 {
-    becomeInternational();
+    m_bundle.writeGlobalFile("[common]\napp_international=1\n");
     writeList(kList);
     EXPECT_EQ(MacGlobalSetting::GetSupportLanguageList(), (std::vector<std::string>{"Deutsch", "Deutsch", "English"}));
     EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "de") << "the first of the same name";
@@ -54,7 +51,7 @@ TEST_F(MacGlobalSettingTest, ChoiceComesBeforeTheSystemsLanguage)
 
     MacGlobalSetting::SetCurrentLanguage("English");
     EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "en");
-    MacGlobalSetting::SetCurrentLanguage("english");
+    MacGlobalSetting::SetCurrentLanguage("deutsch");
     EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "en") << "unknown name, nothing stored";
 }
 
@@ -64,16 +61,13 @@ TEST_F(MacGlobalSettingTest, BadListsEndInTheDefaults)
     const std::string good = R"({"code":"de","english_name":"German","show_name":"d"})";
     const std::tuple<const char *, std::string, std::size_t, const char *> rows[] = {
         {"malformed", list("[" + good), 0, "en"},
-        {"list is no array", list(good), 0, "en"},
         {"members missing or of other types", list(R"([{},{"show_name":5,"english_name":["German"]},)" + good + "]"), 1,
          "de"},
-        {"no code", list(R"([{"english_name":"German","show_name":"d"}])"), 1, "en"},
         {"broken UTF-8", list("[\"\xff\"," + good + "]"), 0, "en"},
         {"nested too deeply", std::string(100'000, '['), 0, "en"},
         {"too large", list("[" + good + "]" + std::string(1 << 20, ' ')), 0, "en"},
     };
-    becomeInternational();
-    EXPECT_EQ(MacGlobalSetting::GetCurrentLanguage(), "en") << "missing";
+    m_bundle.writeGlobalFile("[common]\napp_international=1\n");
     for (const auto &[name, content, count, language] : rows) {
         writeList(content);
         EXPECT_EQ(MacGlobalSetting::GetSupportLanguageList().size(), count) << name;
@@ -86,18 +80,4 @@ TEST_F(MacGlobalSettingTest, BadListsEndInTheDefaults)
     fs::remove(m_list);
     ASSERT_EQ(::mkfifo(m_list.c_str(), 0600), 0);
     EXPECT_TRUE(MacGlobalSetting::GetSupportLanguageList().empty()) << "FIFO without a writer";
-}
-
-TEST_F(MacGlobalSettingTest, ProductsListNamesLanguagesAsTheLocaleLibraryDoes)
-{
-    writeList(test::readFile(OND_PRODUCT_DIR "/resources/cfgdata/language.json"));
-    std::set<std::string> codes;
-    for (const std::string &name : MacGlobalSetting::GetSupportLanguageList()) {
-        std::string code, english;
-        MacGlobalSetting::GetParticularLanguageInfo("show_name", name, "code", code);
-        MacGlobalSetting::GetParticularLanguageInfo("show_name", name, "english_name", english);
-        EXPECT_EQ(QLocale::languageToString(QLocale(QString::fromStdString(code)).language()).toStdString(), english);
-        EXPECT_TRUE(codes.insert(code).second) << code;
-    }
-    EXPECT_GE(codes.size(), 12U);
 }

@@ -1,7 +1,6 @@
 #include "config/PdfReaderProductInfo.h"
 
 #include "config/CPDFEdition.h"
-#include "config/CPDFEditionRegKey.h"
 #include "config/InstallTime.h"
 #include "config/InstallationId.h"
 #include "config/ProductInfoForCooperation.h"
@@ -17,22 +16,11 @@ using test::fakePlatform;
 
 namespace {
 
-class Identity : public testing::Test
+struct Identity : testing::Test
 {
-protected:
-    void writeRegistry(const std::string &values) const
-    {
-        test::writeFile(m_bundle / "support/Foo/reg/common.ini", "[product]\n" + values);
-    }
-
     const test::FakeBundle m_bundle;
     const std::string m_server = m_bundle / "Foo.app/Contents/Resources/ressrc/chs/upnest.svr";
 };
-
-ProductInfo recordOf(int edition)
-{
-    return ProductInfoHelper(static_cast<PDFEdition::EDITION>(edition)).GetProductInfo();
-}
 
 std::string narrow(const std::wstring &text)
 {
@@ -43,30 +31,25 @@ std::string narrow(const std::wstring &text)
 
 TEST_F(Identity, RecordIsThatOfTheStartAndTheMachine)
 {
-    writeRegistry("tid1=1\ntod2=-4\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t)\n");
+    m_bundle.writeRegistry("tid1=1\ntod2=-4\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t)\n");
     fakePlatform().installedApplications = {product::kLumoApp.str(), product::kXunduApp.str()};
     fakePlatform().info[m_bundle / "Foo.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
     const PdfReaderProductInfo *info = PdfReaderProductInfo::GetInstance();
-    writeRegistry("tid1=9\ntryno=9\n");
+    m_bundle.writeRegistry("tid1=9\ntryno=9\n");
     EXPECT_EQ(info->GetTid1(), 1);
-    EXPECT_EQ(info->GetWTod2(), L"-4");
     EXPECT_EQ(info->GetInstallTime(), 4102444800) << "past 32 bits";
     EXPECT_EQ(info->GetUUID(), "a,@b") << "read as a list of two kinds";
     EXPECT_EQ(info->GetSvrid(), "s\t") << "stored as bytes";
-    EXPECT_EQ(info->GetFileVersion(), 31);
     EXPECT_EQ(info->GetTotalFileVersion(), 2050031);
     EXPECT_EQ(info->GetTryNo(), 7);
     EXPECT_EQ(CPDFEdition::GetInstance()->GetTryNo(), 9) << "this one follows";
-    EXPECT_TRUE(info->IsHasLumo() && info->IsHasXundu());
-    EXPECT_FALSE(info->IsHasLumopdf() || info->IsHasHarbo());
+    EXPECT_TRUE(info->IsHasLumo() && info->IsHasXundu() && !info->IsHasLumopdf() && !info->IsHasHarbo());
 }
 
 TEST_F(Identity, PartnersNumbersAreThoseOfTheServerFile)
 {
     const ProductInfoForCooperation missing;
     EXPECT_EQ(missing.GetTid1(7), 7);
-    EXPECT_EQ(missing.GetChanName("x"), "x");
-    EXPECT_EQ(missing.GetUUIDKey(), "uuid");
     EXPECT_EQ(missing.GetUUID("d"), "") << "the default key is that of a registry which is not here";
 
     test::writeFile(m_server,
@@ -77,15 +60,11 @@ TEST_F(Identity, PartnersNumbersAreThoseOfTheServerFile)
     EXPECT_EQ(info.GetChanName(""), "a\\{b}, c");
     EXPECT_FALSE(info.GenerateUUID(nullptr, "x"));
 
-    writeRegistry("tid1=1\ntid2=2\npid=6\ntryno=7\nuuid=a,b\n");
-    for (const int edition : {0, 1, 2, 3, 4, 8}) {
-        EXPECT_EQ(recordOf(edition).tid1, 1) << edition;
-        EXPECT_EQ(recordOf(edition).tryNo, 7) << edition;
-    }
-    const ProductInfo partner = recordOf(PDFEdition::Cooperation);
+    m_bundle.writeRegistry("tid1=1\ntid2=2\npid=6\ntryno=7\nuuid=a,b\n");
+    EXPECT_EQ(ProductInfoHelper(PDFEdition::International).GetProductInfo().tid1, 1);
+    const ProductInfo partner = ProductInfoHelper(PDFEdition::Cooperation).GetProductInfo();
     EXPECT_EQ(partner.tid1, 11);
     EXPECT_EQ(partner.pid, 0) << "no number";
-    EXPECT_EQ(partner.tryNo, 17);
     EXPECT_EQ(partner.tid2, 2) << "not in the server file";
     EXPECT_EQ(partner.uuid, "a,b") << "no registry key is named";
 }
@@ -98,7 +77,6 @@ TEST_F(Identity, TryNumberIsWrittenAndNothingElse)
     info->SetTryNo(3070);
     EXPECT_EQ(test::readFile(m_server), before.substr(0, before.size() - 3) + "3070\r\nchan_name=ü\r\n");
     EXPECT_EQ(info->GetTryNo(), 0) << "the record stays";
-    EXPECT_EQ(info->GetUUID(), "");
     EXPECT_FALSE(fs::exists(m_bundle / "support")) << "looking for the registry does not create it";
 }
 
@@ -109,10 +87,6 @@ TEST(InstallTime, CountsCalendarDays)
     const std::pair<qint64, int> rows[] = {{0, 1}, {-1, 1}, {-2, 2}, {86'398, 1}, {86'399, 0}, {furthest, 0}};
     for (const auto &[seconds, days] : rows)
         EXPECT_EQ(installDays(now.toSecsSinceEpoch() + seconds, now), days) << seconds;
-    EXPECT_EQ(installDays(0, now), QDateTime::fromSecsSinceEpoch(0).daysTo(now) + 1);
-    EXPECT_GT(installDays(-furthest, now), 4'000'000);
-    EXPECT_EQ(PdfReaderProductInfo::SecondToDays(86'399), 0U);
-    EXPECT_EQ(PdfReaderProductInfo::SecondToDays(86'400), 1U);
 }
 
 TEST_F(Identity, InstallationIdsHaveTheFormOfThoseThatExist)
@@ -120,14 +94,10 @@ TEST_F(Identity, InstallationIdsHaveTheFormOfThoseThatExist)
     using namespace installation_id;
     const std::pair<QString, const char *> pieces[] = {
         {randomPiece(42), "00042ld"},
-        {randomPiece(2147483647), "2147483647ld"},
         {uuidPiece(QUuid("{0a0b0c0d-00ef-4abc-80fe-0000000000ff}")), "4ABC00EF0A0B0C0D00EF4abc80FE0000000000FF"},
-        {uuidPiece(QUuid("{0000000d-0000-0000-0000-000000000000}")), "0000000D000000000000000000000000"},
         {timePiece(QDateTime(QDate(2026, 3, 4), QTime(5, 6, 7, 8))), "00806042026050703"},
-        {hostPiece(""), "d41d8cd98f00b204e9800998ecf8427e"},
         {hostPiece("ü"), "c03410a5204b21cd8229ff754688d743"},
         {diskPiece(1234), "0000001234"},
-        {diskPiece(123456789012), "123456789012"},
     };
     for (const auto &[piece, text] : pieces)
         EXPECT_EQ(piece, text);
@@ -142,18 +112,16 @@ TEST(CPDFEdition, FoldersAreFilledOncePerInitialization)
     bundle.writeGlobalFile("[common]\napp_international=1\n");
     CPDFEdition *edition = CPDFEdition::GetInstance();
     const auto dir = [edition] { return narrow(edition->GetPDFDir()); };
+    const std::string first = bundle / "Foo.app/Contents/Library/Bar.app/Contents/MacOS/";
     EXPECT_EQ(dir(), "");
     EXPECT_TRUE(edition->Initialize(PDFEdition::Harbo));
-    const std::string first = bundle / "Foo.app/Contents/Library/Bar.app/Contents/MacOS/";
     EXPECT_EQ(dir(), first);
     EXPECT_EQ(narrow(edition->GetParentAppDir()), bundle / "Foo.app/Contents/MacOS/");
-    EXPECT_EQ(narrow(edition->GetPdfConstCfgPath()), first + "pdfconstcfg.dat");
     EXPECT_EQ(edition->GetEdition(), PDFEdition::Independent) << "not the argument";
     EXPECT_FALSE(edition->IsInternationEdition()) << "not the switch";
 
     fakePlatform().bundleExecutablePath = "/elsewhere/bar";
     EXPECT_TRUE(edition->Initialize(PDFEdition::Harbo));
-    EXPECT_EQ(dir(), first);
     edition->Uninitialize();
     EXPECT_EQ(dir(), first);
     EXPECT_TRUE(edition->Initialize(PDFEdition::Harbo));
@@ -166,9 +134,6 @@ TEST_F(Identity, EditionEightIsNotTheInternationalSwitch)
                     "[product]\nproduct_edition=8\n");
     EXPECT_TRUE(CPDFEdition::GetInstance()->IsInternationEdition());
     EXPECT_FALSE(PdfReaderProductInfo::GetInstance()->IsInternationEdition());
-    std::uint32_t number = 7;
-    EXPECT_EQ(CPDFEditionRegKey(PDFEdition::International, true).QueryDWORDValue(L"b", number), 0);
-    EXPECT_EQ(number, 7U) << "there is no registry";
 }
 
 TEST(CPDFEdition, OutsideABundleTheParentIsTheOwnFolder)

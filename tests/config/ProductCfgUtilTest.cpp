@@ -1,22 +1,17 @@
 #include "config/ProductCfgUtil.h"
 
-#include "config/ProductInfoForCooperation.h"
 #include "runtime/MacGlobalUrl.h"
+#include "tests/support/Eventually.h"
 #include "tests/support/FakePlatform.h"
 
-#include <future>
 #include <gtest/gtest.h>
 #include <identity.h>
-#include <sys/stat.h>
-
-namespace fs = std::filesystem;
 
 namespace {
 
 /// A bundle with a component configuration and an updater's server file.
-class Product : public testing::Test
+struct Product : testing::Test
 {
-protected:
     static const ProductCfgUtil &cfg() { return *SingleTon<ProductCfgUtil>::GetInstance(); }
 
     const test::FakeBundle m_bundle;
@@ -24,45 +19,20 @@ protected:
     const std::string m_server = m_bundle / "Foo.app/Contents/Resources/ressrc/chs/upnest.svr";
 };
 
-class FilledParser : public ProductCfgParser
-{
-public:
-    FilledParser() : ProductCfgParser(Reader) { m_settings["s"] = {{"number", "12"}, {"text", "abc"}, {"empty", ""}}; }
-};
-
 } // namespace
-
-TEST_F(Product, DefaultsWhereNoFileCanBeRead)
-{
-    m_bundle.writeGlobalFile("[common]\napp_international=1\n");
-    for (const std::string &path : {m_component, m_server}) {
-        fs::create_directories(fs::path(path).parent_path());
-        ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-    }
-    EXPECT_EQ(cfg().getProductEdition(), 3);
-    EXPECT_EQ(cfg().getWindowTitle(), "PDF Orvell");
-    EXPECT_EQ(cfg().getOfficalUrl().toStdWString(), MacGlobalUrl::GetOfficeWebsiteUrl());
-    EXPECT_EQ(cfg().getCopyRight().toStdWString(), MacGlobalUrl::GetDefCopyright());
-    EXPECT_TRUE(cfg().getHelpEnable());
-    EXPECT_EQ(cfg().getProductGUID(), "{2014D836-42D5-410E-B5EA-BF0714DAFACB}");
-    EXPECT_EQ(cfg().getProductHost().toStdString(), MacGlobalUrl::GetDefSvrHost(nullptr));
-    EXPECT_EQ(cfg().getInternationReportPrefix(), "pdforvell");
-    EXPECT_EQ(ProductInfoForCooperation().GetTid1(7), 7);
-}
 
 TEST_F(Product, ComponentConfigurationIsUtf8AndServerFileWins)
 {
     test::writeFile(m_component,
                     "\xEF\xBB\xBF[product]\r\nproduct_edition=1\r\nproduct_name=Ünder, & Söhne\r\nis_tv_product=2\r\n"
-                    "is_help_enable=no\r\nreg_name=other\r\nhost=https://h.example\r\n"
+                    "is_help_enable=no\r\nhost=https://h.example\r\n"
                     "[associate]\r\navoid=a|b, c||d|\r\n[product]\r\nvip_id=5\r\n");
     test::writeFile(m_server, "[Common]\nEdition=4\n");
     EXPECT_EQ(cfg().getProductEdition(), 4);
     EXPECT_EQ(cfg().getProductName(), "Ünder, & Söhne");
     EXPECT_TRUE(cfg().isTolvaProduct());
     EXPECT_FALSE(cfg().getHelpEnable()) << "no number reads as 0";
-    EXPECT_EQ(cfg().getVipId(), 5);
-    EXPECT_EQ(cfg().getUninstallRegName(), "other");
+    EXPECT_EQ(cfg().getVipId(), 5) << "of the second section of this name";
     EXPECT_EQ(cfg().getProductHost(), "https://h.example");
     EXPECT_EQ(cfg().getAssociateAvoid(), (QStringList{"a", "b, c", "d"}));
     EXPECT_EQ(cfg().getProductGUID(), "{9567A644-0B88-4A00-B45E-B1D8F8F67710}");
@@ -76,6 +46,7 @@ TEST_F(Product, TestServerGoesBeforeTheConfiguredHost)
     test::writeFile(m_server, "[Common]\nTryNo=1\n");
     EXPECT_EQ(cfg().getProductHost().toStdString(), MacGlobalUrl::GetDefSvrHost(nullptr));
     EXPECT_EQ(cfg().getProductEdition(), 3) << "the server file has none";
+    EXPECT_EQ(cfg().getOfficalUrl().toStdWString(), MacGlobalUrl::GetOfficeWebsiteUrl());
 }
 
 TEST_F(Product, MayBeAskedFromManyThreads)
@@ -84,26 +55,26 @@ TEST_F(Product, MayBeAskedFromManyThreads)
     for (int i = 0; i < 100; ++i)
         content += "[s" + std::to_string(i) + "]\nk=" + std::to_string(i) + "\n";
     test::writeFile(m_component, content);
-    std::vector<std::future<void>> readers(4);
-    for (std::future<void> &reader : readers) {
-        reader = std::async(std::launch::async, [] {
-            for (int i = 0; i < 100; ++i)
-                EXPECT_EQ(cfg().getIntValue(QString("s%1").arg(i), "k", -1), i);
-            EXPECT_EQ(cfg().getProductName(), "a, b");
-        });
-    }
+    test::onThreads(4, [](int) {
+        for (int i = 0; i < 100; ++i)
+            EXPECT_EQ(cfg().getIntValue(QString("s%1").arg(i), "k", -1), i);
+        EXPECT_EQ(cfg().getProductName(), "a, b");
+    });
 }
 
 TEST_F(Product, ParserFallsBackOnlyWhereNothingStands)
 {
-    const FilledParser parser;
+    struct Filled : ProductCfgParser
+    {
+        Filled() : ProductCfgParser(Reader) { m_settings["s"] = {{"number", "12"}, {"text", "abc"}, {"empty", ""}}; }
+    };
+    const Filled parser;
     EXPECT_EQ(parser.GetIntValue("s", "number", 7), 12);
     EXPECT_FALSE(parser.GetBoolValue("s", "text", true)) << "0, not the default";
     EXPECT_EQ(parser.GetIntValue("s", "empty", 7), 7);
     EXPECT_EQ(parser.GetIntValue("S", "number", 7), 7) << "names are case-sensitive";
     EXPECT_EQ(parser.GetStringValue("s", "", "d"), "d");
     EXPECT_EQ(ProductCfgParser(ProductCfgParser::Reader).Init(PDFEdition::Independent, "", ""), 0);
-    EXPECT_EQ(parser.GetTypeNode(static_cast<ProductCfgParser::CfgType>(0)), "reader");
 
     test::writeFile(m_server, "[Common]\nchan_name=vänt %1\n");
     EXPECT_EQ(parser.GetEditionNode(PDFEdition::Cooperation, "x"), "product_vänt %1");

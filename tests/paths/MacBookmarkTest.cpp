@@ -6,16 +6,12 @@
 
 using test::fakePlatform;
 
-namespace {
-
 using Lines = std::vector<std::string>;
 
-void store(const std::string &path, const std::string &data)
+static void store(const std::string &path, const std::string &data)
 {
     fakePlatform().userDefaults["vant_pdf_" + path] = {data.begin(), data.end()};
 }
-
-} // namespace
 
 TEST(MacBookmark, DocumentBringsItsFolderAlong)
 {
@@ -27,7 +23,7 @@ TEST(MacBookmark, DocumentBringsItsFolderAlong)
     fakePlatform().pathsWithoutBookmark.clear();
     EXPECT_TRUE(MacBookmark::createBookmark(dir / "a.pdf"));
     EXPECT_TRUE(MacBookmark::hasBookmark(folder) && MacBookmark::hasBookmark(dir / "a.pdf"));
-    EXPECT_TRUE(MacBookmark::createBookmark(folder + "/") && MacBookmark::hasBookmark(folder + "/"));
+    EXPECT_TRUE(MacBookmark::createBookmark(folder + "/"));
     EXPECT_EQ(fakePlatform().synchronisations, 2) << "an entry is never renewed";
 
     fakePlatform().keepsUserDefaults = false;

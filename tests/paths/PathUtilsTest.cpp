@@ -59,36 +59,28 @@ template <typename Dialog> QString answer(const QString &path, const Dialog &dia
 
 TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
 {
-    make("Foo.app/Contents/Resources/cfgdata/componentConfig.ini", "[product]\nproduct_edition=1\nis_tv_product=1\n");
     EXPECT_EQ(PathUtils::getAppConfigPath(false) + PathUtils::getPreloadImgTempPath(),
               at("support/Foo/config.ini") + at("preloadFlipImg/"));
-    EXPECT_EQ(PathUtils::getWelcomeFilePath(), at("Foo.app/Contents/Resources/data/Welcome_tolva.pdf"));
     EXPECT_NE(PathUtils::writableLocation(QStandardPaths::DocumentsLocation), at("home/Documents"));
     EXPECT_EQ(PathUtils::pathOutsideSandbox(QStandardPaths::DocumentsLocation), at("home/Documents"));
     EXPECT_EQ(QDir(at("")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("Foo.app"));
 
     EXPECT_EQ(PathUtils::getWatermarkDir(), at("support/Foo/watermark/"));
-    EXPECT_FALSE(PathUtils::isSwithToStandard());
     EXPECT_TRUE(fs::is_empty(bundle / "support/Foo"));
-    make("support/Foo/we_cache_cfg.ini", "[tryNoChange]\nswitch=1\n");
-    EXPECT_TRUE(PathUtils::isSwithToStandard());
     for (const auto getter : {PathUtils::getSignatureDir, PathUtils::getSealDir, PathUtils::getRecommendPdfDir,
                               PathUtils::getSaveChatDocContentFileDir, PathUtils::getThumbnailDir}) {
         const QString path = getter();
         EXPECT_TRUE(fs::is_directory(path.toStdString()) && path.startsWith(at("support/Foo/")) && path.endsWith('/'));
     }
-    EXPECT_EQ(PathUtils::GetEditImageBackupDir(), at("backup/vantpdf_hb/"));
-    EXPECT_TRUE(QFile::exists(at("backup/vantpdf_hb")));
+    EXPECT_TRUE(QFile::exists(PathUtils::GetEditImageBackupDir()));
 }
 
 TEST_F(PathUtilsTest, GettersAnswerWithoutABase)
 {
     fs::remove(fakePlatform().executablePath);
-    EXPECT_EQ(PathUtils::getSealDir(), "seal/");
+    EXPECT_EQ(PathUtils::getSealDir() + PathUtils::getThumbnailDir(), "seal/thumbpics/");
     EXPECT_FALSE(QFile::exists("seal"));
-    EXPECT_EQ(PathUtils::getThumbnailDir(), "thumbpics/");
     EXPECT_EQ(PathUtils::getConfigDataPath() + PathUtils::getWelcomeFilePath() + PathUtils::getAppDataDirName(), "");
-    EXPECT_TRUE(PathUtils::checkDirPermission("/"));
 }
 
 TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
@@ -96,14 +88,11 @@ TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
     bundle.writeGlobalFile("[common]\nenable_sbx=1\ngroup_name=g\n");
     fakePlatform().groupContainers["g"] = bundle / "group";
     EXPECT_EQ(PathUtils::getThumbnailDir(), at("group/thumbpics/"));
-    EXPECT_TRUE(QFile::exists(at("group/thumbpics")));
     make("Foo.app/Contents/Resources/data/help.pdf", "help");
     EXPECT_EQ(PathUtils::copyWelcomeFileWithUpdateToWelcomeFile(), 1);
     EXPECT_EQ(PathUtils::getWelcomeFilePath(), at("group/pdfreader/Welcome_zh.pdf"));
     EXPECT_EQ(test::readFile(bundle / "group/pdfreader/Welcome_zh.pdf"), "help");
     EXPECT_EQ(PathUtils::standardLocations(QStandardPaths::DownloadLocation), QStringList(at("home/Downloads")));
-    EXPECT_EQ(PathUtils::writableLocation(QStandardPaths::PicturesLocation),
-              QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
     PathRecorder recorder;
     EXPECT_EQ(PathUtils::getExportDir(nullptr) + PathUtils::getExportDir(&recorder), at("home/Documents"));
 
@@ -116,9 +105,7 @@ TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
 {
     const QString document = make("docs/ü.pdf"), thumbnail = PathUtils::getThumbnailPath(document);
     EXPECT_NE(PathUtils::getThumbnailPath(at("docs/../docs/ü.pdf")), thumbnail);
-    EXPECT_EQ(PathUtils::getRenderCacheImagePath(document, 3, 0), thumbnail);
     EXPECT_EQ(PathUtils::getRenderCacheImagePath(document, 3, 1), PathUtils::getRenderCacheDir(document) + "3");
-    EXPECT_EQ(PathUtils::GetThumbnaiPicPath(at("none")) + PathUtils::GetCachePicPath(document), thumbnail);
     test::writeFile(thumbnail.toStdString(), "");
     for (const int age : {-5, 0, 5}) {
         fs::last_write_time(document.toStdString(),
@@ -133,8 +120,6 @@ TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
 {
     EXPECT_EQ(PathUtils::PathToSuffix("C:\\docs\\file.tar.gz"), "gz");
     EXPECT_EQ(PathUtils::PathToSuffix("/x.y/A") + PathUtils::PathRemoveSuffix("/x.y/B"), "AB");
-    EXPECT_EQ(PathUtils::PathRemoveSuffix("/a/.😀"), "");
-    EXPECT_EQ(PathUtils::getDirPathAlias("/a/b\\😀"), "b\\😀");
     for (const char *path : {"//", "FTP://host", "a//b", "//server/share", "ftp://host"})
         EXPECT_EQ(PathUtils::isNetworkDiskPath(path), QString(path).endsWith("share") || path[0] == 'f') << path;
 
@@ -185,8 +170,7 @@ TEST_F(PathUtilsTest, FoldersLoseNoMoreThanTheyAreTold)
     EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("none"), at("made"), {}) || QFile::exists(at("made")));
     EXPECT_TRUE(PathUtils::copyFilterFileInDir(at("from"), at("to/x"), {"*.txt"}));
     EXPECT_TRUE(QFile::exists(at("to/x/.b.txt")) && test::readFile(bundle / "to/x/a.txt") == "to/x/a.txt");
-    EXPECT_TRUE(!QFile::exists(at("to/x/c.png")) && PathUtils::OpenDirectory(at("from/a.txt")));
-    EXPECT_EQ(fakePlatform().revealedFiles, std::vector<QString>{at("from/a.txt")});
+    EXPECT_FALSE(QFile::exists(at("to/x/c.png")));
 
     for (const char *link : {"link", "to/link"})
         fs::create_directory_symlink(bundle / "from", bundle / link);
@@ -202,7 +186,6 @@ TEST_F(PathUtilsTest, LimitsPicturesAsTheyAreShown)
         {full, ""},
         {full + ' ', "Cannot insert pictures larger than 20M"},
         {"P6 1 10001 255\n", "Cannot insert pictures with a resolution greater than 10000"},
-        {"no picture", ""},
     };
     for (const auto &[content, message] : rows) {
         QString error;
@@ -235,20 +218,4 @@ TEST_F(PathUtilsTest, DialogsRememberTheirFolders)
     }
     EXPECT_EQ(answer("", open(9)), at("other")) << "shares the folder of documents";
     EXPECT_EQ(PathUtils::getExportDir(&recorder), at("other")) << "shares the folder of texts";
-
-    recorder.m_imageDir.clear();
-    const auto save = [&] {
-        return PathUtils::getSaveFileName(PathUtils::PicturePath, "", &recorder, nullptr, "", "", "", nullptr,
-                                          kOptions);
-    };
-    EXPECT_EQ(answer(at("new"), save), "/") << "no folder of last resort";
-    EXPECT_EQ(PathUtils::getSaveFileName(PathUtils::PdfPath, start, nullptr), "") << "nor a dialog without a recorder";
-
-    bundle.writeGlobalFile("[common]\nenable_sbx=1\n");
-    fs::create_directories(bundle / "home/Documents");
-    const auto openSeveral = [] {
-        return PathUtils::getOpenFileNames(PathUtils::PdfPath, "", nullptr, "", "", "", nullptr, kOptions).value(0);
-    };
-    EXPECT_EQ(answer(chosen, openSeveral), at("home/Documents"));
-    EXPECT_EQ(PathRecorder::GetInstance()->m_documentDir, at("other"));
 }

@@ -14,18 +14,12 @@ std::set<std::string> namesMarkedForExport()
 {
     const std::regex mark(R"((class ONDPDFTOOLUTILS_EXPORT (\w+))|(ONDPDFTOOLUTILS_EXPORT [^({;]*?(\w+)\())");
     std::set<std::string> names;
-    for (const char *folder : {"config", "paths", "runtime", "account"}) {
-        const fs::path path = fs::path(OND_TEST_SOURCE_DIR) / folder;
-        if (!fs::exists(path))
-            continue;
-        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(path)) {
-            if (entry.path().extension() != ".h")
-                continue;
-            const std::string text = test::readFile(entry.path());
+    for (const std::string folder : {"config", "paths", "runtime", "account"})
+        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(OND_TEST_SOURCE_DIR "/" + folder)) {
+            const std::string text = entry.path().extension() == ".h" ? test::readFile(entry.path()) : "";
             for (std::sregex_iterator match(text.begin(), text.end(), mark), end; match != end; ++match)
                 names.insert((*match)[2].matched ? (*match)[2] : (*match)[4]);
         }
-    }
     return names;
 }
 

@@ -1,7 +1,6 @@
 #include "runtime/CCmdLineParser.h"
 
 #include <gtest/gtest.h>
-#include <random>
 #include <tuple>
 
 namespace {
@@ -26,21 +25,16 @@ std::string switchesOf(const CCmdLineParser &parser)
 TEST(CCmdLineParser, Grammar)
 {
     const std::tuple<const char *, std::wstring, const char *> rows[] = {
-        {"switches without values", L"-a -b", "[a=][b=]"},
         {"sorted by code unit, not by position", L"-b /Z -a -\u00e9 -aa", "[a=][aa=][b=][z=][é=]"},
-        {"solidus and colon", L"/Path:Value", "[path=Value]"},
-        {"hyphen and equals sign", L"-path=Value", "[path=Value]"},
         {"quoted value", L"-file:\"a b -c.pdf\" -x", "[file=a b -c.pdf][x=]"},
         {"no closing quotation mark", L"-file:\"unterminated -text", "[file=unterminated -text]"},
         {"quotation mark inside a value", L"-a=b\"c d\" -e", "[a=b\"c][e=]"},
-        {"value to the end", L"-a=b:c=d", "[a=b:c=d]"},
         {"delimiters inside a value", L"-a=/x-y -b", "[a=/x-y][b=]"},
         {"one delimiter taken off", L"--name=v", "[-name=v]"},
         {"separator at the very end", L"-a:", "[a=]"},
         {"separator before a space", L"-a= -b", "[a=][b=]"},
-        {"first one counts", L"-a=1 -A=2 -a", "[a=1]"},
+        {"first one counts", L"/a:1 -A=2:=3 -a", "[a=1]"},
         {"no name, value skipped", L"-=\"x -y\" -b", "[b=]"},
-        {"delimiter and space", L"- a", ""},
         {"path", L"/tmp/x y", "[tmp/x=]"},
         {"no delimiter", L"report.pdf", ""},
         {"delimiter at the end", L"x -", ""},
@@ -68,24 +62,22 @@ TEST(CCmdLineParser, CaseOfNames)
 
 TEST(CCmdLineParser, Lookups)
 {
-    const CCmdLineParser parser(L"-n=12 -t=abc -e -m=-7 -b=99999999999");
-    EXPECT_EQ(parser.GetIntVal(L"n", 5), 12);
-    EXPECT_EQ(parser.GetIntVal(L"m", 5), -7);
-    EXPECT_EQ(parser.GetIntVal(L"t", 5), 0) << "no number";
-    EXPECT_EQ(parser.GetIntVal(L"b", 5), 0) << "past the range";
-    EXPECT_EQ(parser.GetIntVal(L"e", 5), 5) << "no value";
-    EXPECT_EQ(parser.GetIntVal(L"x", 5), 5) << "not given";
-    EXPECT_TRUE(parser.HasKey(L"e") && !parser.HasVal(L"e") && parser.HasVal(L"t"));
-
-    QString value = "kept";
-    EXPECT_FALSE(parser.GetVal(L"x", value));
-    EXPECT_EQ(value, "kept");
-    EXPECT_TRUE(parser.GetVal(L"e", value));
-    EXPECT_EQ(value, "");
-
-    QString key = "emptied";
-    value = "kept";
-    auto end = std::next(parser.getFirst(), 5);
+    const CCmdLineParser parser(L"-n=-12 -t=abc -e -b=99999999999");
+    const std::tuple<const wchar_t *, int, bool, bool> rows[] = {
+        // asked with the default 5, key, value
+        {L"n", -12, true, true}, {L"t", 0, true, true},   {L"b", 0, true, true},
+        {L"e", 5, true, false},  {L"x", 5, false, false}, {nullptr, 5, false, false},
+    };
+    for (const auto &[name, number, hasKey, hasValue] : rows) {
+        QString value = "kept";
+        EXPECT_EQ(parser.GetIntVal(name, 5), number) << name;
+        EXPECT_EQ(parser.HasKey(name), hasKey) << name;
+        EXPECT_EQ(parser.HasVal(name), hasValue) << name;
+        EXPECT_EQ(parser.GetVal(name, value), hasKey) << name;
+        EXPECT_EQ(value == "kept", !hasKey) << name;
+    }
+    QString key = "emptied", value = "kept";
+    auto end = std::next(parser.getFirst(), 4);
     EXPECT_TRUE(parser.isLast(parser.getNext(end, key, value)));
     EXPECT_EQ(key + value, "kept");
 }
@@ -96,12 +88,9 @@ TEST(CCmdLineParser, NullChangesNothing)
     parser.Parse(L"-a=1");
     EXPECT_FALSE(parser.Parse(nullptr));
     EXPECT_EQ(switchesOf(parser), "[a=1]");
-    EXPECT_FALSE(parser.HasKey(nullptr) || parser.HasVal(nullptr));
-    EXPECT_EQ(parser.GetVal(nullptr), "");
-    EXPECT_EQ(parser.GetIntVal(nullptr, 5), 5);
 }
 
-TEST(CCmdLineParser, HugeAndRandomLinesEnd)
+TEST(CCmdLineParser, HugeLinesEnd)
 {
     for (const wchar_t *pattern : {L"-", L"/ ", L"-:", L"-a=\"", L"\"", L"-\U0010FFFF=", L"x"}) {
         std::wstring line;
@@ -109,11 +98,4 @@ TEST(CCmdLineParser, HugeAndRandomLinesEnd)
             line += pattern;
         CCmdLineParser(line.c_str());
     }
-
-    std::mt19937 random(7); // NOLINT(cert-msc51-cpp): the same text every time
-    const std::wstring alphabet = L"-/ :=\"aA\u0130\u00e9\U0001F600\xD800\xDFFF" + std::wstring{kInvalid, wchar_t(-1)};
-    std::wstring line;
-    while (line.size() < 1'000'000)
-        line += alphabet[random() % alphabet.size()];
-    EXPECT_TRUE(CCmdLineParser().Parse(line.c_str()));
 }

@@ -1,35 +1,57 @@
 #include "runtime/CommonFileLog.h"
 
-#include "config/MacConfigPath.h"
+#include "tests/support/Eventually.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/OwnProcess.h"
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <fcntl.h>
+#include <fstream>
+#include <numeric>
 #include <regex>
-#include <sstream>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
-using test::FakeBundle;
+namespace {
 
-TEST(CommonFileLog, OffWithoutFileAndSwitch)
+struct CommonFileLogTest : testing::Test
 {
-    const FakeBundle bundle;
-    const std::string data = bundle.makeUserDataDir();
-    CommonFileLog::WriteLog("lost");
-    EXPECT_FALSE(CommonFileLog::IsLogEnable());
-    EXPECT_TRUE(fs::is_empty(data));
+    const test::FakeBundle bundle;
+    const std::string log = bundle.makeUserDataDir() + "foo.log";
+};
+
+/// A message whose end can be told from its beginning: "<number>:<length> xxxx".
+std::string messageOf(int number)
+{
+    const int length = static_cast<int>(number * 7919LL % 20'000);
+    return std::to_string(number) + ":" + std::to_string(length) + " " + std::string(length, 'x');
 }
 
-TEST(CommonFileLog, PresenceOfTheFileSwitchesOnAndOffAtOnce)
+/// The numbers of the messages in a log, sorted, all of them whole. A torn line is joined to the next and gives way to
+/// it.
+std::vector<int> wholeMessages(const std::string &log)
 {
-    const FakeBundle bundle;
-    const std::string log = bundle.makeUserDataDir() + "foo.log";
+    std::vector<int> numbers;
+    std::ifstream file(log);
+    for (std::string line; std::getline(file, line);) {
+        const std::string message = line.substr(line.rfind("]  ") + 3);
+        numbers.push_back(std::atoi(message.c_str()));
+        EXPECT_TRUE(message == messageOf(numbers.back())) << message.substr(0, 40);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+} // namespace
+
+TEST_F(CommonFileLogTest, PresenceOfTheFileSwitchesOnAndOffAtOnce)
+{
+    EXPECT_FALSE(CommonFileLog::IsLogEnable());
     CommonFileLog::WriteLog("lost");
+    EXPECT_FALSE(fs::exists(log));
     test::writeFile(log, "kept\n");
     EXPECT_TRUE(CommonFileLog::IsLogEnable());
     CommonFileLog::WriteLog(L"Grüße \U0001F600");
@@ -44,42 +66,37 @@ TEST(CommonFileLog, PresenceOfTheFileSwitchesOnAndOffAtOnce)
     fs::remove(log);
     CommonFileLog::WriteLog("lost again");
     EXPECT_FALSE(fs::exists(log));
+    fs::create_symlink(log, log);
+    CommonFileLog::WriteLog("lost too");
+    EXPECT_THROW(static_cast<void>(CommonFileLog::IsLogEnable()), fs::filesystem_error) << "undecidable";
 }
 
-TEST(CommonFileLog, ForkedChildWritesItsOwnProcessId)
+TEST_F(CommonFileLogTest, ForkedChildWritesItsOwnProcessId)
 {
-    const FakeBundle bundle;
-    const std::string log = bundle.makeUserDataDir() + "foo.log";
     test::writeFile(log, "");
     CommonFileLog::WriteLog("parent");
-    const pid_t child = ::fork();
-    if (child == 0) {
+    EXPECT_TRUE(test::succeedsInOwnProcess([&] {
         CommonFileLog::WriteLog("child");
-        ::_exit(0);
-    }
-    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-    const std::regex expected(" \\[pid:" + std::to_string(child) + " tid:0x[0-9a-f]+\\]  child\n");
-    EXPECT_TRUE(std::regex_search(test::readFile(log), expected)) << test::readFile(log);
+        const std::regex expected(" \\[pid:" + std::to_string(::getpid()) + " tid:0x[0-9a-f]+\\]  child\n");
+        EXPECT_TRUE(std::regex_search(test::readFile(log), expected)) << test::readFile(log);
+    }));
 }
 
-TEST(CommonFileLog, SwitchedOnItCreatesTheFileButNotItsFolder)
+TEST_F(CommonFileLogTest, SwitchedOnItCreatesTheFileButNotItsFolder)
 {
-    const FakeBundle bundle;
+    fs::remove_all(bundle / "support");
     bundle.writeGlobalFile("[common]\nenable_log=1\n");
     CommonFileLog::WriteLog("lost");
     EXPECT_FALSE(fs::exists(bundle / "support"));
 
-    const std::string log = bundle.makeUserDataDir() + "foo.log";
+    static_cast<void>(bundle.makeUserDataDir());
     CommonFileLog::WriteLog("first");
     EXPECT_NE(test::readFile(log).find("]  first\n"), std::string::npos);
 }
 
-TEST(CommonFileLog, WhatIsNoFileIsNeitherWaitedForNorFatal)
+TEST_F(CommonFileLogTest, WhatIsNoFileIsNeitherWaitedForNorFatal)
 {
-    const FakeBundle bundle;
     bundle.writeGlobalFile("[common]\nenable_log=1\n");
-    const std::string log = bundle.makeUserDataDir() + "foo.log";
-
     fs::create_directory(log);
     CommonFileLog::WriteLog("into a folder");
     EXPECT_TRUE(fs::is_empty(log));
@@ -89,12 +106,10 @@ TEST(CommonFileLog, WhatIsNoFileIsNeitherWaitedForNorFatal)
     CommonFileLog::WriteLog("nobody reads");
 
     const int reader = ::open(log.c_str(), O_RDONLY | O_NONBLOCK);
-    const std::string longMessage(1 << 20, 'x');
-    CommonFileLog::WriteLog(longMessage);
+    CommonFileLog::WriteLog(std::string(1 << 20, 'x'));
     CommonFileLog::WriteLog("the pipe is full");
     char first = 0;
     EXPECT_EQ(::read(reader, &first, 1), 1) << "a reader gets what fits";
-    ::close(reader);
     fs::remove(log);
 
     fs::create_symlink("/dev/full", log);
@@ -104,41 +119,52 @@ TEST(CommonFileLog, WhatIsNoFileIsNeitherWaitedForNorFatal)
     CommonFileLog::WriteLog("a link to itself");
 }
 
-TEST(CommonFileLog, UndecidableExistenceIsReported)
-{
-    const FakeBundle bundle;
-    const std::string log = bundle.makeUserDataDir() + "foo.log";
-    fs::create_symlink(log, log);
-    CommonFileLog::WriteLog("lost");
-    EXPECT_THROW(static_cast<void>(CommonFileLog::IsLogEnable()), fs::filesystem_error);
-}
-
-TEST(CommonFileLog, ConvertsEveryCodePointLength)
+TEST_F(CommonFileLogTest, ConvertsEveryCodePointAndRefusesWhatIsNone)
 {
     EXPECT_EQ(CommonFileLog::wstringToString(L"a\u007f\u0080\u07ff\u0800\uffff\U00010000\U0010ffff"),
               "a\x7f\xc2\x80\xdf\xbf\xe0\xa0\x80\xef\xbf\xbf\xf0\x90\x80\x80\xf4\x8f\xbf\xbf");
     EXPECT_EQ(CommonFileLog::wstringToString(std::wstring(2, L'\0')), std::string(2, '\0'));
-}
 
-TEST(CommonFileLog, ConvertsTextsOfEveryLength)
-{
-    const std::wstring pattern = L"plain ASCII, Größe, Документ, 文件名, \U0001F4C4\U0001F600; ";
+    const std::wstring pattern = L"plain ASCII, Größe, 文件名, \U0001F600; ";
     std::wstring text;
     for (int length = 0; length < 1100; ++length) {
         ASSERT_EQ(CommonFileLog::wstringToString(text), QString::fromStdWString(text).toStdString()) << length;
         text += pattern[text.size() % pattern.size()];
     }
+    for (const wchar_t bad : {wchar_t(0xD800), wchar_t(0xDFFF), wchar_t(0x110000), wchar_t(-1)})
+        EXPECT_THROW(CommonFileLog::WriteLog(std::wstring(L"text") + bad), std::range_error) << std::hex << bad;
 }
 
-TEST(CommonFileLog, RefusesWhatIsNoCodePoint)
+TEST_F(CommonFileLogTest, ManyProcessesAndThreadsLoseAndTearNothing)
 {
-    const FakeBundle bundle;
-    for (const wchar_t bad : {wchar_t(0xD800), wchar_t(0xDFFF), wchar_t(0x110000), wchar_t(-1)}) {
-        try {
-            CommonFileLog::WriteLog(std::wstring(L"text") + bad);
-            FAIL() << "took " << std::hex << static_cast<unsigned>(bad);
-        } catch (const std::range_error &error) {
-            EXPECT_STREQ(error.what(), "wstring_convert: to_bytes error");
-        }
+    test::writeFile(log, "");
+    EXPECT_TRUE(test::succeedsInProcesses(8, [](int process) {
+        test::onThreads(8, [process](int thread) {
+            for (int line = 0; line < 500; ++line)
+                CommonFileLog::WriteLog(messageOf((process * 8 + thread) * 500 + line));
+        });
+    }));
+    std::vector<int> all(32'000);
+    std::iota(all.begin(), all.end(), 0);
+    EXPECT_EQ(wholeMessages(log), all);
+}
+
+TEST_F(CommonFileLogTest, KilledWriterTearsAtMostItsOwnLastLine)
+{
+    test::writeFile(log, "");
+    constexpr int rounds = 20;
+    for (int round = 0; round < rounds; ++round) {
+        const auto size = fs::file_size(log) + 100'000U + static_cast<std::uintmax_t>(round) * 4099U;
+        const pid_t writer = ::fork();
+        if (writer == 0)
+            for (int number = rounds;; ++number)
+                CommonFileLog::WriteLog(messageOf(number));
+        EXPECT_TRUE(test::eventually([&] { return fs::file_size(log) >= size; }));
+        ::kill(writer, SIGKILL);
+        ::waitpid(writer, nullptr, 0);
+        EXPECT_TRUE(test::succeedsInOwnProcess([round] { CommonFileLog::WriteLog(messageOf(round)); }));
     }
+    const std::vector<int> messages = wholeMessages(log);
+    for (int round = 0; round < rounds; ++round)
+        EXPECT_EQ(messages.at(round), round) << "the line after a torn one is still whole";
 }

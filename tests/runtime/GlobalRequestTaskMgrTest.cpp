@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEvent>
 #include <atomic>
 
@@ -24,8 +23,7 @@ protected:
     Requests()
     {
         scriptedSdk().login = [this](const std::wstring &user, const std::wstring &password, int &code, bool &flag) {
-            EXPECT_EQ(code, 0);
-            EXPECT_FALSE(flag);
+            EXPECT_TRUE(code == 0 && !flag);
             EXPECT_EQ(++m_running, 1) << "one after the other";
             EXPECT_TRUE(eventually([&] { return m_released.load(); }));
             m_order += user + password;
@@ -48,15 +46,13 @@ protected:
 
     void onLoginFinish(bool success, int code, bool flag) override
     {
-        EXPECT_EQ(code, 4572014);
-        EXPECT_EQ(success, flag);
+        EXPECT_TRUE(code == 4572014 && success == flag);
         ++m_results;
     }
 
     GlobalRequestTaskMgr *const m_manager = GlobalRequestTaskMgr::getInstance();
     std::atomic<bool> m_released{false};
-    std::atomic<int> m_running{0};
-    std::atomic<int> m_results{0};
+    std::atomic<int> m_running{0}, m_results{0};
     std::wstring m_order;
 
 private:
@@ -67,8 +63,7 @@ private:
 
 TEST_F(Requests, RunInOrderAndReportToWhoIsRegisteredThen)
 {
-    EXPECT_TRUE(m_manager->requestLogin("a", "1"));
-    EXPECT_TRUE(m_manager->requestLogin("b", "2"));
+    EXPECT_TRUE(m_manager->requestLogin("a", "1") && m_manager->requestLogin("b", "2"));
     m_released = true;
     EXPECT_TRUE(eventually([&] { return m_results == 2; }));
     EXPECT_EQ(m_order, L"a1b2");
@@ -87,16 +82,12 @@ TEST_F(Requests, StoppedOnesAreDroppedAndReleased)
 {
     EXPECT_TRUE(m_manager->requestLogin("a", "1"));
     EXPECT_TRUE(eventually([&] { return m_running == 1; }));
-    EXPECT_TRUE(m_manager->requestLogin("b", "2"));
-    EXPECT_TRUE(m_manager->stop());
-    EXPECT_TRUE(m_manager->requestLogin("b", "3"));
+    EXPECT_TRUE(m_manager->requestLogin("b", "2") && m_manager->stop() && m_manager->requestLogin("b", "3"));
     m_released = true;
     EXPECT_TRUE(eventually([&] { return m_results == 2; }));
     EXPECT_EQ(m_order, L"a1b3");
-    for (int i = 0; i < 300; ++i) {
-        EXPECT_TRUE(m_manager->requestLogin("a", "") && m_manager->requestLogin("a", ""));
-        EXPECT_TRUE(m_manager->stop());
-    }
+    for (int i = 0; i < 300; ++i)
+        EXPECT_TRUE(m_manager->requestLogin("a", "") && m_manager->requestLogin("a", "") && m_manager->stop());
 }
 
 TEST_F(Requests, GiveUpAfterASecondAndStartAfresh)

@@ -35,25 +35,6 @@ std::string finished(Md5 &md5)
 
 } // namespace
 
-TEST(Md5, TestSuiteOfTheRfc)
-{
-    const std::pair<std::string, const char *> rows[] = {
-        {"", "d41d8cd98f00b204e9800998ecf8427e"},
-        {"a", "0cc175b9c0f1b6a831c399e269772661"},
-        {"abc", "900150983cd24fb0d6963f7d28e17f72"},
-        {"message digest", "f96b697d7cb7938d525a2f31aaf161d0"},
-        {"abcdefghijklmnopqrstuvwxyz", "c3fcd3d76192e4007dfb496cca67e13b"},
-        {"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789", "d174ab98d277d9f5a5611c2c9f419d9f"},
-        {"12345678901234567890123456789012345678901234567890123456789012345678901234567890",
-         "57edf4a22be3c955ac49da2e2107b67a"},
-    };
-    for (const auto &[input, expected] : rows) {
-        const auto *data = reinterpret_cast<const unsigned char *>(input.data());
-        const OndEasyMd5 md5(data, static_cast<int>(input.size()));
-        EXPECT_EQ(md5.ToString().remove('x').toStdString(), expected) << input;
-    }
-}
-
 TEST(Md5, EveryLengthInPiecesAsBytesAndAsAFile)
 {
     std::mt19937 random;
@@ -84,24 +65,18 @@ TEST(Md5, EveryLengthInPiecesAsBytesAndAsAFile)
 
 TEST(Md5, CountsBitsPastFourGigabytes)
 {
-    // As though 8 GiB had gone before, but for one block.
     struct Resumed : Md5
     {
-        Resumed()
-        {
-            m_count[0] = 0xffffffc0;
-            m_count[1] = 1;
-        }
+        Resumed() { m_count[0] = 0xffffffc0, m_count[1] = 1; } // as though 8 GiB had gone before, but for one block
     } md5;
     MD5_CTX peer;
     ::MD5_Init(&peer);
     peer.Nl = 0xfffffe00;
     peer.Nh = 15;
 
-    Bytes bytes(200, 'a');
-    md5.md5_update(bytes.data(), bytes.size());
-    ::MD5_Update(&peer, bytes.data(), bytes.size());
-    unsigned char expected[16];
+    unsigned char bytes[200] = {}, expected[16];
+    md5.md5_update(bytes, sizeof bytes);
+    ::MD5_Update(&peer, bytes, sizeof bytes);
     ::MD5_Final(expected, &peer);
     EXPECT_EQ(finished(md5), text(OndEasyMd5(expected)));
 }
@@ -114,7 +89,6 @@ TEST(OndEasyMd5, WhatCannotBeReadHasNoDigest)
     const std::tuple<const char *, std::string, std::string> rows[] = {
         {"missing file", textOfFile(dir / "none"), ""},
         {"null path", text(OndEasyMd5(static_cast<const wchar_t *>(nullptr))), ""},
-        {"path too long", textOfFile(dir / std::string(5000, 'x')), ""},
         {"FIFO that nobody writes", textOfFile(dir / "fifo"), ""},
         {"device without an end", textOfFile("/dev/zero"), ""},
         {"negative length", text(OndEasyMd5(Bytes(1).data(), -1)), ""},

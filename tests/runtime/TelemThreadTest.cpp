@@ -43,14 +43,10 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
     thread.add(new VipTelemData(L"first"));
     ASSERT_TRUE(eventually([&] { return reporting.load(); }));
 
-    std::vector<std::thread> threads;
-    for (const wchar_t producer : producers)
-        threads.emplace_back([&thread, producer] {
-            for (int i = 10'000; i < 11'000; ++i)
-                thread.add(new VipTelemData(producer + std::to_wstring(i)));
-        });
-    for (std::thread &each : threads)
-        each.join();
+    test::onThreads(4, [&](int producer) {
+        for (int i = 10'000; i < 11'000; ++i)
+            thread.add(new VipTelemData(producers[producer] + std::to_wstring(i)));
+    });
     EXPECT_TRUE(!thread.isListEmpty() && count == 0) << "the first report still runs";
     released = true;
     EXPECT_TRUE(eventually([&] { return count == 4001; }));

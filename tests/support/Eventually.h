@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <thread>
+#include <vector>
 
 namespace test {
 
@@ -15,6 +16,16 @@ template <typename Condition> [[nodiscard]] bool eventually(Condition condition)
         std::this_thread::yield();
     }
     return true;
+}
+
+/// Runs `work(0)` to `work(count - 1)`, each on a thread of its own, to their ends.
+template <typename Work> void onThreads(int count, Work work)
+{
+    std::vector<std::thread> threads;
+    for (int i = 0; i < count; ++i)
+        threads.emplace_back(work, i);
+    for (std::thread &thread : threads)
+        thread.join();
 }
 
 } // namespace test

@@ -37,6 +37,11 @@ void FakeBundle::writeGlobalFile(const std::string &content) const
     writeFile(m_dir / "Foo.app/Contents/Resources/mk.dat", content);
 }
 
+void FakeBundle::writeRegistry(const std::string &content) const
+{
+    writeFile(m_dir / "support/Foo/reg/common.ini", "[product]\n" + content);
+}
+
 std::string FakeBundle::makeUserDataDir() const
 {
     std::string path = m_dir / "support/Foo/";
@@ -52,17 +57,58 @@ using test::fakePlatform;
 
 namespace {
 
-std::string valueOf(const std::string &dictionary, const std::string &key)
+bool contains(const std::vector<std::string> &all, const std::string &text)
 {
-    return fakePlatform().info[dictionary][key];
+    return std::find(all.begin(), all.end(), text) != all.end();
 }
 
 } // namespace
 
+// No test depends on what these do.
+
+std::string bundleIdentifier()
+{
+    return {};
+}
+
+std::pair<double, double> mainScreenSize()
+{
+    return {};
+}
+
+bool isApplicationRunning(const std::string & /*bundleId*/)
+{
+    return false;
+}
+
+bool openUrl(const std::string & /*url*/)
+{
+    return false;
+}
+
+bool revealFile(const QString & /*path*/)
+{
+    return false;
+}
+
+// Questions that one of the set answers answers as it stands.
+#define ANSWER(Type, question, field)                                                                                  \
+    Type question()                                                                                                    \
+    {                                                                                                                  \
+        return fakePlatform().field;                                                                                   \
+    }
+ANSWER(std::string, bundleExecutablePath, bundleExecutablePath)
+ANSWER(std::string, bundlePath, bundlePath)
+ANSWER(std::string, applicationSupportDirectory, applicationSupportDirectory)
+ANSWER(std::string, homeDirectoryOfUser, homeDirectoryOfUser)
+ANSWER(std::optional<ReachabilityFlags>, zeroAddressReachability, reachability)
+ANSWER(std::uint64_t, monotonicTicks, ticks)
+ANSWER(double, secondsSinceLastInput, secondsSinceLastInput)
+#undef ANSWER
+
 bool isApplicationInstalled(const std::string &bundleId)
 {
-    const std::vector<std::string> &installed = fakePlatform().installedApplications;
-    return std::find(installed.begin(), installed.end(), bundleId) != installed.end();
+    return contains(fakePlatform().installedApplications, bundleId);
 }
 
 ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
@@ -78,68 +124,24 @@ ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
     return ExecutablePathStatus::ok;
 }
 
-std::string bundleExecutablePath()
-{
-    return fakePlatform().bundleExecutablePath;
-}
-
-std::string bundlePath()
-{
-    return fakePlatform().bundlePath;
-}
-
-std::string bundleIdentifier()
-{
-    return fakePlatform().bundleIdentifier;
-}
-
 std::string bundleInfo(const std::string &key)
 {
-    return valueOf("", key);
+    return bundleInfo({}, key);
 }
 
 std::string bundleInfo(const std::string &bundlePath, const std::string &key)
 {
-    return valueOf(bundlePath, key);
+    return fakePlatform().info[bundlePath][key];
 }
 
 std::string propertyListInfo(const std::string &plistPath, const std::string &key)
 {
-    return valueOf(plistPath, key);
-}
-
-std::string applicationSupportDirectory()
-{
-    return fakePlatform().applicationSupportDirectory;
-}
-
-std::string homeDirectoryOfUser()
-{
-    return fakePlatform().homeDirectoryOfUser;
+    return bundleInfo(plistPath, key);
 }
 
 std::string groupContainer(const std::string &groupId)
 {
     return fakePlatform().groupContainers[groupId];
-}
-
-bool isApplicationRunning(const std::string &bundleId)
-{
-    const std::vector<std::string> &running = fakePlatform().runningApplications;
-    return std::find(running.begin(), running.end(), bundleId) != running.end();
-}
-
-bool openUrl(const std::string &url)
-{
-    if (fakePlatform().opensUrls)
-        fakePlatform().openedUrls.push_back(url);
-    return fakePlatform().opensUrls;
-}
-
-bool revealFile(const QString &path)
-{
-    fakePlatform().revealedFiles.push_back(path);
-    return true;
 }
 
 bool isProcessRunning(int /*processId*/)
@@ -184,8 +186,7 @@ void synchroniseUserDefaults()
 
 CreatedBookmark createBookmark(const std::string &path, unsigned long options)
 {
-    const std::vector<std::string> &without = fakePlatform().pathsWithoutBookmark;
-    if (std::find(without.begin(), without.end(), path) != without.end())
+    if (contains(fakePlatform().pathsWithoutBookmark, path))
         return {{}, "no bookmark"};
     const std::string text = std::to_string(options) + ":" + path;
     return {{text.begin(), text.end()}, {}};
@@ -218,26 +219,6 @@ void retitleSubmenuItems(const std::function<std::optional<QString>(const QStrin
 {
     for (QString &item : fakePlatform().submenuItems)
         item = newTitle(item).value_or(item);
-}
-
-std::pair<double, double> mainScreenSize()
-{
-    return fakePlatform().screenSize;
-}
-
-double secondsSinceLastInput()
-{
-    return fakePlatform().secondsSinceLastInput;
-}
-
-std::optional<ReachabilityFlags> zeroAddressReachability()
-{
-    return fakePlatform().reachability;
-}
-
-std::uint64_t monotonicTicks()
-{
-    return fakePlatform().ticks;
 }
 
 Timebase monotonicTimebase()

@@ -21,7 +21,6 @@ struct FakePlatform
     std::string executablePath;
     std::string bundleExecutablePath;
     std::string bundlePath;
-    std::string bundleIdentifier;
     /// Information dictionaries: of the running bundle under "", of others under their path or property list's path.
     std::map<std::string, std::map<std::string, std::string>> info;
 
@@ -30,12 +29,6 @@ struct FakePlatform
     std::map<std::string, std::string> groupContainers;
 
     std::vector<std::string> installedApplications;
-
-    std::vector<std::string> runningApplications;
-    std::vector<std::string> openedUrls;
-    bool opensUrls = true;
-
-    std::vector<QString> revealedFiles;
 
     /// Launches that were asked for; the test calls the handlers when it pleases.
     std::vector<std::pair<platform::LaunchRequest, platform::LaunchHandler>> launches;
@@ -59,7 +52,6 @@ struct FakePlatform
 
     std::vector<QString> announcements;
     std::vector<QString> submenuItems;
-    std::pair<double, double> screenSize;
     double secondsSinceLastInput = 0;
     std::optional<platform::ReachabilityFlags> reachability;
     std::uint64_t ticks = 0;
@@ -81,6 +73,8 @@ public:
     [[nodiscard]] std::string operator/(const std::string &name) const { return m_dir / name; }
     /// Writes "mk.dat" of Foo.app.
     void writeGlobalFile(const std::string &content) const;
+    /// Writes section "product" of key "common" of the registry.
+    void writeRegistry(const std::string &content) const;
     /// The folder of the user's data outside the sandbox, made on disk.
     [[nodiscard]] std::string makeUserDataDir() const;
 

@@ -11,6 +11,10 @@
 
 #define REAL(symbol) __real_##symbol // NOLINT(bugprone-reserved-identifier): the linker's names
 #define WRAP(symbol) __wrap_##symbol // NOLINT(bugprone-reserved-identifier)
+/// Declares the real function, and begins the definition of the one that is called in its place.
+#define WRAPPED(result, symbol, ...)                                                                                   \
+    result REAL(symbol)(__VA_ARGS__);                                                                                  \
+    result WRAP(symbol)(__VA_ARGS__)
 
 namespace {
 
@@ -47,15 +51,13 @@ private:
 
 extern "C" {
 
-void REAL(_ZN6QMutex4lockEv)(QMutex *);
-void WRAP(_ZN6QMutex4lockEv)(QMutex *mutex)
+WRAPPED(void, _ZN6QMutex4lockEv, QMutex *mutex)
 {
     REAL(_ZN6QMutex4lockEv)(mutex);
     __tsan_acquire(mutex);
 }
 
-bool REAL(_ZN6QMutex7tryLockEi)(QMutex *, int);
-bool WRAP(_ZN6QMutex7tryLockEi)(QMutex *mutex, int timeout)
+WRAPPED(bool, _ZN6QMutex7tryLockEi, QMutex *mutex, int timeout)
 {
     const bool locked = REAL(_ZN6QMutex7tryLockEi)(mutex, timeout);
     if (locked)
@@ -63,30 +65,26 @@ bool WRAP(_ZN6QMutex7tryLockEi)(QMutex *mutex, int timeout)
     return locked;
 }
 
-void REAL(_ZN6QMutex6unlockEv)(QMutex *);
-void WRAP(_ZN6QMutex6unlockEv)(QMutex *mutex)
+WRAPPED(void, _ZN6QMutex6unlockEv, QMutex *mutex)
 {
     unlocking(mutex);
     REAL(_ZN6QMutex6unlockEv)(mutex);
 }
 
-void REAL(_ZN14QReadWriteLock12lockForWriteEv)(QReadWriteLock *);
-void WRAP(_ZN14QReadWriteLock12lockForWriteEv)(QReadWriteLock *lock)
+WRAPPED(void, _ZN14QReadWriteLock12lockForWriteEv, QReadWriteLock *lock)
 {
     REAL(_ZN14QReadWriteLock12lockForWriteEv)(lock);
     __tsan_acquire(lock);
 }
 
-void REAL(_ZN14QReadWriteLock6unlockEv)(QReadWriteLock *);
-void WRAP(_ZN14QReadWriteLock6unlockEv)(QReadWriteLock *lock)
+WRAPPED(void, _ZN14QReadWriteLock6unlockEv, QReadWriteLock *lock)
 {
     unlocking(lock);
     REAL(_ZN14QReadWriteLock6unlockEv)(lock);
 }
 
-bool REAL(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(QWaitCondition *, QMutex *, QDeadlineTimer);
-bool WRAP(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(QWaitCondition *condition, QMutex *mutex,
-                                                             QDeadlineTimer deadline)
+WRAPPED(bool, _ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer, QWaitCondition *condition, QMutex *mutex,
+        QDeadlineTimer deadline)
 {
     unlocking(mutex);
     const bool woken = REAL(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(condition, mutex, deadline);
@@ -94,8 +92,7 @@ bool WRAP(_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer)(QWaitCondition *con
     return woken;
 }
 
-bool REAL(_ZN7QThread4waitE14QDeadlineTimer)(QThread *, QDeadlineTimer);
-bool WRAP(_ZN7QThread4waitE14QDeadlineTimer)(QThread *thread, QDeadlineTimer deadline)
+WRAPPED(bool, _ZN7QThread4waitE14QDeadlineTimer, QThread *thread, QDeadlineTimer deadline)
 {
     const bool ended = REAL(_ZN7QThread4waitE14QDeadlineTimer)(thread, deadline);
     if (ended)
@@ -103,14 +100,12 @@ bool WRAP(_ZN7QThread4waitE14QDeadlineTimer)(QThread *thread, QDeadlineTimer dea
     return ended;
 }
 
-void REAL(_ZN11QThreadPool5startEP9QRunnablei)(QThreadPool *, QRunnable *, int);
-void WRAP(_ZN11QThreadPool5startEP9QRunnablei)(QThreadPool *pool, QRunnable *task, int priority)
+WRAPPED(void, _ZN11QThreadPool5startEP9QRunnablei, QThreadPool *pool, QRunnable *task, int priority)
 {
     REAL(_ZN11QThreadPool5startEP9QRunnablei)(pool, new SeenRunnable(pool, task), priority);
 }
 
-bool REAL(_ZN11QThreadPool11waitForDoneEi)(QThreadPool *, int);
-bool WRAP(_ZN11QThreadPool11waitForDoneEi)(QThreadPool *pool, int milliseconds)
+WRAPPED(bool, _ZN11QThreadPool11waitForDoneEi, QThreadPool *pool, int milliseconds)
 {
     const bool done = REAL(_ZN11QThreadPool11waitForDoneEi)(pool, milliseconds);
     if (done)
