@@ -391,6 +391,10 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
 {
     return answers() ? self : nil;
 }
+- (id)mainWindow
+{
+    return answers() ? self : nil;
+}
 @end
 
 @interface FakeMenuItem : NSMenuItem {
@@ -442,6 +446,17 @@ Lines mainMenuTitles()
 // The C interfaces
 
 extern "C" {
+
+__attribute__((visibility("default"))) void NSAccessibilityPostNotificationWithUserInfo(id element,
+                                                                                        NSString *notification,
+                                                                                        NSDictionary *info)
+{
+    const int priority = [[info objectForKey:NSAccessibilityPriorityKey] intValue];
+    ask("announce " + utf8Of([info objectForKey:NSAccessibilityAnnouncementKey])
+        + (element == NSApp ? "" : " elsewhere")
+        + ([notification isEqualToString:NSAccessibilityAnnouncementRequestedNotification] ? "" : " otherwise")
+        + " priority=" + std::to_string(priority));
+}
 
 int _NSGetExecutablePath(char *buffer, std::uint32_t *size)
 {

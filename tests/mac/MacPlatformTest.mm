@@ -2,6 +2,7 @@
 #include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
 #include "paths/MacUtils.h"
+#include "paths/platform/Announcement.h"
 #include "paths/platform/Applications.h"
 #include "paths/platform/Bookmark.h"
 #include "paths/platform/Bundle.h"
@@ -352,6 +353,14 @@ TEST_F(Mac, MenuTitlesChangeInSubmenusOnly)
     test::setMainMenu({"Open", "Close", "Gone"});
     updateMacOSMenuTitles({{"Open", "Öffnen"}, {"Gone", ""}});
     EXPECT_EQ(test::mainMenuTitles(), (Lines{"Open", "Öffnen", "Close", ""}));
+}
+
+TEST_F(Mac, AnnouncementsNeedAnApplication)
+{
+    platform::announce(nullptr, "x");
+    test::setMainMenu({});
+    platform::announce(nullptr, "Größe");
+    EXPECT_EQ(asked(), Lines{"announce Größe priority=90"});
 }
 
 TEST_F(Mac, CommandsAreThoseOfMacOS)
