@@ -27,13 +27,12 @@ TEST(Install, IsFoundAndUsedThroughCMakeAndPkgConfig)
     const test::TempDir dir;
     const QString sanitizers = OND_TEST_SANITIZE;
     const QString flags = OND_TEST_CXX_FLAGS + (sanitizers.isEmpty() ? "" : " -fsanitize=" + sanitizers);
-    const std::string folder = dir / "";
-    const QString script = QString::fromStdString("cd '" + folder + "'") + kScript;
-    const test::ProcessResult result =
-        test::runProcess("/bin/sh",
-                         {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR,
-                          OND_TEST_SOURCE_DIR "/tests/process/consumer", OND_TEST_CXX, flags},
-                         dir / "home");
+    const QString script = QString::fromStdString("cd '" + dir.path().string() + "'") + kScript;
+    const char *consumer = OND_TEST_SOURCE_DIR "/tests/process/consumer";
+    const test::ProcessResult result = test::runProcess(
+        "/bin/sh",
+        {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, consumer, OND_TEST_CXX, flags},
+        dir / "home");
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(result.output, "log of consumer\nlog of consumer\n");
 }

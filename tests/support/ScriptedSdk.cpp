@@ -60,7 +60,8 @@ NOTE(VipSdkCoreInterfaceImpl::UnInitialize, "stop core")
 ANSWER(bool VipSdkCoreInterfaceImpl::IsLogin(), scriptedSdk().loggedIn)
 ANSWER(bool VipSdkCoreInterfaceImpl::Logout(), scriptedSdk().succeeds)
 ANSWER(bool VipSdkCoreInterfaceImpl::StartFrontTask(), scriptedSdk().succeeds)
-ANSWER(bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **text), give(scriptedSdk().certificate, text))
+ANSWER(bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate),
+       give(scriptedSdk().certificate, certificate))
 ANSWER(bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag),
        scriptedSdk().login &&scriptedSdk().login(user, password, errorCode, flag))
 
