@@ -2,7 +2,6 @@
 
 #include <CoreGraphics/CoreGraphics.h>
 #include <SystemConfiguration/SystemConfiguration.h>
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -35,6 +34,11 @@ bool answers()
     return !fakeMac().answersNil;
 }
 
+id made(Class what)
+{
+    return answers() ? [[[what alloc] init] autorelease] : nil;
+}
+
 NSString *textOf(const std::string &utf8)
 {
     return [NSString stringWithUTF8String:utf8.c_str()];
@@ -58,6 +62,11 @@ std::string homeFolder()
     return fixed ? fixed : home ? home : "/";
 }
 
+NSError *errorOf(const std::string &text)
+{
+    return [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:@{NSLocalizedDescriptionKey : textOf(text)}];
+}
+
 template <typename... Parts> void ask(const Parts &...parts)
 {
     std::ostringstream call;
@@ -67,19 +76,14 @@ template <typename... Parts> void ask(const Parts &...parts)
 
 void launch(const std::string &what, NSWorkspaceOpenConfiguration *with, Completion completion)
 {
-    std::string arguments;
-    for (NSString *argument in [with arguments])
-        arguments += " [" + utf8Of(argument) + "]";
-    ask(what, " hides=", int{[with hides]}, " activates=", int{[with activates]},
-        " new=", int{[with createsNewApplicationInstance]}, arguments);
+    ask(what, with ? "" : " unconfigured");
     Completion kept = Block_copy(completion);
     std::thread([kept] {
         @autoreleasepool {
-            NSDictionary *info = @{NSLocalizedDescriptionKey : textOf(fakeMac().launchError)};
             if (fakeMac().launchError.empty())
                 kept([NSRunningApplication runningApplicationWithProcessIdentifier:4711], nil);
             else
-                kept(nil, [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:info]);
+                kept(nil, errorOf(fakeMac().launchError));
             Block_release(kept);
         }
     }).detach();
@@ -89,8 +93,22 @@ constexpr char kBookmark[] = "bookmark of ";
 
 } // namespace
 
+// A method that answers what an expression is worth, and one that says what it was set to.
+#define ANSWER(method, ...)                                                                                            \
+    method                                                                                                             \
+    {                                                                                                                  \
+        return __VA_ARGS__;                                                                                            \
+    }
+#define SETTER(name, Type, ...)                                                                                        \
+    -(void)name : (Type)value                                                                                          \
+    {                                                                                                                  \
+        ask(__VA_ARGS__);                                                                                              \
+    }
+// For the library, which hides what it does not say is its own.
+#pragma GCC visibility push(default)
+
 /// What the runtime and the class libraries keep for the life of the process.
-extern "C" __attribute__((visibility("default"))) const char *__lsan_default_suppressions()
+extern "C" const char *__lsan_default_suppressions()
 {
     return "leak:libobjc.so\nleak:libgnustep-base.so\nleak:libgnustep-gui.so\n";
 }
@@ -98,13 +116,13 @@ extern "C" __attribute__((visibility("default"))) const char *__lsan_default_sup
 // Foundation
 
 /// As on macOS the environment names the user's home; GNUstep asks the user database.
-extern "C" __attribute__((visibility("default"))) NSString *NSHomeDirectoryForUser(NSString *)
+extern "C" NSString *NSHomeDirectoryForUser(NSString *)
 {
     return textOf(homeFolder());
 }
 
-extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirectoriesInDomains(
-    NSSearchPathDirectory directory, NSSearchPathDomainMask domain, BOOL expand)
+extern "C" NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory directory, NSSearchPathDomainMask domain,
+                                                        BOOL expand)
 {
     if (!answers())
         return nil;
@@ -117,26 +135,18 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
 {
     if (!answers())
         return nil;
-    std::string path = fakeMac().mainBundle;
+    std::filesystem::path path = fakeMac().mainBundle;
     if (path.empty()) {
-        const std::string folder = executable().substr(0, executable().rfind('/'));
-        const std::string tail = "/Contents/MacOS";
-        const std::size_t stem = folder.size() - std::min(folder.size(), tail.size());
-        path = folder.compare(stem, tail.size(), tail) == 0 ? folder.substr(0, stem) : folder;
+        path = std::filesystem::path(executable()).parent_path();
+        if (path.parent_path().filename() / path.filename() == "Contents/MacOS")
+            path = path.parent_path().parent_path();
     }
     return [NSBundle bundleWithPath:textOf(path)];
 }
 
-- (NSString *)executablePath
-{
-    return answers() ? textOf(executable()) : nil;
-}
-
-- (NSDictionary *)infoDictionary
-{
-    return
-        [NSDictionary dictionaryWithContentsOfFile:[[self bundlePath] stringByAppendingString:@"/Contents/Info.plist"]];
-}
+ANSWER(-(NSString *)executablePath, answers() ? textOf(executable()) : nil)
+ANSWER(-(NSDictionary *)infoDictionary,
+       [NSDictionary dictionaryWithContentsOfFile:[[self bundlePath] stringByAppendingString:@"/Contents/Info.plist"]])
 @end
 
 @implementation NSFileManager (GroupContainers)
@@ -156,7 +166,7 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
     const std::string path = utf8Of([self path]);
     ask("create ", path, " options=", options, (keys || base ? " more" : ""));
     if (!answers()) {
-        *error = [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:@{NSLocalizedDescriptionKey : @"refused"}];
+        *error = errorOf("refused");
         return nil;
     }
     const std::string data = kBookmark + path;
@@ -172,7 +182,7 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
     ask("resolve options=", options, (base ? " more" : ""));
     const std::string bytes(static_cast<const char *>([data bytes]), [data length]);
     if (!answers() || bytes.compare(0, std::strlen(kBookmark), kBookmark) != 0) {
-        *error = [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:@{NSLocalizedDescriptionKey : @"refused"}];
+        *error = errorOf("refused");
         return nil;
     }
     *stale = fakeMac().staleBookmarks;
@@ -196,36 +206,20 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
 // AppKit
 
 @interface FakeApplication : NSRunningApplication {
-    NSString *_identifier;
-    pid_t _process;
+    const std::pair<std::string, int> *_what;
 }
 @end
 
 @implementation FakeApplication
-+ (id)named:(const std::pair<std::string, int> &)what
++ (id)of:(const std::pair<std::string, int> &)what
 {
     FakeApplication *application = [[[FakeApplication alloc] init] autorelease];
-    application->_identifier = what.first.empty() ? nil : [textOf(what.first) retain];
-    application->_process = what.second;
+    application->_what = &what;
     return application;
 }
-- (void)dealloc
-{
-    [_identifier release];
-    [super dealloc];
-}
-- (NSString *)bundleIdentifier
-{
-    return _identifier;
-}
-- (pid_t)processIdentifier
-{
-    return _process;
-}
-- (NSString *)description
-{
-    return [NSString stringWithFormat:@"application %@", [self bundleIdentifier]];
-}
+ANSWER(-(NSString *)bundleIdentifier, _what->first.empty() ? nil : textOf(_what->first))
+ANSWER(-(pid_t)processIdentifier, _what->second)
+ANSWER(-(NSString *)description, [NSString stringWithFormat:@"application %@", [self bundleIdentifier]])
 @end
 
 @implementation NSRunningApplication (FakeMac)
@@ -233,24 +227,18 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
 {
     for (const auto &application : fakeMac().runningApplications) {
         if (answers() && application.second == pid)
-            return [FakeApplication named:application];
+            return [FakeApplication of:application];
     }
     return nil;
 }
 @end
 
 @implementation NSWorkspaceOpenConfiguration
-@synthesize activates = _activates, hides = _hides, createsNewApplicationInstance = _createsNewApplicationInstance,
-            arguments = _arguments;
-+ (NSWorkspaceOpenConfiguration *)configuration
-{
-    return answers() ? [[[self alloc] init] autorelease] : nil;
-}
-- (void)dealloc
-{
-    [_arguments release];
-    [super dealloc];
-}
+ANSWER(+(NSWorkspaceOpenConfiguration *)configuration, made(self))
+SETTER(setActivates, BOOL, "activates=", int{value})
+SETTER(setHides, BOOL, "hides=", int{value})
+SETTER(setCreatesNewApplicationInstance, BOOL, "new=", int{value})
+SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedByString:@"|"]))
 @end
 
 @implementation NSWorkspace (FakeMac)
@@ -263,7 +251,7 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
 {
     NSMutableArray *all = [NSMutableArray array];
     for (const auto &application : fakeMac().runningApplications)
-        [all addObject:[FakeApplication named:application]];
+        [all addObject:[FakeApplication of:application]];
     return all;
 }
 - (BOOL)openURL:(NSURL *)url
@@ -304,110 +292,51 @@ extern "C" __attribute__((visibility("default"))) NSArray *NSSearchPathForDirect
 }
 @end
 
-/// A URL without a path.
-@interface FakeBareUrl : NSObject
-@end
-@implementation FakeBareUrl
-- (NSString *)path
-{
-    return nil;
-}
+/// A panel and a screen, which need a window server otherwise, and a URL without a path.
+@interface StandIn : NSObject
 @end
 
-@interface FakePanel : NSObject {
-    NSURL *_directoryURL;
-    NSString *_prompt;
-    BOOL _allowsMultipleSelection, _canChooseDirectories, _canChooseFiles;
-}
-@property (copy) NSURL *directoryURL;
-@property (copy) NSString *prompt;
-@property BOOL allowsMultipleSelection, canChooseDirectories, canChooseFiles;
-@end
-
-@implementation FakePanel
-@synthesize directoryURL = _directoryURL, prompt = _prompt, allowsMultipleSelection = _allowsMultipleSelection,
-            canChooseDirectories = _canChooseDirectories, canChooseFiles = _canChooseFiles;
-- (id)init
-{
-    self = [super init];
-    _allowsMultipleSelection = YES; // so that a test sees it being set
-    return self;
-}
-- (void)dealloc
-{
-    [_directoryURL release];
-    [_prompt release];
-    [super dealloc];
-}
-- (NSInteger)runModal
-{
-    ask("panel ", utf8Of([_directoryURL path]), " prompt=", utf8Of(_prompt),
-        " multiple=", int{_allowsMultipleSelection}, " folders=", int{_canChooseDirectories},
-        " files=", int{_canChooseFiles});
-    return fakeMac().panelResponse;
-}
+@implementation StandIn
+ANSWER(-(NSString *)path, nil)
+ANSWER(-(NSRect)frame, NSMakeRect(7, 8, fakeMac().screen.width, fakeMac().screen.height))
+ANSWER(-(NSInteger)runModal, fakeMac().panelResponse)
+SETTER(setDirectoryURL, NSURL *, "panel in ", utf8Of([value path]))
+SETTER(setPrompt, NSString *, "prompt=", utf8Of(value))
+SETTER(setAllowsMultipleSelection, BOOL, "multiple=", int{value})
+SETTER(setCanChooseDirectories, BOOL, "folders=", int{value})
+SETTER(setCanChooseFiles, BOOL, "files=", int{value})
 - (NSArray *)URLs
 {
     NSMutableArray *urls = [NSMutableArray array];
     for (const std::string &path : fakeMac().panelUrls)
-        [urls addObject:path.empty() ? [[[FakeBareUrl alloc] init] autorelease] : [NSURL fileURLWithPath:textOf(path)]];
+        [urls addObject:path.empty() ? made([StandIn class]) : [NSURL fileURLWithPath:textOf(path)]];
     return urls;
 }
 @end
 
 @implementation NSOpenPanel (FakeMac)
-+ (NSOpenPanel *)openPanel
-{
-    return answers() ? [[[FakePanel alloc] init] autorelease] : nil;
-}
-@end
-
-@interface FakeScreen : NSObject
-@end
-@implementation FakeScreen
-- (NSRect)frame
-{
-    return NSMakeRect(7, 8, fakeMac().screen.width, fakeMac().screen.height);
-}
+ANSWER(+(NSOpenPanel *)openPanel, made([StandIn class]))
 @end
 
 @implementation NSScreen (FakeMac)
-+ (NSScreen *)mainScreen
-{
-    return answers() ? [[[FakeScreen alloc] init] autorelease] : nil;
-}
+ANSWER(+(NSScreen *)mainScreen, made([StandIn class]))
 @end
 
-/// A menu without the window that GNUstep makes for each. It is the application object of the main menu, too.
-@interface FakeMenu : NSObject {
-    NSArray *_itemArray;
-}
-@property (retain) NSArray *itemArray;
+/// A menu item that is its own submenu, without the window that GNUstep makes for each; and the application around it.
+@interface FakeMenu : NSMenuItem
 @end
 
 @implementation FakeMenu
-@synthesize itemArray = _itemArray;
-- (id)mainMenu
++ (id)named:(NSString *)title with:(NSArray *)items
 {
-    return answers() ? self : nil;
+    FakeMenu *menu = [[[FakeMenu alloc] initWithTitle:title action:nullptr keyEquivalent:@""] autorelease];
+    [menu setRepresentedObject:items];
+    return menu;
 }
-- (id)mainWindow
-{
-    return answers() ? self : nil;
-}
-@end
-
-@interface FakeMenuItem : NSMenuItem {
-@public
-    FakeMenu *menu;
-}
-@end
-
-@implementation FakeMenuItem
-- (NSMenu *)submenu
-{
-    return (NSMenu *)menu;
-}
+ANSWER(-(NSMenu *)submenu, (NSMenu *)self)
+ANSWER(-(NSArray *)itemArray, [self representedObject])
+ANSWER(-(id)mainMenu, answers() ? self : nil)
+ANSWER(-(id)mainWindow, answers() ? self : nil)
 @end
 
 namespace test {
@@ -417,14 +346,8 @@ void setMainMenu(const Lines &titles)
     @autoreleasepool {
         NSMutableArray *items = [NSMutableArray array];
         for (const std::string &title : titles)
-            [items addObject:[[[FakeMenuItem alloc] initWithTitle:textOf(title) action:nullptr
-                                                    keyEquivalent:@""] autorelease]];
-        FakeMenuItem *top = [[[FakeMenuItem alloc] initWithTitle:@"Open" action:nullptr keyEquivalent:@""] autorelease];
-        top->menu = [[FakeMenu alloc] init];
-        [top->menu setItemArray:items];
-        FakeMenu *menu = [[FakeMenu alloc] init];
-        [menu setItemArray:@[ top ]];
-        NSApp = (NSApplication *)menu;
+            [items addObject:[FakeMenu named:textOf(title) with:nil]];
+        NSApp = (NSApplication *)[[FakeMenu named:@"" with:@[ [FakeMenu named:@"Open" with:items] ]] retain];
     }
 }
 
@@ -447,9 +370,7 @@ Lines mainMenuTitles()
 
 extern "C" {
 
-__attribute__((visibility("default"))) void NSAccessibilityPostNotificationWithUserInfo(id element,
-                                                                                        NSString *notification,
-                                                                                        NSDictionary *info)
+void NSAccessibilityPostNotificationWithUserInfo(id element, NSString *notification, NSDictionary *info)
 {
     const int priority = [[info objectForKey:NSAccessibilityPriorityKey] intValue];
     ask("announce " + utf8Of([info objectForKey:NSAccessibilityAnnouncementKey])
@@ -514,3 +435,5 @@ void CFRelease(CFTypeRef object)
 }
 
 } // extern "C"
+
+#pragma GCC visibility pop

@@ -29,6 +29,7 @@
 
 namespace fs = std::filesystem;
 
+using platform::ExecutablePathStatus;
 using test::fakeMac;
 using test::Lines;
 
@@ -104,13 +105,12 @@ TEST_F(Mac, EveryCallAnswersOrSaysSoAndLeavesNothingInThePoolAroundIt)
     platform::setUserDefaultsData("kept", {1});
     const Bytes bookmark = platform::createBookmark(app(), 0).data;
     const bool &none = fakeMac().answersNil;
+    Lines chosen;
+    const MacSandbox::LaunchParams url{"", "x:y", {}, true, false};
+    char buffer[1000];
+    std::size_t size = 0;
     const std::pair<const char *, std::function<bool()>> calls[] = {
-        {"executable",
-         [] {
-             char buffer[1000];
-             std::size_t size = sizeof buffer;
-             return platform::executablePath(buffer, size) == platform::ExecutablePathStatus::ok;
-         }},
+        {"executable", [&] { return platform::executablePath(buffer, size = 1000) == ExecutablePathStatus::ok; }},
         {"executable of the bundle", [] { return !MacPath::getAppFullPath().empty(); }},
         {"bundle", [] { return !platform::bundlePath().empty(); }},
         {"identifier", [] { return !MacUtils::GetOrgName().empty(); }},
@@ -141,18 +141,8 @@ TEST_F(Mac, EveryCallAnswersOrSaysSoAndLeavesNothingInThePoolAroundIt)
         {"running", [] { return MacUtils::IsProcessRunning("com.example.foo"); }},
         {"process", [] { return MacSandbox::isRunning(4711); }},
         {"opening", [] { return extendRequestAuthorization(); }},
-        {"launch",
-         [] {
-             const auto process = std::make_shared<std::promise<int>>();
-             platform::LaunchRequest request;
-             request.url = "x:y";
-             return platform::launch(request, [process](const auto &outcome) { process->set_value(outcome.processId); })
-                 && process->get_future().get() == 4711;
-         }},
-        {"panel",
-         [] {
-             return platform::runOpenPanel({"/a", true, "b"}).has_value();
-         }},
+        {"launch", [&] { return launched(MacSandbox::openURL, url) == 4711; }},
+        {"panel", [&] { return MacSandbox::openNSFilePanel("/a", true, "b", chosen); }},
         {"menu",
          [] {
              const Lines before = test::mainMenuTitles();
@@ -204,9 +194,9 @@ TEST_F(Mac, BundlesAnswerForThemselvesAndForTheirOwners)
     const std::string path = fakeMac().executable;
     std::string buffer(path.size() + 1, 'x');
     std::size_t size = path.size();
-    EXPECT_EQ(platform::executablePath(buffer.data(), size), platform::ExecutablePathStatus::bufferTooSmall);
+    EXPECT_EQ(platform::executablePath(buffer.data(), size), ExecutablePathStatus::bufferTooSmall);
     EXPECT_EQ(size, buffer.size());
-    EXPECT_EQ(platform::executablePath(buffer.data(), size), platform::ExecutablePathStatus::ok);
+    EXPECT_EQ(platform::executablePath(buffer.data(), size), ExecutablePathStatus::ok);
     EXPECT_EQ(buffer.c_str(), path);
 }
 
@@ -263,30 +253,38 @@ TEST_F(Mac, LaunchesAreAskedForAsTheyStand)
         const char *name;
         bool (*launch)(const MacSandbox::LaunchParams &, std::function<void(int)>);
         MacSandbox::LaunchParams params;
-        std::optional<std::string> call;
+        Lines calls;
     };
     const Row rows[] = {
-        {"default application", url, {"", "x:a b", arguments, true, false}, "open x:a%20b hides=0 activates=1 new=0"},
-        {"in the background", url, {"", "x:y", arguments, false, true}, "open x:y hides=1 activates=0 new=1"},
-        {"given application", url, {path, "x:y", arguments, true, true}, "open x:y with hides=0 activates=1 new=1"},
-        {"no such application", url, {path + "/no", "x:y", arguments, true, true}, std::nullopt},
-        {"application", app, {path, "", arguments, false, true}, "run hides=0 activates=1 new=1 [] [a b] [ü]"},
-        {"argument that is no text", app, {path, "", noText, true, true}, std::nullopt},
+        {"default application",
+         url,
+         {"", "x:a b", arguments, true, false},
+         {"hides=0", "activates=1", "new=0", "arguments=", "open x:a%20b"}},
+        {"in the background",
+         url,
+         {"", "x:y", arguments, false, true},
+         {"hides=1", "activates=0", "new=1", "arguments=", "open x:y"}},
+        {"given application",
+         url,
+         {path, "x:y", arguments, true, true},
+         {"hides=0", "activates=1", "new=1", "arguments=", "open x:y with " + path}},
+        {"application",
+         app,
+         {path, "", arguments, false, true},
+         {"hides=0", "activates=1", "new=1", "arguments=|a b|ü", "run " + path}},
+        {"argument that is no text", app, {path, "", noText, true, true}, {}},
     };
     fakeMac().runningApplications = {{"com.example.foo", 4711}};
     for (const Row &row : rows) {
+        const bool starts = !row.calls.empty();
         const std::string log = logOf([&] {
-            EXPECT_EQ(launched(row.launch, row.params), row.call ? std::optional(4711) : std::nullopt) << row.name;
+            EXPECT_EQ(launched(row.launch, row.params), starts ? std::optional(4711) : std::nullopt) << row.name;
         });
-        EXPECT_EQ(log.find("successfully: application com.example.foo") != log.npos, row.call.has_value()) << log;
-        std::string call;
-        for (const std::string &line : asked())
-            call += line;
-        const std::size_t at = call.find(" " + path);
-        EXPECT_EQ(at == call.npos ? call : call.erase(at, path.size() + 1), row.call.value_or("")) << row.name;
+        EXPECT_EQ(log.find("successfully: application com.example.foo") != log.npos, starts) << log;
+        EXPECT_EQ(asked(), row.calls) << row.name;
     }
     fakeMac().launchError = "no room";
-    EXPECT_NE(logOf([&] { EXPECT_EQ(launched(app, rows[4].params), -1); }).find("RunWithNSWorkspace: "), path.npos);
+    EXPECT_NE(logOf([&] { EXPECT_EQ(launched(app, rows[3].params), -1); }).find("RunWithNSWorkspace: "), path.npos);
 
     platform::LaunchRequest bad;
     EXPECT_FALSE(platform::launch(bad, {})) << "nothing to launch";
@@ -303,9 +301,11 @@ TEST_F(Mac, PanelIsSetAsAskedFor)
     Lines chosen;
     fakeMac().panelUrls = {"", app()};
     EXPECT_TRUE(MacSandbox::requestPermission(app() + "/x/..", ""));
-    EXPECT_EQ(asked().front(), "panel " + app() + " prompt=授予访问权限 multiple=0 folders=1 files=0");
+    EXPECT_EQ(asked(),
+              (Lines{"panel in " + app(), "multiple=0", "folders=1", "files=0", "prompt=授予访问权限",
+                     "create " + app() + " options=2048"}));
     EXPECT_TRUE(MacSandbox::openNSFilePanel("", false, "", chosen));
-    EXPECT_EQ(asked(), Lines{"panel nil prompt=nil multiple=0 folders=1 files=1"});
+    EXPECT_EQ(asked(), (Lines{"multiple=0", "folders=1", "files=1"}));
     EXPECT_EQ(chosen, Lines{app()}) << "addresses without a path are passed over";
     EXPECT_FALSE(MacSandbox::openNSFilePanel(kNoText, false, "", chosen));
     EXPECT_EQ(asked(), Lines{});
@@ -347,18 +347,13 @@ TEST_F(Mac, SystemAnswers)
     EXPECT_NE(logOf([] { platform::systemLog(kNoText); }).find("ÿ/x"), std::string::npos);
 }
 
-TEST_F(Mac, MenuTitlesChangeInSubmenusOnly)
+TEST_F(Mac, MenuTitlesAndAnnouncementsNeedAnApplication)
 {
     updateMacOSMenuTitles({{"Open", "x"}});
+    platform::announce(nullptr, "x");
     test::setMainMenu({"Open", "Close", "Gone"});
     updateMacOSMenuTitles({{"Open", "Öffnen"}, {"Gone", ""}});
-    EXPECT_EQ(test::mainMenuTitles(), (Lines{"Open", "Öffnen", "Close", ""}));
-}
-
-TEST_F(Mac, AnnouncementsNeedAnApplication)
-{
-    platform::announce(nullptr, "x");
-    test::setMainMenu({});
+    EXPECT_EQ(test::mainMenuTitles(), (Lines{"Open", "Öffnen", "Close", ""})) << "in submenus only";
     platform::announce(nullptr, "Größe");
     EXPECT_EQ(asked(), Lines{"announce Größe priority=90"});
 }
@@ -366,10 +361,9 @@ TEST_F(Mac, AnnouncementsNeedAnApplication)
 TEST_F(Mac, CommandsAreThoseOfMacOS)
 {
     for (const char *name : {"open", "sysctl"}) {
-        const std::string program = m_dir / ("bin/" + std::string(name));
-        test::writeFile(program,
-                        "#!/bin/sh\necho 42\nprintf '%s ' \"$@\" > " + (m_dir / "told~") + "\n/bin/mv "
-                            + (m_dir / "told~") + " " + (m_dir / "told") + "\n");
+        const std::string program = m_dir / ("bin/" + std::string(name)), told = m_dir / "told";
+        test::writeFile(
+            program, "#!/bin/sh\necho 42\nprintf '%s ' \"$@\" > " + told + "~\n/bin/mv " + told + "~ " + told + "\n");
         fs::permissions(program, fs::perms::owner_all);
     }
     ::setenv("PATH", (m_dir / "bin").c_str(), 1);

@@ -4,58 +4,35 @@
 
 namespace {
 
-/// What a compiler needs besides: the flags of the build, and its sanitizers.
-QStringList buildFlags()
+constexpr char kScript[] = R"sh(
+cmake=$1 build=$2 generator=$3 consumer=$4 compiler=$5 flags=$6
+set -e
 {
-    const QString sanitizers = OND_TEST_SANITIZE;
-    QStringList flags = QString(OND_TEST_CXX_FLAGS).split(' ', Qt::SkipEmptyParts);
-    if (!sanitizers.isEmpty())
-        flags += "-fsanitize=" + sanitizers;
-    return flags;
-}
-
-class Install : public testing::Test
-{
-protected:
-    void SetUp() override { run(OND_TEST_CMAKE, {"--install", OND_TEST_BUILD_DIR, "--prefix", prefix()}); }
-
-    [[nodiscard]] QString prefix() const { return QString::fromStdString(m_dir / "prefix"); }
-    [[nodiscard]] std::string path(const std::string &name) const { return m_dir / name; }
-
-    std::string run(const std::string &program, const QStringList &arguments)
-    {
-        const test::ProcessResult result = test::runProcess(program, arguments, path("home"));
-        EXPECT_EQ(result.exitStatus, 0) << program << '\n' << result.output << result.errors;
-        return result.output;
-    }
-
-    const std::string consumer = OND_TEST_SOURCE_DIR "/tests/process/consumer";
-
-private:
-    test::TempDir m_dir;
-};
+    "$cmake" --install "$build" --prefix "$PWD/prefix"
+    "$cmake" -G "$generator" -S "$consumer" -B build "-DCMAKE_PREFIX_PATH=$PWD/prefix" \
+        "-DCMAKE_CXX_COMPILER=$compiler" "-DCMAKE_CXX_FLAGS=$flags"
+    "$cmake" --build build
+} >&2
+build/consumer
+export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")
+"$compiler" -std=c++17 -fPIC $flags "$consumer/main.cpp" $(pkg-config --cflags --libs ondpdftoolutils) \
+    "-Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)" -o consumer
+./consumer
+)sh";
 
 } // namespace
 
-TEST_F(Install, IsFoundAndUsedThroughCMake)
+TEST(Install, IsFoundAndUsedThroughCMakeAndPkgConfig)
 {
-    const QString build = QString::fromStdString(path("build"));
-    run(OND_TEST_CMAKE,
-        {"-G", OND_TEST_GENERATOR, "-S", QString::fromStdString(consumer), "-B", build,
-         "-DCMAKE_PREFIX_PATH=" + prefix(), QString("-DCMAKE_CXX_COMPILER=") + OND_TEST_CXX,
-         "-DCMAKE_CXX_FLAGS=" + buildFlags().join(' ')});
-    run(OND_TEST_CMAKE, {"--build", build});
-    EXPECT_EQ(run(path("build/consumer"), {}), "log of consumer\n");
-}
-
-TEST_F(Install, IsFoundAndUsedThroughPkgConfig)
-{
-    const std::string directory = prefix().toStdString();
-    const test::TempDir home;
-    const std::string command = "cd '" + home.path().string() + "' && export PKG_CONFIG_PATH=$(dirname $(find '"
-        + directory + "' -name ondpdftoolutils.pc)) && '" OND_TEST_CXX "' -std=c++17 -fPIC '" + consumer + "/main.cpp' "
-        + buildFlags().join(' ').toStdString()
-        + " $(pkg-config --cflags --libs ondpdftoolutils) -Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)"
-          " -o consumer && ./consumer";
-    EXPECT_EQ(run("/bin/sh", {"-c", QString::fromStdString(command)}), "log of consumer\n");
+    const test::TempDir dir;
+    const QString sanitizers = OND_TEST_SANITIZE;
+    const QString flags = OND_TEST_CXX_FLAGS + (sanitizers.isEmpty() ? "" : " -fsanitize=" + sanitizers);
+    const QString script = QString::fromStdString("cd '" + dir.path().string() + "'") + kScript;
+    const char *consumer = OND_TEST_SOURCE_DIR "/tests/process/consumer";
+    const test::ProcessResult result = test::runProcess(
+        "/bin/sh",
+        {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, consumer, OND_TEST_CXX, flags},
+        dir / "home");
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\n");
 }

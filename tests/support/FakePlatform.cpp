@@ -64,52 +64,43 @@ bool contains(const std::vector<std::string> &all, const std::string &text)
 
 } // namespace
 
-// No test depends on what these do.
-
-std::string bundleIdentifier()
-{
-    return {};
-}
-
-std::pair<double, double> mainScreenSize()
-{
-    return {};
-}
-
-bool isApplicationRunning(const std::string & /*bundleId*/)
-{
-    return false;
-}
-
-bool openUrl(const std::string & /*url*/)
-{
-    return false;
-}
-
-bool revealFile(const QString & /*path*/)
-{
-    return false;
-}
-
-// Questions that one of the set answers answers as it stands.
-#define ANSWER(Type, question, field)                                                                                  \
-    Type question()                                                                                                    \
+#define ANSWER(question, ...)                                                                                          \
+    question                                                                                                           \
     {                                                                                                                  \
-        return fakePlatform().field;                                                                                   \
+        return __VA_ARGS__;                                                                                            \
     }
-ANSWER(std::string, bundleExecutablePath, bundleExecutablePath)
-ANSWER(std::string, bundlePath, bundlePath)
-ANSWER(std::string, applicationSupportDirectory, applicationSupportDirectory)
-ANSWER(std::string, homeDirectoryOfUser, homeDirectoryOfUser)
-ANSWER(std::optional<ReachabilityFlags>, zeroAddressReachability, reachability)
-ANSWER(std::uint64_t, monotonicTicks, ticks)
-ANSWER(double, secondsSinceLastInput, secondsSinceLastInput)
-#undef ANSWER
 
-bool isApplicationInstalled(const std::string &bundleId)
-{
-    return contains(fakePlatform().installedApplications, bundleId);
-}
+// No test depends on what these do.
+using Size = std::pair<double, double>;
+ANSWER(std::string bundleIdentifier(), {})
+ANSWER(Size mainScreenSize(), {})
+ANSWER(bool isApplicationRunning(const std::string & /*bundleId*/), false)
+ANSWER(bool openUrl(const std::string & /*url*/), false)
+ANSWER(bool revealFile(const QString & /*path*/), false)
+
+// What was set, as it stands.
+using Data = std::vector<unsigned char>;
+using Defaults = std::map<std::string, Data>;
+ANSWER(std::string bundleExecutablePath(), fakePlatform().bundleExecutablePath)
+ANSWER(std::string bundlePath(), fakePlatform().bundlePath)
+ANSWER(std::string bundleInfo(const std::string &bundle, const std::string &key), fakePlatform().info[bundle][key])
+ANSWER(std::string bundleInfo(const std::string &key), bundleInfo({}, key))
+ANSWER(std::string propertyListInfo(const std::string &plist, const std::string &key), bundleInfo(plist, key))
+ANSWER(std::string applicationSupportDirectory(), fakePlatform().applicationSupportDirectory)
+ANSWER(std::string homeDirectoryOfUser(), fakePlatform().homeDirectoryOfUser)
+ANSWER(std::string groupContainer(const std::string &group), fakePlatform().groupContainers[group])
+ANSWER(bool isApplicationInstalled(const std::string &id), contains(fakePlatform().installedApplications, id))
+ANSWER(Defaults userDefaultsWithPrefix(const std::string & /*prefix*/), fakePlatform().userDefaults)
+ANSWER(std::optional<ReachabilityFlags> zeroAddressReachability(), fakePlatform().reachability)
+ANSWER(std::uint64_t monotonicTicks(), fakePlatform().ticks)
+ANSWER(double secondsSinceLastInput(), fakePlatform().secondsSinceLastInput)
+ANSWER(const char *sharedMemorySizeCommand(), fakePlatform().sharedMemorySizeCommand.c_str())
+ANSWER(bool isProcessRunning(int /*processId*/), ++fakePlatform().looks <= fakePlatform().looksWhileRunning)
+
+// Kept for the test.
+ANSWER(void systemLog(const std::string &message), fakePlatform().systemLog.push_back(message))
+ANSWER(void announce(QWidget * /*source*/, const QString &text), fakePlatform().announcements.push_back(text))
+#undef ANSWER
 
 ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
 {
@@ -124,31 +115,6 @@ ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
     return ExecutablePathStatus::ok;
 }
 
-std::string bundleInfo(const std::string &key)
-{
-    return bundleInfo({}, key);
-}
-
-std::string bundleInfo(const std::string &bundlePath, const std::string &key)
-{
-    return fakePlatform().info[bundlePath][key];
-}
-
-std::string propertyListInfo(const std::string &plistPath, const std::string &key)
-{
-    return bundleInfo(plistPath, key);
-}
-
-std::string groupContainer(const std::string &groupId)
-{
-    return fakePlatform().groupContainers[groupId];
-}
-
-bool isProcessRunning(int /*processId*/)
-{
-    return ++fakePlatform().looks <= fakePlatform().looksWhileRunning;
-}
-
 bool launch(const LaunchRequest &request, const LaunchHandler &handler)
 {
     fakePlatform().launches.emplace_back(request, handler);
@@ -161,19 +127,14 @@ std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &req
     return fakePlatform().panelAnswer;
 }
 
-std::optional<std::vector<unsigned char>> userDefaultsData(const std::string &key)
+std::optional<Data> userDefaultsData(const std::string &key)
 {
     const auto &defaults = fakePlatform().userDefaults;
     const auto found = defaults.find(key);
     return found == defaults.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::map<std::string, std::vector<unsigned char>> userDefaultsWithPrefix(const std::string & /*prefix*/)
-{
-    return fakePlatform().userDefaults;
-}
-
-void setUserDefaultsData(const std::string &key, const std::vector<unsigned char> &data)
+void setUserDefaultsData(const std::string &key, const Data &data)
 {
     if (fakePlatform().keepsUserDefaults)
         fakePlatform().userDefaults[key] = data;
@@ -192,7 +153,7 @@ CreatedBookmark createBookmark(const std::string &path, unsigned long options)
     return {{text.begin(), text.end()}, {}};
 }
 
-ResolvedBookmark resolveBookmark(const std::vector<unsigned char> &data, unsigned long options)
+ResolvedBookmark resolveBookmark(const Data &data, unsigned long options)
 {
     const std::string text(data.begin(), data.end());
     const std::size_t colon = text.find(':');
@@ -205,16 +166,6 @@ ResolvedBookmark resolveBookmark(const std::vector<unsigned char> &data, unsigne
     return {{}, fakePlatform().staleBookmarks, [note] { return note("start "); }, [note] { note("stop "); }};
 }
 
-void systemLog(const std::string &message)
-{
-    fakePlatform().systemLog.push_back(message);
-}
-
-void announce(QWidget * /*source*/, const QString &text)
-{
-    fakePlatform().announcements.push_back(text);
-}
-
 void retitleSubmenuItems(const std::function<std::optional<QString>(const QString &title)> &newTitle)
 {
     for (QString &item : fakePlatform().submenuItems)
@@ -225,11 +176,6 @@ Timebase monotonicTimebase()
 {
     ++fakePlatform().timebaseReads;
     return fakePlatform().timebase;
-}
-
-const char *sharedMemorySizeCommand()
-{
-    return fakePlatform().sharedMemorySizeCommand.c_str();
 }
 
 } // namespace platform

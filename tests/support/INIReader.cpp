@@ -45,11 +45,6 @@ bool INIReader::HasSection(const std::string &section) const
     return next != _values.end() && next->first.compare(0, key.size(), key) == 0;
 }
 
-bool INIReader::HasValue(const std::string &section, const std::string &name) const
-{
-    return _values.count(MakeKey(section, name)) > 0;
-}
-
 std::string INIReader::MakeKey(const std::string &section, const std::string &name)
 {
     std::string key = section + "=" + name;

@@ -25,6 +25,13 @@ void unlocking(void *lock)
     __tsan_release(QThread::currentThread());
 }
 
+bool acquiredIf(bool succeeded, void *object)
+{
+    if (succeeded)
+        __tsan_acquire(object);
+    return succeeded;
+}
+
 /// Runs a task on a thread that has seen what the pushing thread did.
 class SeenRunnable : public QRunnable
 {
@@ -59,10 +66,7 @@ WRAPPED(void, _ZN6QMutex4lockEv, QMutex *mutex)
 
 WRAPPED(bool, _ZN6QMutex7tryLockEi, QMutex *mutex, int timeout)
 {
-    const bool locked = REAL(_ZN6QMutex7tryLockEi)(mutex, timeout);
-    if (locked)
-        __tsan_acquire(mutex);
-    return locked;
+    return acquiredIf(REAL(_ZN6QMutex7tryLockEi)(mutex, timeout), mutex);
 }
 
 WRAPPED(void, _ZN6QMutex6unlockEv, QMutex *mutex)
@@ -94,10 +98,7 @@ WRAPPED(bool, _ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer, QWaitCondition 
 
 WRAPPED(bool, _ZN7QThread4waitE14QDeadlineTimer, QThread *thread, QDeadlineTimer deadline)
 {
-    const bool ended = REAL(_ZN7QThread4waitE14QDeadlineTimer)(thread, deadline);
-    if (ended)
-        __tsan_acquire(thread);
-    return ended;
+    return acquiredIf(REAL(_ZN7QThread4waitE14QDeadlineTimer)(thread, deadline), thread);
 }
 
 WRAPPED(void, _ZN11QThreadPool5startEP9QRunnablei, QThreadPool *pool, QRunnable *task, int priority)
@@ -107,10 +108,7 @@ WRAPPED(void, _ZN11QThreadPool5startEP9QRunnablei, QThreadPool *pool, QRunnable 
 
 WRAPPED(bool, _ZN11QThreadPool11waitForDoneEi, QThreadPool *pool, int milliseconds)
 {
-    const bool done = REAL(_ZN11QThreadPool11waitForDoneEi)(pool, milliseconds);
-    if (done)
-        __tsan_acquire(pool);
-    return done;
+    return acquiredIf(REAL(_ZN11QThreadPool11waitForDoneEi)(pool, milliseconds), pool);
 }
 
 } // extern "C"

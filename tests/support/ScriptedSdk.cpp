@@ -37,6 +37,17 @@ IVipSdkCoreInterface::~IVipSdkCoreInterface() = default;
 IVipSdkTelemInterface::~IVipSdkTelemInterface() = default;
 IVipTelemData::~IVipTelemData() = default;
 
+#define NOTE(function, text)                                                                                           \
+    void function()                                                                                                    \
+    {                                                                                                                  \
+        scriptedSdk().calls.emplace_back(text);                                                                        \
+    }
+#define ANSWER(function, ...)                                                                                          \
+    function                                                                                                           \
+    {                                                                                                                  \
+        return __VA_ARGS__;                                                                                            \
+    }
+
 class VipSdkCoreInterfaceImpl::Private
 {
 };
@@ -44,25 +55,15 @@ class VipSdkCoreInterfaceImpl::Private
 VipSdkCoreInterfaceImpl::VipSdkCoreInterfaceImpl() = default;
 VipSdkCoreInterfaceImpl::~VipSdkCoreInterfaceImpl() = default;
 
-void VipSdkCoreInterfaceImpl::Initialize()
-{
-    scriptedSdk().calls.emplace_back("start core");
-}
-
-void VipSdkCoreInterfaceImpl::UnInitialize()
-{
-    scriptedSdk().calls.emplace_back("stop core");
-}
-
-bool VipSdkCoreInterfaceImpl::IsLogin()
-{
-    return scriptedSdk().loggedIn;
-}
-
-bool VipSdkCoreInterfaceImpl::Logout()
-{
-    return scriptedSdk().succeeds;
-}
+NOTE(VipSdkCoreInterfaceImpl::Initialize, "start core")
+NOTE(VipSdkCoreInterfaceImpl::UnInitialize, "stop core")
+ANSWER(bool VipSdkCoreInterfaceImpl::IsLogin(), scriptedSdk().loggedIn)
+ANSWER(bool VipSdkCoreInterfaceImpl::Logout(), scriptedSdk().succeeds)
+ANSWER(bool VipSdkCoreInterfaceImpl::StartFrontTask(), scriptedSdk().succeeds)
+ANSWER(bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate),
+       give(scriptedSdk().certificate, certificate))
+ANSWER(bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag),
+       scriptedSdk().login &&scriptedSdk().login(user, password, errorCode, flag))
 
 bool VipSdkCoreInterfaceImpl::GetUserInfoJson(wchar_t **json)
 {
@@ -89,11 +90,6 @@ void VipSdkCoreInterfaceImpl::RemoveUserInfoChangeListener(IUserInfoChangeListen
     all.erase(std::remove(all.begin(), all.end(), listener), all.end());
 }
 
-bool VipSdkCoreInterfaceImpl::StartFrontTask()
-{
-    return scriptedSdk().succeeds;
-}
-
 bool VipSdkCoreInterfaceImpl::LogoutForever(int *result)
 {
     if (result)
@@ -108,16 +104,6 @@ bool VipSdkCoreInterfaceImpl::SetUserInfo(const wchar_t *openId, const wchar_t *
     return scriptedSdk().succeeds;
 }
 
-bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag)
-{
-    return scriptedSdk().login && scriptedSdk().login(user, password, errorCode, flag);
-}
-
-bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate)
-{
-    return give(scriptedSdk().certificate, certificate);
-}
-
 class VipSdkTeleM3rdImpl::Private
 {
 };
@@ -125,15 +111,8 @@ class VipSdkTeleM3rdImpl::Private
 VipSdkTeleM3rdImpl::VipSdkTeleM3rdImpl() = default;
 VipSdkTeleM3rdImpl::~VipSdkTeleM3rdImpl() = default;
 
-void VipSdkTeleM3rdImpl::Initialize()
-{
-    scriptedSdk().calls.emplace_back("start telemetry");
-}
-
-void VipSdkTeleM3rdImpl::UnInitialize()
-{
-    scriptedSdk().calls.emplace_back("stop telemetry");
-}
+NOTE(VipSdkTeleM3rdImpl::Initialize, "start telemetry")
+NOTE(VipSdkTeleM3rdImpl::UnInitialize, "stop telemetry")
 
 void VipSdkTeleM3rdImpl::SendTelemData(IVipTelemData *record)
 {
@@ -175,12 +154,5 @@ ProductInfoMgr *ProductInfoMgr::GetInstance()
     return &instance;
 }
 
-void ProductInfoMgr::Initialize()
-{
-    scriptedSdk().calls.emplace_back("prepare product information");
-}
-
-ProductInfoMgr::PublicInfo ProductInfoMgr::GetPublicInfo() const
-{
-    return scriptedSdk().publicInfo;
-}
+NOTE(ProductInfoMgr::Initialize, "prepare product information")
+ANSWER(ProductInfoMgr::PublicInfo ProductInfoMgr::GetPublicInfo() const, scriptedSdk().publicInfo)

@@ -29,15 +29,12 @@ using NSURLBookmarkResolutionOptions = NSUInteger;
 - (NSURL *)containerURLForSecurityApplicationGroupIdentifier:(NSString *)group;
 @end
 
-@interface NSWorkspaceOpenConfiguration : NSObject {
-    BOOL _activates, _hides, _createsNewApplicationInstance;
-    NSArray *_arguments;
-}
+@interface NSWorkspaceOpenConfiguration : NSObject
 + (NSWorkspaceOpenConfiguration *)configuration;
-@property BOOL activates;
-@property BOOL hides;
-@property BOOL createsNewApplicationInstance;
-@property (copy) NSArray *arguments;
+- (void)setActivates:(BOOL)activates;
+- (void)setHides:(BOOL)hides;
+- (void)setCreatesNewApplicationInstance:(BOOL)isNew;
+- (void)setArguments:(NSArray *)arguments;
 @end
 
 @interface NSWorkspace (Launches)
