@@ -4,7 +4,7 @@
 option(OND_LIBCXX "Build with LLVM's C++ library (clang only)" OFF)
 
 if(OND_LIBCXX)
-  add_library(ond_inireader STATIC tests/support/INIReader.cpp)
+  add_library(ond_inireader STATIC cmake/INIReader.cpp)
   target_link_options(ond_inireader INTERFACE "LINKER:--exclude-libs,libond_inireader.a")
   target_link_libraries(ond_inireader PUBLIC inih)
   set_target_properties(PkgConfig::INIReader PROPERTIES INTERFACE_LINK_LIBRARIES ond_inireader)

@@ -52,7 +52,7 @@ protected:
     std::wstring userInfo()
     {
         wchar_t *json = nullptr;
-        const std::wstring text = core.GetUserInfoJson(&json) ? json : L"";
+        std::wstring text = core.GetUserInfoJson(&json) ? json : L"";
         core.FreeString(json);
         return text;
     }
@@ -134,7 +134,7 @@ TEST_F(LocalSdk, SessionAndAccountEnd)
     EXPECT_TRUE(text.rfind(L"open_id=a%26b&certificate=", 0) == 0 && text.find(L"secret") == std::wstring::npos);
 
     EXPECT_TRUE(core.Logout() && !core.IsLogin() && login() == 0);
-    EXPECT_NE(userInfo().find(L"\U0001F600"), std::wstring::npos) << "the profile stays with the account";
+    EXPECT_NE(userInfo().find(L'\U0001F600'), std::wstring::npos) << "the profile stays with the account";
     EXPECT_TRUE(core.LogoutForever(nullptr) && userInfo() == kLoggedOut);
     EXPECT_EQ(test::readFile(path("accounts.json")).find("seed"), std::string::npos);
 }
