@@ -50,6 +50,9 @@ protected:
         ++m_results;
     }
 
+    int m_argc = 1;
+    char m_name[5] = "test", *m_argv[2] = {m_name, nullptr};
+    QCoreApplication m_application{m_argc, m_argv}; // delivers the deletion
     GlobalRequestTaskMgr *const m_manager = GlobalRequestTaskMgr::getInstance();
     std::atomic<bool> m_released{false};
     std::atomic<int> m_running{0}, m_results{0};

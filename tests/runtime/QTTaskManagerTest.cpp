@@ -46,6 +46,9 @@ protected:
                                            QEvent::DeferredDelete); // deletes the pools, as an event loop would
     }
 
+    int argc = 1;
+    char name[5] = "test", *argv[2] = {name, nullptr};
+    QCoreApplication application{argc, argv}; // delivers the deletion
     std::atomic<bool> running{false}, released{false};
     QTTaskManager manager;
 };
