@@ -188,7 +188,7 @@ void MacReg::openStore()
     atTurn(m_path, [this] {
         const QString path = QString::fromStdString(m_path);
         // A missing file is opened all the same: it appears with the first value.
-        m_settings.emplace(ini::isWritable(path) ? path : ini::readable(path), QSettings::IniFormat);
+        m_settings.emplace(typeOf(m_path, &::lstat) == 0 ? path : ini::readable(path), QSettings::IniFormat);
     });
 }
 
