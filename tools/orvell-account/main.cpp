@@ -11,21 +11,6 @@ namespace {
 
 enum ExitStatus { kDone = 0, kFailed = 1, kWrongUse = 2 };
 
-/// The account for the lifetime of a scope.
-class Account
-{
-public:
-    Account() { m_account->Initialize(true); }
-    ~Account() { m_account->Uninitialize(); }
-    Account(const Account &) = delete;
-    Account &operator=(const Account &) = delete;
-
-    CPDFVipSdkAdapter *operator->() const { return m_account; }
-
-private:
-    CPDFVipSdkAdapter *const m_account = CPDFVipSdkAdapter::GetInstance();
-};
-
 int fail(const std::string &message, ExitStatus status = kFailed)
 {
     std::cerr << "orvell-account: " << escaped(message) << '\n';
@@ -46,9 +31,12 @@ int login()
 
 int logoutForever()
 {
-    const Account account;
+    CPDFVipSdkAdapter *account = CPDFVipSdkAdapter::GetInstance();
+    account->Initialize(true);
     int result = 0;
-    if (!account->LogoutForever(&result))
+    const bool isDone = account->LogoutForever(&result);
+    account->Uninitialize();
+    if (!isDone)
         return fail("the account cannot be logged out for good, code " + std::to_string(result));
     return kDone;
 }
