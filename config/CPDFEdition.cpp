@@ -1,9 +1,9 @@
 #include "config/CPDFEdition.h"
 
-#include "config/ParentAppDir.h"
+#include "config/ParentAppDir_p.h"
 #include "config/PdfReaderProductInfo.h"
 #include "config/ProductCfgUtil.h"
-#include "config/ServerFile.h"
+#include "config/ServerFile_p.h"
 #include "paths/PathUtils.h"
 
 #include <identity.h>

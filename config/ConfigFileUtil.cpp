@@ -1,7 +1,7 @@
 #include "config/ConfigFileUtil.h"
 
-#include "config/IniFile.h"
-#include "config/WriteTurn.h"
+#include "config/IniFile_p.h"
+#include "config/WriteTurn_p.h"
 #include "paths/PathUtils.h"
 #include "vipsdk/include/OndIniWrapper.h"
 

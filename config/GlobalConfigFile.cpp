@@ -1,7 +1,7 @@
 #include "config/GlobalConfigFile.h"
 
 #include "config/MacConfigPath.h"
-#include "paths/BundlePath.h"
+#include "paths/BundlePath_p.h"
 
 #include <INIReader.h>
 #include <filesystem>

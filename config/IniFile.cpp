@@ -1,6 +1,6 @@
-#include "config/IniFile.h"
+#include "config/IniFile_p.h"
 
-#include "config/WriteTurn.h"
+#include "config/WriteTurn_p.h"
 
 #include <QFile>
 #include <QLockFile>

@@ -1,4 +1,4 @@
-#include "config/InstallTime.h"
+#include "config/InstallTime_p.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "config/InstallationId.h"
+#include "config/InstallationId_p.h"
 
 #include "runtime/OndEasyMd5.h"
 

@@ -2,10 +2,10 @@
 
 #include "config/GlobalConfigFile.h"
 #include "config/MacGlobalConfig.h"
-#include "paths/BundlePath.h"
+#include "paths/BundlePath_p.h"
 #include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
-#include "paths/platform/Bundle.h"
+#include "paths/platform/Bundle_p.h"
 #include "runtime/CommonFileLog.h"
 
 #include <filesystem>

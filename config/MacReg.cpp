@@ -1,9 +1,9 @@
 #include "config/MacReg.h"
 
-#include "config/IniFile.h"
+#include "config/IniFile_p.h"
 #include "config/MacConfigPath.h"
-#include "config/WriteTurn.h"
-#include "paths/BundlePath.h"
+#include "config/WriteTurn_p.h"
+#include "paths/BundlePath_p.h"
 
 #include <QDir>
 #include <QThread>

@@ -1,4 +1,4 @@
-#include "config/MaskedText.h"
+#include "config/MaskedText_p.h"
 
 #include <QString>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "config/ParentAppDir.h"
+#include "config/ParentAppDir_p.h"
 
 #include "config/MacConfigPath.h"
 #include "paths/PathUtils.h"

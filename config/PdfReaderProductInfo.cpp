@@ -1,18 +1,18 @@
 #include "config/PdfReaderProductInfo.h"
 
 #include "config/ConfigFileUtil.h"
-#include "config/IniFile.h"
-#include "config/InstallTime.h"
+#include "config/IniFile_p.h"
+#include "config/InstallTime_p.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
-#include "config/ParentAppDir.h"
+#include "config/ParentAppDir_p.h"
 #include "config/ProductCfgUtil.h"
 #include "config/ProductInfoForCooperation.h"
-#include "config/ServerFile.h"
+#include "config/ServerFile_p.h"
 #include "paths/MacUtils.h"
 #include "paths/PathUtils.h"
-#include "paths/platform/Applications.h"
+#include "paths/platform/Applications_p.h"
 
 #include <identity.h>
 

@@ -1,10 +1,10 @@
 #include "config/ProductCfgUtil.h"
 
 #include "account/CPDFVipSdkAdapter.h"
-#include "config/IniFile.h"
+#include "config/IniFile_p.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
-#include "config/ServerFile.h"
+#include "config/ServerFile_p.h"
 #include "paths/PathUtils.h"
 #include "runtime/MacGlobalUrl.h"
 

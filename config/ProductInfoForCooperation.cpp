@@ -1,7 +1,7 @@
 #include "config/ProductInfoForCooperation.h"
 
-#include "config/InstallationId.h"
-#include "config/ServerFile.h"
+#include "config/InstallationId_p.h"
+#include "config/ServerFile_p.h"
 #include "paths/PathUtils.h"
 #include "vipsdk/include/OndIniWrapper.h"
 

@@ -1,4 +1,4 @@
-#include "config/ServerFile.h"
+#include "config/ServerFile_p.h"
 
 #include "config/MacConfigPath.h"
 

@@ -1,4 +1,4 @@
-#include "config/WriteTurn.h"
+#include "config/WriteTurn_p.h"
 
 #include <cerrno>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "paths/BundlePath.h"
+#include "paths/BundlePath_p.h"
 
 std::optional<std::string> prefixOfMainBundle(const std::string &executableDir)
 {

@@ -1,9 +1,9 @@
 #include "paths/MacBookmark.h"
 
 #include "config/GlobalConfigFile.h"
-#include "paths/platform/Bookmark.h"
-#include "paths/platform/SystemLog.h"
-#include "paths/platform/UserDefaults.h"
+#include "paths/platform/Bookmark_p.h"
+#include "paths/platform/SystemLog_p.h"
+#include "paths/platform/UserDefaults_p.h"
 
 #include <filesystem>
 #include <functional>

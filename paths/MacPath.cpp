@@ -1,7 +1,7 @@
 #include "paths/MacPath.h"
 
-#include "paths/platform/Bundle.h"
-#include "paths/platform/UserDirectories.h"
+#include "paths/platform/Bundle_p.h"
+#include "paths/platform/UserDirectories_p.h"
 
 std::string MacPath::getAppFullPath()
 {

@@ -4,10 +4,10 @@
 #include "config/MacGlobalConfig.h"
 #include "paths/MacBookmark.h"
 #include "paths/StringUtils.h"
-#include "paths/platform/OpenPanel.h"
-#include "paths/platform/SystemLog.h"
-#include "paths/platform/UserDirectories.h"
-#include "paths/platform/Workspace.h"
+#include "paths/platform/OpenPanel_p.h"
+#include "paths/platform/SystemLog_p.h"
+#include "paths/platform/UserDirectories_p.h"
+#include "paths/platform/Workspace_p.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,16 +1,16 @@
 #include "paths/MacUtils.h"
 
-#include "paths/BundlePath.h"
+#include "paths/BundlePath_p.h"
 #include "paths/MacPath.h"
 #include "paths/StringUtils.h"
-#include "paths/platform/Bundle.h"
-#include "paths/platform/Clock.h"
-#include "paths/platform/Idle.h"
-#include "paths/platform/Menu.h"
-#include "paths/platform/Reachability.h"
-#include "paths/platform/Screen.h"
-#include "paths/platform/System.h"
-#include "paths/platform/Workspace.h"
+#include "paths/platform/Bundle_p.h"
+#include "paths/platform/Clock_p.h"
+#include "paths/platform/Idle_p.h"
+#include "paths/platform/Menu_p.h"
+#include "paths/platform/Reachability_p.h"
+#include "paths/platform/Screen_p.h"
+#include "paths/platform/System_p.h"
+#include "paths/platform/Workspace_p.h"
 
 #include <array>
 #include <cstdio>

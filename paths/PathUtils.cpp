@@ -1,10 +1,10 @@
 #include "paths/PathUtils.h"
 
-#include "config/IniFile.h"
+#include "config/IniFile_p.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "config/ProductCfgUtil.h"
-#include "paths/Located.h"
+#include "paths/Located_p.h"
 #include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"

@@ -1,9 +1,9 @@
 #include "paths/PathUtils.h"
 
-#include "paths/Located.h"
+#include "paths/Located_p.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"
-#include "paths/platform/FileManager.h"
+#include "paths/platform/FileManager_p.h"
 
 #include <QDateTime>
 #include <QDesktopServices>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/EditionTexts.h"
+#include "config/EditionTexts_p.h"
 
 /// Every address that this product build goes to. Data only: a product build replaces this file (OND_PRODUCT_DIR).
 ///

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/MaskedText.h"
+#include "config/MaskedText_p.h"
 
 /// What names this product build. Data only: a product build replaces this file (OND_PRODUCT_DIR).
 namespace product {

@@ -1,7 +1,7 @@
 #include "account/ui/OndVipLoginUI.h"
 
 #include "account/OndVipGeneratorUtil.h"
-#include "paths/platform/Announcement.h"
+#include "paths/platform/Announcement_p.h"
 #include "ui_OndVipLoginUI.h"
 #include "vipsdk/include/VipSdkDefine.h"
 

@@ -2,7 +2,7 @@
 
 #include "bench/masked/Literal.h"
 #include "bench/support/Ratios.h"
-#include "config/MaskedText.h"
+#include "config/MaskedText_p.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "config/IniFile.h"
+#include "config/IniFile_p.h"
 
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TestFiles.h"

@@ -1,8 +1,8 @@
 #include "config/PdfReaderProductInfo.h"
 
 #include "config/CPDFEdition.h"
-#include "config/InstallTime.h"
-#include "config/InstallationId.h"
+#include "config/InstallTime_p.h"
+#include "config/InstallationId_p.h"
 #include "config/ProductInfoForCooperation.h"
 #include "tests/support/FakePlatform.h"
 

@@ -1,6 +1,6 @@
 #include "paths/MacBookmark.h"
 #include "paths/MacSandbox.h"
-#include "paths/platform/UserDefaults.h"
+#include "paths/platform/UserDefaults_p.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TestFiles.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "paths/platform/Clock.h"
-#include "paths/platform/OpenPanel.h"
-#include "paths/platform/Reachability.h"
-#include "paths/platform/Workspace.h"
+#include "paths/platform/Clock_p.h"
+#include "paths/platform/OpenPanel_p.h"
+#include "paths/platform/Reachability_p.h"
+#include "paths/platform/Workspace_p.h"
 #include "tests/support/TestFiles.h"
 
 #include <QString>

@@ -1,4 +1,4 @@
-#include "paths/platform/Announcement.h"
+#include "paths/platform/Announcement_p.h"
 
 #include <QAccessible>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "paths/platform/Bookmark.h"
+#include "paths/platform/Bookmark_p.h"
 
 #include <cerrno>
 #include <cstdint>

@@ -1,6 +1,6 @@
-#include "paths/platform/Bundle.h"
+#include "paths/platform/Bundle_p.h"
 
-#include "paths/platform/generic/PropertyList.h"
+#include "paths/platform/generic/PropertyList_p.h"
 
 #include <climits>
 #include <cstring>

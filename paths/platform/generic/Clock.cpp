@@ -1,4 +1,4 @@
-#include "paths/platform/Clock.h"
+#include "paths/platform/Clock_p.h"
 
 #include <ctime>
 

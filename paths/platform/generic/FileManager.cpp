@@ -1,4 +1,4 @@
-#include "paths/platform/FileManager.h"
+#include "paths/platform/FileManager_p.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
-#include "paths/platform/Idle.h"
+#include "paths/platform/Idle_p.h"
 
-#include "paths/platform/Clock.h"
+#include "paths/platform/Clock_p.h"
 
 #include <QCoreApplication>
 #include <QEvent>

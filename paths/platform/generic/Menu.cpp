@@ -1,4 +1,4 @@
-#include "paths/platform/Menu.h"
+#include "paths/platform/Menu_p.h"
 
 #include <QApplication>
 #include <QMenu>

@@ -1,4 +1,4 @@
-#include "paths/platform/OpenPanel.h"
+#include "paths/platform/OpenPanel_p.h"
 
 #include <QApplication>
 #include <QFileDialog>

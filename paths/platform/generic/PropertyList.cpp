@@ -1,4 +1,4 @@
-#include "paths/platform/generic/PropertyList.h"
+#include "paths/platform/generic/PropertyList_p.h"
 
 #include <cstdint>
 #include <cstdlib>

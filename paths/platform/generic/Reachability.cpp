@@ -1,4 +1,4 @@
-#include "paths/platform/Reachability.h"
+#include "paths/platform/Reachability_p.h"
 
 #include <cstdint>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "paths/platform/Screen.h"
+#include "paths/platform/Screen_p.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,4 +1,4 @@
-#include "paths/platform/System.h"
+#include "paths/platform/System_p.h"
 
 namespace platform {
 

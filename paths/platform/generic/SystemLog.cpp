@@ -1,4 +1,4 @@
-#include "paths/platform/SystemLog.h"
+#include "paths/platform/SystemLog_p.h"
 
 #include <syslog.h>
 

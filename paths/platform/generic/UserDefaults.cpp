@@ -1,7 +1,7 @@
-#include "paths/platform/UserDefaults.h"
+#include "paths/platform/UserDefaults_p.h"
 
-#include "paths/platform/Bundle.h"
-#include "paths/platform/UserDirectories.h"
+#include "paths/platform/Bundle_p.h"
+#include "paths/platform/UserDirectories_p.h"
 
 #include <QByteArray>
 #include <QFile>

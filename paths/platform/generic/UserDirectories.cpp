@@ -1,4 +1,4 @@
-#include "paths/platform/UserDirectories.h"
+#include "paths/platform/UserDirectories_p.h"
 
 #include <cstdlib>
 #include <string>

@@ -1,6 +1,6 @@
-#include "paths/platform/Workspace.h"
+#include "paths/platform/Workspace_p.h"
 
-#include "paths/platform/Bundle.h"
+#include "paths/platform/Bundle_p.h"
 
 #include <QDesktopServices>
 #include <QFile>

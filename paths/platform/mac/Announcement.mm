@@ -1,6 +1,6 @@
-#include "paths/platform/Announcement.h"
+#include "paths/platform/Announcement_p.h"
 
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 #import <AppKit/AppKit.h>
 

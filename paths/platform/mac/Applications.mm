@@ -1,6 +1,6 @@
-#include "paths/platform/Applications.h"
+#include "paths/platform/Applications_p.h"
 
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,7 +1,7 @@
-#include "paths/platform/Bookmark.h"
+#include "paths/platform/Bookmark_p.h"
 
-#include "paths/platform/mac/Data.h"
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Data_p.h"
+#include "paths/platform/mac/Strings_p.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
-#include "paths/platform/Bundle.h"
+#include "paths/platform/Bundle_p.h"
 
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 #include <cstdint>
 #include <mach-o/dyld.h>

@@ -1,4 +1,4 @@
-#include "paths/platform/Idle.h"
+#include "paths/platform/Idle_p.h"
 
 #include <CoreGraphics/CoreGraphics.h>
 

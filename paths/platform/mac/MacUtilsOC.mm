@@ -1,7 +1,7 @@
 #include "paths/platform/mac/MacUtilsOC.h"
 
 #include "paths/MacUtils.h"
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 bool IsProcessRunningOC(NSString *bundleId)
 {

@@ -1,6 +1,6 @@
-#include "paths/platform/Menu.h"
+#include "paths/platform/Menu_p.h"
 
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 #import <AppKit/AppKit.h>
 

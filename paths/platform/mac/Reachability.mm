@@ -1,4 +1,4 @@
-#include "paths/platform/Reachability.h"
+#include "paths/platform/Reachability_p.h"
 
 #include <SystemConfiguration/SystemConfiguration.h>
 #include <netinet/in.h>

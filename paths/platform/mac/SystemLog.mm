@@ -1,6 +1,6 @@
-#include "paths/platform/SystemLog.h"
+#include "paths/platform/SystemLog_p.h"
 
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 namespace platform {
 

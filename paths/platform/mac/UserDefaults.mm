@@ -1,7 +1,7 @@
-#include "paths/platform/UserDefaults.h"
+#include "paths/platform/UserDefaults_p.h"
 
-#include "paths/platform/mac/Data.h"
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Data_p.h"
+#include "paths/platform/mac/Strings_p.h"
 
 namespace platform {
 

@@ -1,6 +1,6 @@
-#include "paths/platform/UserDirectories.h"
+#include "paths/platform/UserDirectories_p.h"
 
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 namespace platform {
 

@@ -1,6 +1,6 @@
-#include "paths/platform/Workspace.h"
+#include "paths/platform/Workspace_p.h"
 
-#include "paths/platform/mac/Strings.h"
+#include "paths/platform/mac/Strings_p.h"
 
 #import <AppKit/AppKit.h>
 

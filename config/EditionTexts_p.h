@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/MaskedText.h"
+#include "config/MaskedText_p.h"
 
 #include <tuple>
 
