@@ -4,7 +4,6 @@
 #include "vipsdk/include/VipSdkDefine.h"
 
 #include <QReadWriteLock>
-#include <atomic>
 #include <memory>
 #include <set>
 
@@ -81,8 +80,6 @@ public:
 private:
     CPDFVipSdkAdapter();
     ~CPDFVipSdkAdapter() override;
-
-    static std::atomic<std::uint32_t> g_account; // 0xFFFFFFFF until it is read
 
     std::unique_ptr<IPDFVipSdkAdapter> m_adapter;
     bool m_initialized = false;

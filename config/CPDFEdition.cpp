@@ -1,10 +1,8 @@
 #include "config/CPDFEdition.h"
 
-#include "config/ParentAppDir_p.h"
+#include "config/Locations_p.h"
 #include "config/PdfReaderProductInfo.h"
 #include "config/ProductCfgUtil.h"
-#include "config/ServerFile_p.h"
-#include "paths/PathUtils.h"
 
 #include <identity.h>
 
@@ -30,12 +28,12 @@ void CPDFEdition::Uninitialize()
 
 void CPDFEdition::InitWorkDir()
 {
-    m_pdfDir = PathUtils::getApplicationDir().toStdWString();
-    m_parentAppDir = parentAppDir().toStdWString();
+    m_pdfDir = locations::applicationDir().toStdWString();
+    m_parentAppDir = locations::parentAppDir().toStdWString();
     m_editionNamePrefix = product::kEditionNamePrefix.wstr();
     m_pdfConstCfgPath = m_pdfDir + product::kConstCfgName.wstr();
     // For the line that it leaves in the diagnostic log: support staff read there which server file is in force.
-    static_cast<void>(serverFilePath());
+    static_cast<void>(locations::serverFile());
 }
 
 PDFEdition::EDITION CPDFEdition::GetEdition() const

@@ -1,8 +1,8 @@
 #include "config/ConfigFileUtil.h"
 
 #include "config/IniFile_p.h"
+#include "config/Locations_p.h"
 #include "config/WriteTurn_p.h"
-#include "paths/PathUtils.h"
 #include "vipsdk/include/OndIniWrapper.h"
 
 #include <QFile>
@@ -23,12 +23,12 @@ void setValueIn(const QString &path, const QString &key, int value)
 
 QString userOverlay()
 {
-    return PathUtils::getConfigDataPath() + QStringLiteral(".user");
+    return locations::configData() + QStringLiteral(".user");
 }
 
 QString counterStore()
 {
-    return PathUtils::getAppDataDir(true) + QStringLiteral("config_count.ini");
+    return locations::inUserData("config_count.ini");
 }
 
 bool isBatch(const std::vector<QString> &keys, const std::vector<int> &values, int count)
@@ -40,18 +40,18 @@ bool isBatch(const std::vector<QString> &keys, const std::vector<int> &values, i
 
 int ConfigFileUtil::GetLocalAppCfgValueInt(const QString &key, int defaultValue)
 {
-    return key.isEmpty() ? defaultValue : valueIn(PathUtils::getAppConfigPath(false), key, defaultValue);
+    return key.isEmpty() ? defaultValue : valueIn(locations::appConfig(false), key, defaultValue);
 }
 
 void ConfigFileUtil::SetLocalAppCfgValueInt(const QString &key, int value)
 {
     if (!key.isEmpty())
-        setValueIn(PathUtils::getAppConfigPath(true), key, value);
+        setValueIn(locations::appConfig(true), key, value);
 }
 
 int ConfigFileUtil::GetCfgdataFileValueInt(const QString &key, int defaultValue)
 {
-    return key.isEmpty() ? defaultValue : valueIn(PathUtils::getConfigDataPath(), key, defaultValue);
+    return key.isEmpty() ? defaultValue : valueIn(locations::configData(), key, defaultValue);
 }
 
 int ConfigFileUtil::GetCfgdataFileValueIntUser(const QString &key, int defaultValue)
@@ -104,7 +104,7 @@ void ConfigFileUtil::ClearLocalAppCfgForCount()
 QString ConfigFileUtil::GetProductVersion()
 {
     cf_ini::OndIniWrapper file;
-    if (file.LoadFile(PathUtils::getVersionConfigPath().toStdWString().c_str(), 2, 0) == 0)
+    if (file.LoadFile(locations::versionConfig().toStdWString().c_str(), 2, 0) == 0)
         return {};
     return QString::fromStdWString(file.Read(L"version", L"date", L""));
 }

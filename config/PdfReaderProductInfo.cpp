@@ -3,13 +3,12 @@
 #include "config/ConfigFileUtil.h"
 #include "config/IniFile_p.h"
 #include "config/InstallTime_p.h"
+#include "config/Locations_p.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
-#include "config/ParentAppDir_p.h"
 #include "config/ProductCfgUtil.h"
 #include "config/ProductInfoForCooperation.h"
-#include "config/ServerFile_p.h"
 #include "paths/MacUtils.h"
 #include "paths/PathUtils.h"
 #include "paths/platform/Applications_p.h"
@@ -65,8 +64,8 @@ void ProductInfoHelper::InitIndependentEdition()
     m_info.installTime = registry.value(QStringLiteral("product/installtime"), 0).toLongLong();
     m_info.uuid = ini::text(registry.value(QStringLiteral("product/uuid")));
     m_info.svrid = ini::text(registry.value(QStringLiteral("product/svrid")));
-    m_info.applicationDir = PathUtils::getApplicationDir();
-    m_info.parentAppDir = parentAppDir();
+    m_info.applicationDir = locations::applicationDir();
+    m_info.parentAppDir = locations::parentAppDir();
     m_info.fileVersion = MacUtils::GetBundleVersionTail(true);
     m_info.bundleVersion = QString::fromStdString(MacUtils::GetMainBundleVersionString());
 }
@@ -156,5 +155,5 @@ bool PdfReaderProductInfo::IsHasCloudPdf() const { return isInstalled(product::k
 
 void PdfReaderProductInfo::SetTryNo(int value)
 {
-    ini::setValue(serverFilePath(), "Common", "TryNo", QByteArray::number(value));
+    ini::setValue(locations::serverFile(), "Common", "TryNo", QByteArray::number(value));
 }

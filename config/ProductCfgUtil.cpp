@@ -1,11 +1,9 @@
 #include "config/ProductCfgUtil.h"
 
-#include "account/CPDFVipSdkAdapter.h"
+#include "config/AccountId_p.h"
 #include "config/IniFile_p.h"
-#include "config/MacConfigPath.h"
+#include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
-#include "config/ServerFile_p.h"
-#include "paths/PathUtils.h"
 #include "runtime/MacGlobalUrl.h"
 
 #include <identity.h>
@@ -84,11 +82,6 @@ const Entries &entries()
     return all;
 }
 
-QString resource(const char *name)
-{
-    return QString::fromStdString(MacConfigPath::GetInstance()->GetAppConfigPath(name));
-}
-
 QString value(const QSettings &settings, const ProductCfgParser &parser, const Text &entry)
 {
     return parser.GetStringValue(entry.section, entry.key, ini::text(settings, entry.path, entry.byDefault));
@@ -102,7 +95,7 @@ int value(const QSettings &settings, const ProductCfgParser &parser, const Numbe
 } // namespace
 
 ProductCfgUtil::ProductCfgUtil()
-    : m_settings(ini::readable(resource("cfgdata/componentConfig.ini")), QSettings::IniFormat),
+    : m_settings(ini::readable(locations::inApplication("cfgdata/componentConfig.ini")), QSettings::IniFormat),
       m_parser(ProductCfgParser::Reader)
 {
     m_settings.setIniCodec("UTF-8");
@@ -113,16 +106,13 @@ ProductCfgUtil::ProductCfgUtil()
 void ProductCfgUtil::initEdition()
 {
     m_edition = m_settings.value(QStringLiteral("product/product_edition"), m_edition).toInt();
-    const QString serverFile = serverFilePath();
-    if (!PathUtils::IsFilePathExist(serverFile))
-        return;
-    const QSettings server(ini::readable(serverFile), QSettings::IniFormat);
+    const QSettings server(ini::readable(locations::serverFile()), QSettings::IniFormat);
     m_edition = server.value(QStringLiteral("Common/Edition"), m_edition).toInt();
 }
 
 void ProductCfgUtil::initSpecialEditionCfg()
 {
-    m_parser.Init(static_cast<PDFEdition::EDITION>(m_edition), resource("cfgdata/componentConfig.dat"),
+    m_parser.Init(static_cast<PDFEdition::EDITION>(m_edition), locations::inApplication("cfgdata/componentConfig.dat"),
                   QStringLiteral("software/%1").arg(getInstallRegName()));
 }
 
@@ -174,7 +164,7 @@ QStringList ProductCfgUtil::getAssociateAvoid() const
 
 int ProductCfgUtil::getServiceAppId() const
 {
-    const bool isTolvaAccount = CPDFVipSdkAdapter::getCurrentVipSdkId() == vip_sdk::PRODUCT_ID_TOLVA;
+    const bool isTolvaAccount = account_id::get([this] { return isTolvaProduct(); }) == vip_sdk::PRODUCT_ID_TOLVA;
     return value(m_settings, m_parser, isTolvaAccount ? entries().ocrAppIdTolva : entries().ocrAppId);
 }
 

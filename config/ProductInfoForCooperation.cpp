@@ -1,8 +1,7 @@
 #include "config/ProductInfoForCooperation.h"
 
 #include "config/InstallationId_p.h"
-#include "config/ServerFile_p.h"
-#include "paths/PathUtils.h"
+#include "config/Locations_p.h"
 #include "vipsdk/include/OndIniWrapper.h"
 
 #include <QDateTime>
@@ -23,7 +22,7 @@ constexpr char kDefaultUuidReg[] = R"(CLSID\{A1312CA7-7421-44a4-A51F-F1088A6012E
 
 ProductInfoForCooperation::ProductInfoForCooperation() : m_file(std::make_unique<cf_ini::OndIniWrapper>())
 {
-    m_file->LoadFile(serverFilePath().toStdWString().c_str(), 2, 0);
+    m_file->LoadFile(locations::serverFile().toStdWString().c_str(), 2, 0);
 }
 
 ProductInfoForCooperation::~ProductInfoForCooperation() = default;
@@ -78,7 +77,7 @@ QString ProductInfoForCooperation::AssmbleUUID()
     using namespace installation_id;
 
     std::srand(static_cast<unsigned>(std::time(nullptr)));
-    const QString volume = QDir::toNativeSeparators(QDir::cleanPath(PathUtils::getApplicationDir() + "../"));
+    const QString volume = QDir::toNativeSeparators(QDir::cleanPath(locations::applicationDir() + "../"));
     return digest(randomPiece(std::rand()) + uuidPiece(QUuid::createUuid()) + timePiece(QDateTime::currentDateTime())
                   + hostPiece(QSysInfo::machineHostName()) + diskPiece(QStorageInfo(volume).bytesAvailable()));
 }

@@ -1,7 +1,7 @@
 #include "paths/PathUtils.h"
 
 #include "config/IniFile_p.h"
-#include "config/MacConfigPath.h"
+#include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/ProductCfgUtil.h"
 #include "paths/Located_p.h"
@@ -16,7 +16,10 @@
 #include <QHash>
 #include <QSettings>
 #include <identity.h>
-#include <unistd.h>
+
+using locations::created;
+using locations::inApplication;
+using locations::inUserData;
 
 namespace {
 
@@ -25,37 +28,9 @@ constexpr masked::View HARBO_EDITION_DIR_NAME = product::kHarboDataDirName;
 
 constexpr int kContentNameLength = 30;
 
-std::string userDataDir()
-{
-    return located([] { return MacConfigPath::GetInstance()->GetUserDataPath({}); });
-}
-
-QString created(const QString &folder)
-{
-    // Without a base folder it would be made wherever the process happens to stand.
-    if (QDir::isAbsolutePath(folder) && !QFileInfo::exists(folder))
-        QDir().mkpath(folder);
-    return folder;
-}
-
-/// `name` in the user data folder, which exists afterwards.
-QString inUserData(const char *name)
-{
-    const std::string folder = userDataDir();
-    if (::access(folder.c_str(), F_OK) != 0) // the cheapest look: every getter takes it
-        created(QString::fromStdString(folder));
-    return QString::fromStdString(folder + name);
-}
-
-/// `relative` in the bundle's resources: absolute and clean, since the bundle's root is canonical.
-QString inApplication(const std::string &relative)
-{
-    return QString::fromStdString(located([&] { return MacConfigPath::GetInstance()->GetAppConfigPath(relative); }));
-}
-
 QString inAppDir(const std::string &name)
 {
-    return QString::fromStdString(MacPath::getAppDirPath() + name);
+    return locations::applicationDir() + QString::fromStdString(name);
 }
 
 QString inTempDir(const QString &folder)
@@ -112,7 +87,7 @@ QString mapped(QStandardPaths::StandardLocation location)
 
 QString PathUtils::getAppDataDir(bool create)
 {
-    return create ? inUserData("") : QString::fromStdString(userDataDir());
+    return locations::userDataDir(create);
 }
 
 QString PathUtils::getAppDataDirName()
@@ -145,7 +120,7 @@ QString PathUtils::getUnderlineFastColorFilePath() { return inUserData("underlin
 QString PathUtils::getUrlsTrustedConfigPath() { return inUserData("urlsTrustedTable.txt"); }
 QString PathUtils::GetAttachmentTrustConfigPath() { return inUserData("attachmentTrustedTable.txt"); }
 QString PathUtils::getScreenshotFolderPath() { return inUserData("screenshotimg/"); }
-QString PathUtils::getAppConfigPath(bool create) { return getAppDataDir(create) + QLatin1String("config.ini"); }
+QString PathUtils::getAppConfigPath(bool create) { return locations::appConfig(create); }
 QString PathUtils::getAppHotKeyPath() { return inUserData("hotkey.ini"); }
 QString PathUtils::getAnnotConfigPath() { return inUserData("annot.config"); }
 QString PathUtils::getBackgroundTaskConfigPath() { return inUserData("bgtaskconfig.ini"); }
@@ -161,15 +136,15 @@ QString PathUtils::getRecommendPdfDir() { return created(getAppDataDir(true) + R
 QString PathUtils::getSaveChatDocContentFileDir() { return created(QDir::toNativeSeparators(inUserData("contentfile/"))); }
 QString PathUtils::getWelcomeFileOpenStatePath() { return QFileInfo(inUserData("data/welcome_state.ini")).absoluteFilePath(); }
 
-QString PathUtils::getConfigDataPath() { return inApplication("cfgdata/cfgdata.ini"); }
+QString PathUtils::getConfigDataPath() { return locations::configData(); }
 QString PathUtils::getAutoLoadDisableDirConfigDataPath() { return inApplication("cfgdata/loadcfg.ini"); }
-QString PathUtils::getVersionConfigPath() { return inApplication("data/mainversion.ini"); }
+QString PathUtils::getVersionConfigPath() { return locations::versionConfig(); }
 QString PathUtils::getRecommendWatermarkDir() { return inApplication("data/watermark/"); }
 QString PathUtils::getLoginReminderFolderPath() { return inApplication("data/loginreminder/"); }
 QString PathUtils::getWelcomeFilePathWithUpdate() { return inApplication("data/help.pdf"); }
 QString PathUtils::getThirdPartLicensePath() { return inApplication("ThirdPartyLegalNotices.txt"); }
 
-QString PathUtils::getApplicationDir() { return inAppDir({}); }
+QString PathUtils::getApplicationDir() { return locations::applicationDir(); }
 QString PathUtils::getApplicationPath() { return QString::fromStdString(MacPath::getAppFullPath()); }
 QString PathUtils::getChatAiPath() { return inAppDir("chatai.exe"); }
 QString PathUtils::getTranslatePath() { return inAppDir(product::kTranslateTool.str()); }
