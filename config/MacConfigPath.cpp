@@ -3,8 +3,8 @@
 #include "config/GlobalConfigFile.h"
 #include "config/MacGlobalConfig.h"
 #include "paths/BundlePath_p.h"
+#include "paths/GroupContainer_p.h"
 #include "paths/MacPath.h"
-#include "paths/MacSandbox.h"
 #include "paths/platform/Bundle_p.h"
 #include "runtime/CommonFileLog.h"
 
@@ -179,7 +179,7 @@ void MacConfigPath::InitMainAppRootDir()
 void MacConfigPath::InitUserDataDir()
 {
     if (MacGlobalConfig::IsEnableSandBox()) {
-        m_userDataDir = MacSandbox::getSharedPath("") + "/";
+        m_userDataDir = groupContainer(MacGlobalConfig::GetShareGroupName()) + "/";
         return;
     }
     std::string directory = withTrailingSlash(MacPath::getUserDirPath());

@@ -2,21 +2,16 @@
 
 #include "config/GlobalConfigFile.h"
 #include "config/MacGlobalConfig.h"
+#include "paths/GroupContainer_p.h"
 #include "paths/MacBookmark.h"
-#include "paths/StringUtils.h"
 #include "paths/platform/OpenPanel_p.h"
 #include "paths/platform/SystemLog_p.h"
-#include "paths/platform/UserDirectories_p.h"
 #include "paths/platform/Workspace_p.h"
 
 #include <QByteArray>
 #include <QString>
-#include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
-#include <map>
-#include <mutex>
 #include <optional>
 #include <thread>
 
@@ -28,29 +23,6 @@ constexpr char kGrantAccess[] = "授予访问权限";
 constexpr int kLookEveryMs = 200;
 /// What may stand in the query of a URL beside letters, digits and "-._~" (RFC 3986).
 constexpr char kQueryAllowed[] = "!$&'()*+,;=:@/?";
-
-std::string fromEnvironment(const char *name)
-{
-    const char *value = std::getenv(name);
-    return value ? value : "";
-}
-
-/// The first two folders of a path: the users folder and the user's own.
-std::string firstTwoFolders(const std::string &path)
-{
-    std::vector<std::string> parts;
-    StringSplit(path, parts, "/");
-    parts.erase(std::remove(parts.begin(), parts.end(), std::string()), parts.end());
-    return parts.size() < 2 ? std::string() : "/" + parts[0] + "/" + parts[1];
-}
-
-std::string findHomePath()
-{
-    std::string home = platform::homeDirectoryOfUser();
-    if (home.empty())
-        home = firstTwoFolders(fromEnvironment("HOME"));
-    return home.empty() ? "/Users/" + fromEnvironment("USER") : home;
-}
 
 const char *subFolderOf(SharedPath::Type type)
 {
@@ -111,25 +83,12 @@ std::string MacSandbox::appGroupIdPath()
 
 std::string MacSandbox::getHomePath()
 {
-    static const std::string home = findHomePath();
-    return home;
+    return homePath();
 }
 
 std::string MacSandbox::getSharedPath(const std::string &groupId)
 {
-    static std::mutex mutex;
-    static std::map<std::string, std::string> containers;
-
-    const std::string group = groupId.empty() ? appGroupId() : groupId;
-    const std::lock_guard<std::mutex> lock(mutex);
-    const auto known = containers.find(group);
-    if (known != containers.end())
-        return known->second;
-
-    std::string path = platform::groupContainer(group);
-    if (path.empty())
-        path = getHomePath() + "/Library/Group Containers/" + group;
-    return containers.emplace(group, path).first->second;
+    return groupContainer(groupId.empty() ? appGroupId() : groupId);
 }
 
 std::string MacSandbox::getSharedPath(SharedPath::Type type, const std::string &groupId)

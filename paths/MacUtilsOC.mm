@@ -1,4 +1,4 @@
-#include "paths/platform/mac/MacUtilsOC.h"
+#include "paths/MacUtilsOC.h"
 
 #include "paths/MacUtils.h"
 #include "paths/platform/mac/Strings_p.h"
