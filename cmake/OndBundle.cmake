@@ -65,15 +65,7 @@ function(ond_assemble_bundle)
       VERBATIM)
     list(APPEND copies "${resources}/${file}")
   endforeach()
-  set(help "${resources}/data/help.pdf")
-  set(script "${PROJECT_SOURCE_DIR}/cmake/TextToPdf.cmake")
-  add_custom_command(
-    OUTPUT "${help}"
-    COMMAND "${CMAKE_COMMAND}" -D "SOURCE=${OND_PRODUCT_DIR}/help.txt" -D "TARGET=${help}" -P "${script}"
-    DEPENDS "${OND_PRODUCT_DIR}/help.txt" "${script}"
-    COMMENT "Writing data/help.pdf into the bundle"
-    VERBATIM)
-  add_custom_target(bundle ALL DEPENDS ${copies} "${help}")
+  add_custom_target(bundle ALL DEPENDS ${copies})
 endfunction()
 
 ond_assemble_bundle()
