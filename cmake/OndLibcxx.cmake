@@ -3,11 +3,15 @@
 
 option(OND_LIBCXX "Build with LLVM's C++ library (clang only)" OFF)
 
+# The reader of "mk.dat" and its like.
 if(OND_LIBCXX)
+  pkg_check_modules(inih REQUIRED IMPORTED_TARGET inih)
   add_library(ond_inireader STATIC cmake/INIReader.cpp)
-  target_link_options(ond_inireader INTERFACE "LINKER:--exclude-libs,libond_inireader.a")
-  target_link_libraries(ond_inireader PUBLIC inih)
-  set_target_properties(PkgConfig::INIReader PROPERTIES INTERFACE_LINK_LIBRARIES ond_inireader)
+  target_link_libraries(ond_inireader PUBLIC PkgConfig::inih)
+else()
+  pkg_check_modules(INIReader REQUIRED IMPORTED_TARGET INIReader)
+  add_library(ond_inireader INTERFACE)
+  target_link_libraries(ond_inireader INTERFACE PkgConfig::INIReader)
 endif()
 
 # Defines GTest::gtest and GTest::gtest_main.
