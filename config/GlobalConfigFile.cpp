@@ -1,6 +1,6 @@
 #include "config/GlobalConfigFile.h"
 
-#include "config/MacConfigPath.h"
+#include "config/MacConfigPath_p.h"
 #include "paths/BundlePath_p.h"
 
 #include <INIReader.h>
@@ -39,7 +39,10 @@ bool isPathExist(const std::string &path)
 std::string GetDatPath()
 {
     // Not through the MacConfigPath instance: the switches are read while that is being built.
-    const std::string directory = withTrailingSlash(fs::path(MacConfigPath::GetCurrentExePath()).parent_path());
+    std::error_code error;
+    const std::string directory = withTrailingSlash(fs::path(executablePath(error)).parent_path());
+    if (error)
+        return {};
     const std::optional<std::string> prefix = prefixOfMainBundle(directory);
     return prefix ? *prefix + ".app/Contents/Resources/mk.dat" : "mk.dat";
 }

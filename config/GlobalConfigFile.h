@@ -10,11 +10,11 @@
 // The grammar is that of the inih library: [section] lines, key=value or key:value lines, comment lines that begin with
 // ";" or "#", comments behind a value that begin with " ;", a byte-order mark at the front allowed, names matched
 // without regard to case, indented lines continuing the value above, lines of at most 199 bytes. One line that fits
-// none of these makes the whole file unreadable; so does a size of more than kMaxGlobalFileSize. A key that is set
-// twice has both texts, joined by a line feed, and the first one's number.
+// none of these makes the whole file unreadable; so does a size of more than kMaxGlobalFileSize. A key set twice reads
+// as both texts joined by a line feed; as a number, as the first.
 //
-// Stateless, callable from any thread. The file is opened and parsed anew on every call, and never written. Whatever
-// looks for it throws std::filesystem::filesystem_error when the running executable has been removed.
+// Stateless, callable from any thread; nothing throws. The file is opened and parsed anew on every call, and never
+// written.
 
 /// The size in bytes beyond which "mk.dat" is not read.
 inline constexpr std::size_t kMaxGlobalFileSize = 1U << 20;
@@ -24,7 +24,8 @@ inline constexpr std::size_t kMaxGlobalFileSize = 1U << 20;
 ONDPDFTOOLUTILS_EXPORT bool isPathExist(const std::string &path);
 
 /// Path of "mk.dat": in "Contents/Resources/" of the first bundle in the executable's canonical path; for an executable
-/// outside a bundle the bare name, which the system resolves against the current directory. The file need not exist.
+/// outside a bundle the bare name, which the system resolves against the current directory; empty where
+/// MacConfigPath::GetCurrentExePath() would throw. The file need not exist.
 ONDPDFTOOLUTILS_EXPORT std::string GetDatPath();
 
 /// The integer (decimal, or with 0x or 0 in front) that the text stored under `key` in `section` begins with.

@@ -1,7 +1,6 @@
 #include "config/Locations_p.h"
 
-#include "config/MacConfigPath.h"
-#include "paths/Located_p.h"
+#include "config/MacConfigPath_p.h"
 #include "paths/MacPath.h"
 
 #include <QDir>
@@ -14,7 +13,8 @@ namespace {
 
 std::string userData()
 {
-    return located([] { return MacConfigPath::GetInstance()->GetUserDataPath({}); });
+    const MacConfigPath *paths = configPathOrNull();
+    return paths ? paths->GetUserDataPath({}) : std::string();
 }
 
 } // namespace
@@ -42,7 +42,8 @@ QString inUserData(const char *name)
 
 QString inApplication(const std::string &relative)
 {
-    return QString::fromStdString(located([&] { return MacConfigPath::GetInstance()->GetAppConfigPath(relative); }));
+    const MacConfigPath *paths = configPathOrNull();
+    return paths ? QString::fromStdString(paths->GetAppConfigPath(relative)) : QString();
 }
 
 QString appConfig(bool create)
@@ -72,7 +73,8 @@ QString applicationDir()
 
 QString parentAppDir()
 {
-    const std::string bundle = MacConfigPath::GetInstance()->GetMainAppRootDir();
+    const MacConfigPath *paths = configPathOrNull();
+    const std::string bundle = paths ? paths->GetMainAppRootDir() : std::string();
     return bundle.empty() ? applicationDir() : QString::fromStdString(bundle + "Contents/MacOS/");
 }
 

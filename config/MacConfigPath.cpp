@@ -1,4 +1,4 @@
-#include "config/MacConfigPath.h"
+#include "config/MacConfigPath_p.h"
 
 #include "config/GlobalConfigFile.h"
 #include "config/MacGlobalConfig.h"
@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <identity.h>
+#include <mutex>
 #include <optional>
 #include <string_view>
 
@@ -34,7 +35,49 @@ std::string logged(std::string_view caller, std::string path)
     return path;
 }
 
+/// As the platform names it; empty when it does not tell.
+std::string reportedExecutable()
+{
+    using platform::ExecutablePathStatus;
+
+    char fixed[1024];
+    std::size_t size = sizeof fixed;
+    ExecutablePathStatus status = platform::executablePath(fixed, size);
+    if (status == ExecutablePathStatus::ok)
+        return fixed;
+    if (status == ExecutablePathStatus::failed)
+        return {};
+
+    std::string grown(size, '\0');
+    status = platform::executablePath(grown.data(), size);
+    return status == ExecutablePathStatus::ok ? grown.c_str() : std::string();
+}
+
 } // namespace
+
+std::string executablePath(std::error_code &error)
+{
+    static auto &mutex = *new std::mutex; // both outlive whatever asks at exit
+    static auto &known = *new std::string;
+
+    error.clear();
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (known.empty()) {
+        const std::string reported = reportedExecutable();
+        if (!reported.empty())
+            known = fs::canonical(reported, error).string();
+    }
+    return known;
+}
+
+const MacConfigPath *configPathOrNull()
+{
+    try {
+        return MacConfigPath::GetInstance();
+    } catch (const fs::filesystem_error &) {
+        return nullptr;
+    }
+}
 
 MacConfigPath *MacConfigPath::GetInstance()
 {
@@ -120,19 +163,11 @@ bool MacConfigPath::IsAppDataFileExist(const std::string &relative) const
 
 std::string MacConfigPath::GetCurrentExePath()
 {
-    using platform::ExecutablePathStatus;
-
-    char fixed[1024];
-    std::size_t size = sizeof fixed;
-    ExecutablePathStatus status = platform::executablePath(fixed, size);
-    if (status == ExecutablePathStatus::ok)
-        return fs::canonical(fixed).string();
-    if (status == ExecutablePathStatus::failed)
-        return {};
-
-    std::string grown(size, '\0');
-    status = platform::executablePath(grown.data(), size);
-    return status == ExecutablePathStatus::ok ? fs::canonical(grown.c_str()).string() : std::string();
+    std::error_code error;
+    std::string path = executablePath(error);
+    if (error)
+        throw fs::filesystem_error("no canonical path of the executable", error);
+    return path;
 }
 
 int MacConfigPath::ReplaceAll(std::string &text, const std::string &from, const std::string &to)

@@ -11,13 +11,18 @@
 /// lies before the first ".app/Contents/" of the executable's folder, so that executables nested deeper in the bundle
 /// find the same one; outside a bundle its root and name are empty.
 ///
-/// Relative names may use "\" or "/"; of the backslashes in one, the first 64 count. The getters that take one write
+/// Relative names may use "\" or "/"; the first 64 backslashes of a name become "/". The getters that take a name write
 /// their answer to the diagnostic log.
+///
+/// Only GetInstance() and GetCurrentExePath() throw: std::filesystem::filesystem_error, if the executable was removed
+/// or moved before the library first asked for its path. Once it is known it is remembered, so that nothing here
+/// changes when an update replaces the application while it runs. All other classes cope without it: their answers are
+/// then empty, false or the default.
 class ONDPDFTOOLUTILS_EXPORT MacConfigPath
 {
 public:
-    /// The process's only instance, made by the first call and destroyed at exit.
-    /// Throws std::filesystem::filesystem_error when the executable has been removed before that call.
+    /// The process's only instance, made by the first call and destroyed at exit. Only a call that has to make it can
+    /// throw.
     static MacConfigPath *GetInstance();
 
     MacConfigPath(const MacConfigPath &) = delete;
@@ -50,8 +55,8 @@ public:
     /// Whether `relative` (here with "/" only) exists in the user's data folder; false for an empty name.
     bool IsAppDataFileExist(const std::string &relative) const;
 
-    /// The running executable's canonical path, asked anew on every call; empty when the platform does not tell.
-    /// Throws std::filesystem::filesystem_error when the executable has been removed.
+    /// The running executable's canonical path as it was when the library first asked for it; empty when the platform
+    /// does not tell.
     static std::string GetCurrentExePath();
 
     /// Replaces occurrences of `from` in `text` by `to`, from left to right and at most 64 of them, and returns how

@@ -7,10 +7,9 @@
 
 /// The build switches of this installation ("mk.dat", section "common") and the constants of this product build.
 ///
-/// All static; callable from any thread. None throws, but for std::filesystem::filesystem_error where a switch or the
-/// group name is read for the first time after the running executable has been removed. A switch is true only when its
-/// value is exactly 1. Each is read at most once per process, so that changing the file has no effect on a running one;
-/// a missing, unreadable or malformed file leaves every switch off. Narrow texts are UTF-8, wide ones UTF-32.
+/// All static; callable from any thread; nothing throws. A switch is true only when its value is exactly 1. Each is
+/// read at most once per process, so that changing the file has no effect on a running one. A missing, unreadable or
+/// malformed file leaves every switch off. Narrow texts are UTF-8, wide ones UTF-32.
 class ONDPDFTOOLUTILS_EXPORT MacGlobalConfig
 {
 public:

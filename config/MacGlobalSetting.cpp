@@ -1,7 +1,8 @@
 #include "config/MacGlobalSetting.h"
 
 #include "config/GlobalConfigFile.h"
-#include "config/MacConfigPath.h"
+#include "config/Locations_p.h"
+#include "config/MacConfigPath_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
 
@@ -25,7 +26,7 @@ constexpr std::uintmax_t kLargestList = 1U << 20;
 
 QByteArray contentOfList()
 {
-    const std::string path = MacConfigPath::GetInstance()->GetAppConfigPath("cfgdata\\language.json");
+    const std::string path = locations::inApplication("cfgdata\\language.json").toStdString();
     std::error_code error;
     if (!fs::is_regular_file(path, error)) // a FIFO would make us wait for its writer
         return {};
@@ -109,5 +110,6 @@ bool MacGlobalSetting::GetParticularLanguageInfo(const std::string &key, const s
 
 bool MacGlobalSetting::IsEnableDebug()
 {
-    return isPathExist(MacConfigPath::GetInstance()->GetUserDataPath(product::kDebugMarker.str()));
+    const MacConfigPath *paths = configPathOrNull();
+    return paths && isPathExist(paths->GetUserDataPath(product::kDebugMarker.str()));
 }

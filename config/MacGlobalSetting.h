@@ -14,13 +14,13 @@
 ///
 /// Static and without state, callable from any thread. All texts are UTF-8. The list is read anew on every call; one
 /// that is missing, malformed, or larger than 1 MiB has no languages, and what is no object or no text in it is passed
-/// over. Nothing is thrown for it.
+/// over. Nothing throws.
 class ONDPDFTOOLUTILS_EXPORT MacGlobalSetting
 {
 public:
-    /// The code of the language in use: the user's choice; without one, the listed language that the default locale's
-    /// language has the English name of; otherwise "en". In the domestic edition "zh", with nothing read. Creates the
-    /// registry's folder but stores nothing.
+    /// The code of the language in use: the user's choice; without one, that of the listed language whose
+    /// "english_name" is the system language's; otherwise "en". In the domestic edition "zh", with nothing read.
+    /// Creates the registry's folder but stores nothing.
     static std::string GetCurrentLanguage();
     /// Stores the language whose "show_name" is `showName` as the user's choice; the first one of several. Changes
     /// nothing when there is none, or it has no code.

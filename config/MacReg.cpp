@@ -1,7 +1,7 @@
 #include "config/MacReg.h"
 
 #include "config/IniFile_p.h"
-#include "config/MacConfigPath.h"
+#include "config/MacConfigPath_p.h"
 #include "config/WriteTurn_p.h"
 #include "paths/BundlePath_p.h"
 
@@ -125,9 +125,10 @@ bool MacReg::open(const QString &key, bool mustExist)
     const QMutexLocker locker(&m_mutex);
     close();
     const std::optional<QString> file = insideRegistry(key);
-    if (!file)
+    const MacConfigPath *paths = configPathOrNull();
+    if (!file || !paths)
         return false;
-    const std::string directory = MacConfigPath::GetInstance()->GetUserDataPath("reg/");
+    const std::string directory = paths->GetUserDataPath("reg/");
     m_path.assign(directory).append(file->toUtf8().constData()).append(".ini");
     qInfo("MacReg::open strRegPath = %s", m_path.c_str());
 

@@ -4,7 +4,6 @@
 #include "config/IniFile_p.h"
 #include "config/InstallTime_p.h"
 #include "config/Locations_p.h"
-#include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
 #include "config/ProductCfgUtil.h"
@@ -50,7 +49,7 @@ void ProductInfoHelper::InitIndependentEdition()
 {
     MacReg registry;
     // Opening a key creates the registry's folder; reading who we are shall leave nothing behind.
-    if (PathUtils::isDirPathExist(QString::fromStdString(MacConfigPath::GetInstance()->GetUserDataPath("reg/"))))
+    if (PathUtils::isDirPathExist(locations::userDataDir(false) + QLatin1String("reg/")))
         registry.open(QStringLiteral("common"), true);
     const auto number = [&registry](const char *name) { return registry.value(QLatin1String(name), 0).toInt(); };
     m_info.tid1 = number("product/tid1");

@@ -21,8 +21,7 @@ struct SharedPath
 /// processes, access to folders, and the launch of other applications.
 ///
 /// All static. What is found out once (sandbox flag, home folder, container of each group) is kept for the life of the
-/// process: a later change of the environment or of the switches is not seen. Texts are UTF-8. No function throws, but
-/// that what reads a switch or the group name for the first time does as MacGlobalConfig says.
+/// process: a later change of the environment or of the switches is not seen. Texts are UTF-8. Nothing throws.
 class ONDPDFTOOLUTILS_EXPORT MacSandbox
 {
 public:

@@ -4,7 +4,6 @@
 #include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/ProductCfgUtil.h"
-#include "paths/Located_p.h"
 #include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"
@@ -80,7 +79,7 @@ const SandboxMap &sandboxMap()
 /// Empty when the system's own answer holds.
 QString mapped(QStandardPaths::StandardLocation location)
 {
-    return located(MacSandbox::isSandBox) ? PathUtils::pathOutsideSandbox(location) : QString();
+    return MacSandbox::isSandBox() ? PathUtils::pathOutsideSandbox(location) : QString();
 }
 
 } // namespace
@@ -92,17 +91,16 @@ QString PathUtils::getAppDataDir(bool create)
 
 QString PathUtils::getAppDataDirName()
 {
-    return located([] {
-        const ProductCfgUtil *product = SingleTon<ProductCfgUtil>::GetInstance();
-        switch (product->getProductEdition()) {
-        case PDFEdition::Harbo:
-            return QString::fromStdString(HARBO_EDITION_DIR_NAME.str());
-        case PDFEdition::Wrenfix:
-            return QString::fromStdString(product::kWrenfixDataDirName.str());
-        default:
-            return product->getCacheDirName();
-        }
-    });
+
+    const ProductCfgUtil *config = SingleTon<ProductCfgUtil>::GetInstance();
+    switch (config->getProductEdition()) {
+    case PDFEdition::Harbo:
+        return QString::fromStdString(HARBO_EDITION_DIR_NAME.str());
+    case PDFEdition::Wrenfix:
+        return QString::fromStdString(product::kWrenfixDataDirName.str());
+    default:
+        return config->getCacheDirName();
+    }
 }
 
 QString PathUtils::getTempDir()
@@ -169,7 +167,7 @@ bool PathUtils::isSwithToStandard()
 
 QString PathUtils::getThumbnailDir()
 {
-    return created(located(MacSandbox::isSandBox) ? inSharedContainer("/thumbpics/") : inUserData("thumbpics/"));
+    return created(MacSandbox::isSandBox() ? inSharedContainer("/thumbpics/") : inUserData("thumbpics/"));
 }
 
 bool PathUtils::isThumbnailExistAndValid(const QString &filePath, const QString &thumbPath)
@@ -201,8 +199,8 @@ QString PathUtils::getContentFileFullPath(const QString &filePath)
 
 QString PathUtils::getWelcomeFilePath()
 {
-    const std::string name = located(welcomeFileName);
-    if (located(MacSandbox::isSandBox))
+    const std::string name = welcomeFileName();
+    if (MacSandbox::isSandBox())
         return QDir(created(inSharedContainer("/pdfreader"))).filePath(QString::fromStdString(name));
     return inApplication("data/" + name);
 }

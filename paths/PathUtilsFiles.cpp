@@ -1,6 +1,5 @@
 #include "paths/PathUtils.h"
 
-#include "paths/Located_p.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"
 #include "paths/platform/FileManager_p.h"
@@ -233,8 +232,7 @@ bool PathUtils::checkDirPermission(const QString &dir)
 {
     if (dir.isEmpty())
         return false;
-    return !located(MacSandbox::isSandBox) || QDir(dir).isReadable()
-        || MacSandbox::requestPermission(dir.toStdString(), {});
+    return !MacSandbox::isSandBox() || QDir(dir).isReadable() || MacSandbox::requestPermission(dir.toStdString(), {});
 }
 
 bool PathUtils::deleteFile(const QString &path)

@@ -1,6 +1,6 @@
 #include "runtime/CommonFileLog.h"
 
-#include "config/MacConfigPath.h"
+#include "config/MacConfigPath_p.h"
 #include "config/MacGlobalConfig.h"
 
 #include <algorithm>
@@ -139,7 +139,7 @@ const std::string &logPath()
 /// Whether the file was there last time. Says which question is the cheaper one to begin with, and nothing else.
 std::atomic<bool> g_wasThere{false};
 
-/// Opens the log when it is on: while "mk.dat" does not say so, when its file is there.
+/// Opens the log if it is on: if "mk.dat" says so, or if the file exists.
 int openWhenOn(const char *path)
 {
     if (MacGlobalConfig::IsEnableFileLog())
@@ -236,7 +236,7 @@ char *encode(char *to, std::wstring_view text)
 
 bool CommonFileLog::IsLogEnable()
 {
-    return MacGlobalConfig::IsEnableFileLog() || std::filesystem::exists(logPath());
+    return MacGlobalConfig::IsEnableFileLog() || (configPathOrNull() && std::filesystem::exists(logPath()));
 }
 
 void CommonFileLog::WriteLog(const std::string &message)

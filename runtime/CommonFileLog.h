@@ -19,8 +19,8 @@
 class ONDPDFTOOLUTILS_EXPORT CommonFileLog
 {
 public:
-    /// Whether a line would be written now. Throws std::filesystem::filesystem_error when the log is off in "mk.dat"
-    /// and the file system does not tell whether its file exists.
+    /// Whether the log is on. Throws std::filesystem::filesystem_error if it is off in "mk.dat" and the file system
+    /// does not tell whether its file exists.
     static bool IsLogEnable();
 
     /// Appends a line. Never throws and never waits for a reader: a line that cannot be written is dropped in silence.

@@ -1,6 +1,6 @@
 #include "runtime/MacGlobalUrl.h"
 
-#include "config/MacConfigPath.h"
+#include "config/MacConfigPath_p.h"
 #include "config/MacGlobalConfig.h"
 
 #include <atomic>
@@ -89,7 +89,8 @@ bool IsInternationalUseTestServer()
 {
     int uses = g_nUseTestServer.load(std::memory_order_relaxed);
     if (uses == -1) {
-        uses = MacConfigPath::GetInstance()->IsAppDataFileExist(product::kTestServerMarker.str()) ? 1 : 0;
+        const MacConfigPath *paths = configPathOrNull();
+        uses = paths && paths->IsAppDataFileExist(product::kTestServerMarker.str()) ? 1 : 0;
         g_nUseTestServer.store(uses, std::memory_order_relaxed);
     }
     return uses == 1;

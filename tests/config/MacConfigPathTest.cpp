@@ -1,6 +1,15 @@
 #include "config/MacConfigPath.h"
 
+#include "config/ConfigFileUtil.h"
 #include "config/GlobalConfigFile.h"
+#include "config/MacGlobalConfig.h"
+#include "config/MacGlobalSetting.h"
+#include "config/MacReg.h"
+#include "config/PdfReaderProductInfo.h"
+#include "paths/MacSandbox.h"
+#include "paths/PathUtils.h"
+#include "runtime/CommonFileLog.h"
+#include "runtime/MacGlobalUrl.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/OwnProcess.h"
 
@@ -61,10 +70,39 @@ TEST(MacConfigPath, SymbolicLinksToTheExecutableAreResolved)
 
     fs::remove(bundle / "link");
     fakePlatform().applicationSupportDirectory = "/elsewhere";
-    EXPECT_THROW(static_cast<void>(MacConfigPath::GetCurrentExePath()), fs::filesystem_error);
+    EXPECT_EQ(MacConfigPath::GetCurrentExePath(), bundle / "Über uns/Foo.app/Contents/MacOS/foo") << "remembered";
     paths->InitMainAppRootDir();
     paths->InitUserDataDir();
     EXPECT_EQ(paths->GetUserDataDir(), "/elsewhere/Foo/") << "is asked for again";
+}
+
+TEST(MacConfigPath, OnlyItThrowsWhenTheExecutableWasRemovedBefore)
+{
+    const FakeBundle bundle;
+    bundle.writeGlobalFile("[common]\nenable_log=1\nenable_sbx=1\napp_international=1\n");
+    fs::current_path(bundle.dir().path());
+    test::writeFile(bundle / "mk.dat", "[common]\nenable_sbx=1\n"); // not the one
+    fs::remove(fakePlatform().executablePath);
+    EXPECT_THROW(MacConfigPath::GetCurrentExePath(), fs::filesystem_error);
+    EXPECT_THROW(MacConfigPath::GetInstance(), fs::filesystem_error);
+    // Each first in its process.
+    const std::pair<const char *, bool (*)()> rows[] = {
+        {"mk.dat", [] { return GetDatPath().empty() && GetIntValueFromMKDat("common", "enable_sbx", 7) == 7; }},
+        {"switch", [] { return !MacGlobalConfig::isInternationalApp(); }},
+        {"group", [] { return !MacGlobalConfig::GetShareGroupName().empty(); }},
+        {"sandbox", [] { return !MacSandbox::isSandBox() && !MacSandbox::getSharedPath("").empty(); }},
+        {"address", [] { return !MacGlobalUrl::GetDefSvrHost(nullptr).empty() && !IsInternationalUseTestServer(); }},
+        {"language",
+         [] { return MacGlobalSetting::GetCurrentLanguage() == "zh" && !MacGlobalSetting::IsEnableDebug(); }},
+        {"list", [] { return MacGlobalSetting::GetSupportLanguageList().empty(); }},
+        {"registry", [] { return !MacReg().open("common", false); }},
+        {"log", [] { return CommonFileLog::WriteLog("x"), !CommonFileLog::IsLogEnable(); }},
+        {"setting", [] { return ConfigFileUtil::GetLocalAppCfgValueInt("a/b", 7) == 7; }},
+        {"record", [] { return PdfReaderProductInfo::GetInstance()->GetProductEdition() == 3; }},
+        {"file", [] { return PathUtils::getSealDir() == "seal/" && PathUtils::getWelcomeFilePath().isEmpty(); }},
+    };
+    for (const auto &[name, holds] : rows)
+        EXPECT_TRUE(test::succeedsInOwnProcess([&, check = holds] { EXPECT_TRUE(check()); })) << name;
 }
 
 TEST(MacConfigPath, AnswersAreLogged)

@@ -61,7 +61,7 @@ TEST_F(PathUtilsTest, GettersAnswerWithoutABase)
     fs::remove(fakePlatform().executablePath);
     EXPECT_EQ(PathUtils::getSealDir() + PathUtils::getThumbnailDir(), "seal/thumbpics/");
     EXPECT_FALSE(QFile::exists("seal"));
-    EXPECT_EQ(PathUtils::getConfigDataPath() + PathUtils::getWelcomeFilePath() + PathUtils::getAppDataDirName(), "");
+    EXPECT_EQ(PathUtils::getConfigDataPath() + PathUtils::getWelcomeFilePath(), "");
 }
 
 TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
