@@ -12,6 +12,11 @@ INIReader::INIReader(const std::string &filename) : _error(0)
     _error = ini_parse(filename.c_str(), ValueHandler, this); // fills the map, which is a later member
 }
 
+INIReader::INIReader(const char *buffer, size_t buffer_size) : _error(0)
+{
+    _error = ini_parse_string(std::string(buffer, buffer_size).c_str(), ValueHandler, this);
+}
+
 int INIReader::ParseError() const
 {
     return _error;

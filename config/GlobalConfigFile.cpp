@@ -2,6 +2,7 @@
 
 #include "config/MacConfigPath_p.h"
 #include "paths/BundlePath_p.h"
+#include "paths/RegularFile_p.h"
 
 #include <INIReader.h>
 #include <filesystem>
@@ -11,15 +12,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The parsed file, or nothing when it cannot be read as a whole. Anything but a regular file of sensible size is
-/// refused unopened: opening a FIFO would wait for a writer, and every process waits for these switches.
+/// The parsed file, or nothing when it cannot be read as a whole.
 std::optional<INIReader> readGlobalFile()
 {
-    const std::string path = GetDatPath();
-    std::error_code error;
-    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMaxGlobalFileSize)
+    const FileContent content = readRegularFile(GetDatPath(), kMaxGlobalFileSize);
+    if (!content.isRead() || content.bytes.contains('\0')) // the parser would take it for the end
         return std::nullopt;
-    INIReader reader(path);
+    INIReader reader(content.bytes.constData(), static_cast<std::size_t>(content.bytes.size()));
     if (reader.ParseError() != 0)
         return std::nullopt;
     return reader;

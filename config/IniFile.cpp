@@ -1,6 +1,7 @@
 #include "config/IniFile_p.h"
 
 #include "config/WriteTurn_p.h"
+#include "paths/RegularFile_p.h"
 
 #include <QFile>
 #include <QLockFile>
@@ -21,7 +22,7 @@ namespace ini {
 
 namespace {
 
-constexpr qint64 kMaxSize = 16 << 20;
+constexpr int kMaxSize = 16 << 20;
 constexpr int kLockTimeout = 5000; // milliseconds
 
 /// What lies at a path; `other` is also a file that is too large. Not asked through std::filesystem, which takes the
@@ -105,10 +106,8 @@ Place find(const QByteArray &bytes, const QByteArray &section, const QByteArray 
 
 std::optional<QByteArray> bytesOf(const QString &path)
 {
-    QFile file(path);
-    if (look(path, &::stat).kind != Kind::file || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return file.readAll();
+    FileContent content = readRegularFile(QFile::encodeName(path).toStdString(), kMaxSize);
+    return content.isRead() ? std::optional(std::move(content.bytes)) : std::nullopt;
 }
 
 /// The bytes without quotes and line ends, and with characters in place of their escapes: in it, texts stand as

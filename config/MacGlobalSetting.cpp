@@ -5,39 +5,25 @@
 #include "config/MacConfigPath_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
+#include "paths/RegularFile_p.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocale>
-#include <filesystem>
-#include <fstream>
 #include <identity.h>
 #include <optional>
-
-namespace fs = std::filesystem;
 
 namespace {
 
 constexpr char kRegistryKey[] = "common";
 constexpr char kChoiceName[] = "language/current_language";
 constexpr char kNoChoice[] = "none";
-constexpr std::uintmax_t kLargestList = 1U << 20;
+constexpr int kLargestList = 1 << 20; // bytes
 
 QByteArray contentOfList()
 {
-    const std::string path = locations::inApplication("cfgdata\\language.json").toStdString();
-    std::error_code error;
-    if (!fs::is_regular_file(path, error)) // a FIFO would make us wait for its writer
-        return {};
-    const std::uintmax_t size = fs::file_size(path, error);
-    if (error || size > kLargestList)
-        return {};
-    QByteArray content(static_cast<int>(size), '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(content.data(), content.size());
-    content.truncate(static_cast<int>(file.gcount()));
-    return content;
+    return readRegularFile(locations::inApplication("cfgdata\\language.json").toStdString(), kLargestList).bytes;
 }
 
 QJsonArray languages()

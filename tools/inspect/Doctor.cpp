@@ -8,6 +8,7 @@
 #include "paths/MacSandbox.h"
 #include "paths/MacUtils.h"
 #include "paths/PathUtils.h"
+#include "paths/RegularFile_p.h"
 #include "paths/StringUtils.h"
 #include "tools/inspect/FileChecks.h"
 
@@ -16,7 +17,7 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
+#include <sstream>
 #include <unistd.h>
 #include <vector>
 
@@ -50,9 +51,9 @@ bool isSameName(const std::string &a, const std::string &b)
 /// The lines that begin with `key` in the section of the switches.
 std::vector<int> linesOf(const std::string &path, const std::string &key)
 {
+    std::istringstream file(readRegularFile(path, kMaxGlobalFileSize).bytes.toStdString());
     std::vector<int> found;
     std::string section;
-    std::ifstream file(path);
     int number = 0;
     for (std::string line; std::getline(file, line);) {
         ++number;
@@ -97,20 +98,19 @@ void checkSwitch(const INIReader &file, const std::string &path, const std::stri
 void checkGlobalFile(Findings &findings)
 {
     const std::string path = GetDatPath();
-    const fs::file_type type = typeOf(path);
-    if (type == fs::file_type::none)
-        return findings.problem(path, "cannot be looked at: every switch is off");
-    if (type == fs::file_type::not_found)
+    const auto [state, content] = readRegularFile(path, kMaxGlobalFileSize);
+    if (state == FileContent::State::missing)
         return findings.problem(path, "missing: every switch is off");
-    if (type != fs::file_type::regular)
+    if (state == FileContent::State::irregular)
         return findings.problem(path, "no regular file: every switch is off");
-    std::error_code error;
-    if (fs::file_size(path, error) > kMaxGlobalFileSize)
+    if (state == FileContent::State::tooLarge)
         return findings.problem(path, "too large to be read: every switch is off");
-
-    const INIReader file(path);
-    if (file.ParseError() < 0)
+    if (state == FileContent::State::unreadable)
         return findings.problem(path, "cannot be read: every switch is off");
+    if (content.contains('\0'))
+        return findings.problem(path, "binary, no text: every switch is off");
+
+    const INIReader file(content.constData(), static_cast<std::size_t>(content.size()));
     if (file.ParseError() > 0)
         return findings.problem(path, "malformed line: every switch is off", file.ParseError());
     if (!file.HasSection(kSection))

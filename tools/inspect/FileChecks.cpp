@@ -5,12 +5,11 @@
 #include "config/MacGlobalConfig.h"
 #include "config/MacGlobalSetting.h"
 #include "paths/PathUtils.h"
+#include "paths/RegularFile_p.h"
 #include "tools/inspect/Registry.h"
 
 #include <QSettings>
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <unistd.h>
 #include <vector>
 
@@ -21,6 +20,8 @@ namespace inspect {
 namespace {
 
 enum class Form { text, ini, pdf };
+
+constexpr int kLargestChecked = 256 << 20; // bytes: more than any of the files may have
 
 /// A file of the bundle's resources.
 struct BundledFile
@@ -55,15 +56,16 @@ bool isMalformed(const std::string &path)
 
 void checkContent(const std::string &path, Form form, const std::string &loss, Findings &findings)
 {
-    if (typeOf(path) != fs::file_type::regular)
-        return findings.problem(path, "no regular file" + loss);
-    std::ifstream stream(path, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.is_open())
+    const auto [state, content] = readRegularFile(path, kLargestChecked);
+    if (state == FileContent::State::missing || state == FileContent::State::irregular)
+        findings.problem(path, "no regular file" + loss);
+    else if (state == FileContent::State::unreadable)
         findings.problem(path, "cannot be read" + loss);
-    else if (form == Form::pdf && content.rfind("%PDF-", 0) != 0)
+    else if (state == FileContent::State::tooLarge)
+        findings.problem(path, "too large" + loss);
+    else if (form == Form::pdf && !content.startsWith("%PDF-"))
         findings.problem(path, "no PDF document" + loss);
-    else if (form != Form::pdf && content.find('\0') != std::string::npos)
+    else if (form != Form::pdf && content.contains('\0'))
         findings.problem(path, "binary, no text: what it says is lost");
     else if (form == Form::ini && !ConfigFileUtil::IsSound(QString::fromStdString(path)))
         findings.problem(path, "too large, or with a serialized value: it is not read");

@@ -1,5 +1,6 @@
 #include "paths/platform/UserDefaults_p.h"
 
+#include "paths/RegularFile_p.h"
 #include "paths/platform/Bundle_p.h"
 #include "paths/platform/UserDirectories_p.h"
 
@@ -16,7 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr qint64 kMaxFileSize = 64 << 20;
+constexpr int kMaxFileSize = 64 << 20;
 
 /// Empty when the user has no folder for data.
 std::string defaultsPath()
@@ -29,12 +30,13 @@ std::string defaultsPath()
     return support.empty() || name.empty() ? std::string() : support + "/" + name + "/user-defaults.ini";
 }
 
-/// Opens the file without ever waiting for the other side of a FIFO; false unless it is a file that may have `added`
-/// bytes more.
-bool openDefaults(QFile &file, int flags, qint64 added = 0)
+/// Opens the file for appending, without ever waiting for the reader of a FIFO; false unless it is a file that may have
+/// `added` bytes more.
+bool openDefaults(QFile &file, qint64 added = 0, int flags = 0)
 {
     const std::string path = defaultsPath();
-    const int descriptor = path.empty() ? -1 : ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600);
+    flags |= O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    const int descriptor = path.empty() ? -1 : ::open(path.c_str(), flags, 0600);
     if (descriptor < 0)
         return false;
     struct stat status
@@ -42,8 +44,8 @@ bool openDefaults(QFile &file, int flags, qint64 added = 0)
     };
     const bool usable =
         ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size + added <= kMaxFileSize;
-    const auto mode = (flags & O_ACCMODE) == O_RDONLY ? QIODevice::ReadOnly : QIODevice::WriteOnly | QIODevice::Append;
-    if (usable && file.open(descriptor, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
+    constexpr auto mode = QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered;
+    if (usable && file.open(descriptor, mode, QFileDevice::AutoCloseHandle))
         return true;
     ::close(descriptor);
     return false;
@@ -62,10 +64,7 @@ QByteArray lineOf(const std::string &key, const std::vector<unsigned char> &data
 std::map<std::string, std::vector<unsigned char>> userDefaultsWithPrefix(const std::string &prefix)
 {
     std::map<std::string, std::vector<unsigned char>> result;
-    QFile file;
-    if (!openDefaults(file, O_RDONLY))
-        return result;
-    for (const QByteArray &line : file.readAll().split('\n')) {
+    for (const QByteArray &line : readRegularFile(defaultsPath(), kMaxFileSize).bytes.split('\n')) {
         const int keySize = line.indexOf("=\"");
         // A write that was cut off lacks the closing quote.
         if (keySize < 0 || line.size() < keySize + 3 || !line.endsWith('"'))
@@ -93,14 +92,14 @@ void setUserDefaultsData(const std::string &key, const std::vector<unsigned char
     // The line feed in front ends a line that another process could not finish.
     const QByteArray line = '\n' + lineOf(key, data) + '\n';
     QFile file;
-    if (openDefaults(file, O_WRONLY | O_APPEND | O_CREAT, line.size()))
+    if (openDefaults(file, line.size(), O_CREAT))
         file.write(line);
 }
 
 void synchroniseUserDefaults()
 {
     QFile file;
-    if (openDefaults(file, O_RDONLY))
+    if (openDefaults(file))
         ::fsync(file.handle());
 }
 
