@@ -5,8 +5,8 @@
 #include "paths/platform/SystemLog_p.h"
 #include "paths/platform/UserDefaults_p.h"
 
+#include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -23,8 +23,8 @@ constexpr char kKeyPrefix[] = "vant_pdf_";
 constexpr unsigned long kCreateWithSecurityScope = 2048;
 constexpr unsigned long kResolveWithSecurityScope = 1024;
 constexpr unsigned long kPlain = 0;
-/// Far above what anybody shares, and few enough for the log lines that each of them writes.
-constexpr int kMaxSharedBookmarks = 100'000;
+/// More than a thousand bookmarks. Parsed, the worst text takes eighty times its size.
+constexpr std::size_t kMaxSharedText = 4 << 20;
 
 Bytes createData(const std::string &path, unsigned long options)
 {
@@ -48,59 +48,27 @@ platform::ResolvedBookmark resolveEntry(const std::string &key)
     return resolved;
 }
 
-/// Reads an array of arrays of bytes as a stream, so that neither a deep nor a large text costs memory. Anything else
-/// ends the reading.
-class ByteArrayReader : public nlohmann::json_sax<nlohmann::json>
+bool isByte(const nlohmann::json &value)
 {
-public:
-    explicit ByteArrayReader(const std::function<void(const Bytes &)> &element) : m_element(element) { }
+    return value.is_number_integer() && value >= 0 && value <= std::numeric_limits<unsigned char>::max();
+}
 
-    bool start_array(std::size_t /*elements*/) override
-    {
-        m_bytes.clear();
-        return ++m_depth <= 2;
-    }
-    bool end_array() override
-    {
-        if (--m_depth == 0)
-            return true;
-        m_element(m_bytes);
-        return ++m_elements <= kMaxSharedBookmarks;
-    }
-    bool number_unsigned(number_unsigned_t value) override
-    {
-        m_bytes.push_back(static_cast<unsigned char>(value));
-        return m_depth == 2 && value <= std::numeric_limits<unsigned char>::max();
-    }
-    bool number_integer(number_integer_t value) override { return value == 0 && number_unsigned(0); } // "-0"
-
-    bool null() override { return false; }
-    bool boolean(bool /*value*/) override { return false; }
-    bool number_float(number_float_t /*value*/, const string_t & /*text*/) override { return false; }
-    bool string(string_t & /*value*/) override { return false; }
-    bool binary(binary_t & /*value*/) override { return false; }
-    bool start_object(std::size_t /*elements*/) override { return false; }
-    bool key(string_t & /*value*/) override { return false; }
-    bool end_object() override { return false; }
-    bool parse_error(std::size_t /*at*/, const std::string & /*token*/,
-                     const nlohmann::detail::exception & /*error*/) override
-    {
-        return false;
-    }
-
-private:
-    const std::function<void(const Bytes &)> &m_element;
-    Bytes m_bytes;
-    int m_depth = 0;
-    int m_elements = 0;
-};
-
-/// Calls `element` for each element as it is read; whether the text was an array of byte arrays to its end.
-bool readByteArrays(const std::string &json, const std::function<void(const Bytes &)> &element)
+/// The elements of an array of byte arrays; nothing when the text is anything else, or too long.
+std::optional<std::vector<Bytes>> byteArraysIn(const std::string &json)
 {
-    ByteArrayReader reader(element);
     // The parser takes a NUL for the end, whatever follows.
-    return json.find('\0') == std::string::npos && nlohmann::json::sax_parse(json, &reader);
+    if (json.size() > kMaxSharedText || json.find('\0') != std::string::npos)
+        return std::nullopt;
+    const nlohmann::json all = nlohmann::json::parse(json, nullptr, false);
+    if (!all.is_array())
+        return std::nullopt;
+    std::vector<Bytes> arrays;
+    for (const nlohmann::json &element : all) {
+        if (!element.is_array() || !std::all_of(element.begin(), element.end(), isByte))
+            return std::nullopt;
+        arrays.push_back(element.get<Bytes>());
+    }
+    return arrays;
 }
 
 } // namespace
@@ -204,9 +172,10 @@ std::string MacBookmark::createSharedBookmarkJson(std::vector<std::string> paths
 
 bool MacBookmark::parseSharedBookmarkJson(const std::string &json)
 {
-    // Read twice: nothing may be opened before all of it is known to be sound.
-    return readByteArrays(json, [](const Bytes &) {})
-        && readByteArrays(json, [](const Bytes &bookmark) { openSharedBookmark(bookmark); });
+    const std::optional<std::vector<Bytes>> bookmarks = byteArraysIn(json);
+    for (const Bytes &bookmark : bookmarks.value_or(std::vector<Bytes>()))
+        openSharedBookmark(bookmark);
+    return bookmarks.has_value();
 }
 
 std::string MacBookmark::generateBookMarkKey(const std::string &path)

@@ -61,8 +61,8 @@ public:
     /// has an empty array.
     static std::string createSharedBookmarkJson(std::vector<std::string> paths);
     /// Opens every bookmark of such a text, and is true whatever came of it. False, with nothing opened, for a text
-    /// that is not wholly an array of arrays of integers from 0 to 255, and for more than 100,000 bookmarks: each of
-    /// them is worth two lines in the system log.
+    /// that is not wholly an array of arrays of integers from 0 to 255, and for one of more than 4 MiB, which is far
+    /// more than a thousand bookmarks take.
     static bool parseSharedBookmarkJson(const std::string &json);
 
 private:

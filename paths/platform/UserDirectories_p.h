@@ -7,7 +7,8 @@ namespace platform {
 
 /// The folder in which applications keep the user's data, or empty. It need not exist.
 /// macOS: the first application-support directory of the user domain. Elsewhere: XDG_DATA_HOME or its default, as the
-/// freedesktop.org base directories define them (a relative XDG_DATA_HOME is ignored).
+/// freedesktop.org base directories define them; a relative one is ignored, and where HOME tells no folder, the user
+/// database does. Bytes that are no UTF-8 read as U+FFFD, so that one folder has one name for everybody.
 [[nodiscard]] std::string applicationSupportDirectory();
 
 /// The user's real home folder from the user database, or empty when it does not answer.

@@ -81,10 +81,7 @@ TEST(MacBookmark, SharesPlainBookmarksAsJson)
                      "MacBookmark::openBookmark succeed", "Failed to start accessing security scoped resource 288."}));
 
     fakePlatform().systemLog.clear();
-    std::string tooMany = "[[]";
-    for (int i = 0; i < 100'000; ++i)
-        tooMany += ",[]";
-    Lines bad{"", "{\"a\":[[1]]}", "[[1]]]", std::string(50 << 20, '['), tooMany + "]"};
+    Lines bad{"", "{\"a\":[[1]]}", "[[1]]]", std::string(4 << 20, '['), "[[1]" + std::string(4 << 20, ' ') + "]"};
     for (const char *element : {"1", "[256]", "[-1]", "[1.0]", "[99999999999999999999]", "[\"1\"]", "[[1]]"})
         bad.push_back(std::string("[[48,58,47],") + element + "]");
     for (const std::string &text : bad)

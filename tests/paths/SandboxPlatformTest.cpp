@@ -1,6 +1,8 @@
 #include "paths/MacBookmark.h"
 #include "paths/MacSandbox.h"
+#include "paths/platform/Applications_p.h"
 #include "paths/platform/UserDefaults_p.h"
+#include "paths/platform/UserDirectories_p.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TestFiles.h"
 
@@ -122,6 +124,30 @@ TEST_F(SandboxPlatform, LaunchesWithoutAShell)
     EXPECT_EQ(test::readFile(output), pid + "\nx:a%20b;$(touch%20y)&%60z%60'%0A--\n");
     EXPECT_EQ(launched(MacSandbox::openURL, {home / "A.app", "--option", arguments}), -1);
     EXPECT_EQ(launched(MacSandbox::openApp, {home / "A.app/Contents", "", arguments}), -1) << "no executable";
+}
+
+TEST_F(SandboxPlatform, FoldersOfTheUserAreThoseOfTheSystem)
+{
+    const struct
+    {
+        const char *home, *data, *folder;
+    } rows[] = {
+        {"/h", "/d//x/", "/d/x"}, {"/h", "", "/h/.local/share"}, {"/h\xff", "", "/h�/.local/share"}, {"h", "", nullptr},
+        {"", "", nullptr},        {"/h", "d", nullptr},
+    };
+    const std::string byDatabase = platform::homeDirectoryOfUser() + "/.local/share";
+    for (const auto &[user, data, folder] : rows) {
+        ::setenv("HOME", user, 1);
+        ::setenv("XDG_DATA_HOME", data, 1);
+        EXPECT_EQ(platform::applicationSupportDirectory(), folder ? folder : byDatabase) << user << ' ' << data;
+    }
+    test::writeFile(home / "d/applications/com.example.foo.desktop", "");
+    fs::create_directory(home / "d/applications/com.example.folder.desktop");
+    ::setenv("XDG_DATA_DIRS", ("d:" + (home / "d")).c_str(), 1);
+    EXPECT_TRUE(platform::isApplicationInstalled("com.example.foo"));
+    EXPECT_FALSE(platform::isApplicationInstalled("com.example.folder") || platform::isApplicationInstalled("")
+                 || platform::isApplicationInstalled("../applications/com.example.foo")
+                 || platform::isApplicationInstalled(std::string("com.example.foo\0", 16)));
 }
 
 TEST_F(SandboxPlatform, WhatHasEndedOrIsNoProcessDoesNotRun)

@@ -3,9 +3,12 @@
 #include "paths/platform/Bundle_p.h"
 #include "paths/platform/UserDirectories_p.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
 
 namespace platform {
 
@@ -19,24 +22,13 @@ std::string homeFolder()
     return home && *home == '/' ? home : homeDirectoryOfUser();
 }
 
-bool hasDesktopEntry(const fs::path &dataFolder, const std::string &bundleId)
-{
-    std::error_code error;
-    return dataFolder.is_absolute()
-        && fs::is_regular_file(dataFolder / "applications" / (bundleId + ".desktop"), error);
-}
-
 bool hasDesktopEntry(const std::string &bundleId)
 {
-    if (hasDesktopEntry(applicationSupportDirectory(), bundleId))
-        return true;
-    const char *set = std::getenv("XDG_DATA_DIRS");
-    std::istringstream folders(set && *set ? set : "/usr/local/share:/usr/share");
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        if (hasDesktopEntry(folder, bundleId))
-            return true;
-    }
-    return false;
+    const QString name = QString::fromStdString(bundleId + ".desktop");
+    const QStringList folders = QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
+    return std::any_of(folders.begin(), folders.end(), [&name](const QString &folder) {
+        return folder.startsWith(QLatin1Char('/')) && QFileInfo(QDir(folder), name).isFile();
+    });
 }
 
 bool hasBundle(const fs::path &folder, const std::string &bundleId)

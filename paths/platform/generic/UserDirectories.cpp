@@ -1,30 +1,17 @@
 #include "paths/platform/UserDirectories_p.h"
 
-#include <cstdlib>
-#include <string>
+#include <QDir>
+#include <QStandardPaths>
 
 namespace platform {
 
-namespace {
-
-std::string absolutePathFromEnvironment(const char *name)
-{
-    const char *value = std::getenv(name);
-    std::string path = value && value[0] == '/' ? value : "";
-    while (!path.empty() && path.back() == '/')
-        path.pop_back();
-    return path;
-}
-
-} // namespace
-
 std::string applicationSupportDirectory()
 {
-    if (std::string data = absolutePathFromEnvironment("XDG_DATA_HOME"); !data.empty())
-        return data;
-    std::string home = absolutePathFromEnvironment("HOME");
-    if (home.empty())
-        home = homeDirectoryOfUser();
+    const QString data = QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    // QStandardPaths takes relative folders as they are, and the root for a home that HOME does not tell.
+    if (data.startsWith(QLatin1Char('/')) && data != QLatin1String("/.local/share"))
+        return data.toStdString();
+    const std::string home = homeDirectoryOfUser();
     return home.empty() ? home : home + "/.local/share";
 }
 
