@@ -35,24 +35,6 @@ std::string logged(std::string_view caller, std::string path)
     return path;
 }
 
-/// As the platform names it; empty when it does not tell.
-std::string reportedExecutable()
-{
-    using platform::ExecutablePathStatus;
-
-    char fixed[1024];
-    std::size_t size = sizeof fixed;
-    ExecutablePathStatus status = platform::executablePath(fixed, size);
-    if (status == ExecutablePathStatus::ok)
-        return fixed;
-    if (status == ExecutablePathStatus::failed)
-        return {};
-
-    std::string grown(size, '\0');
-    status = platform::executablePath(grown.data(), size);
-    return status == ExecutablePathStatus::ok ? grown.c_str() : std::string();
-}
-
 } // namespace
 
 std::string executablePath(std::error_code &error)
@@ -63,9 +45,8 @@ std::string executablePath(std::error_code &error)
     error.clear();
     const std::lock_guard<std::mutex> lock(mutex);
     if (known.empty()) {
-        const std::string reported = reportedExecutable();
-        if (!reported.empty())
-            known = fs::canonical(reported, error).string();
+        if (const std::optional<std::string> reported = platform::executablePath())
+            known = fs::canonical(*reported, error).string();
     }
     return known;
 }

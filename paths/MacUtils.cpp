@@ -12,11 +12,7 @@
 #include "paths/platform/System_p.h"
 #include "paths/platform/Workspace_p.h"
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -61,16 +57,6 @@ void assign(unsigned short *target, int value)
 {
     if (target)
         *target = static_cast<unsigned short>(value);
-}
-
-std::string outputOf(const char *command)
-{
-    const std::unique_ptr<FILE, int (*)(FILE *)> pipe(::popen(command, "r"), &::pclose);
-    std::string output;
-    std::array<char, 128> chunk{};
-    while (pipe && std::fgets(chunk.data(), chunk.size(), pipe.get()))
-        output += chunk.data();
-    return output;
 }
 
 } // namespace
@@ -149,8 +135,7 @@ bool MacUtils::IsProcessRunning(const std::string &bundleId)
 
 std::uint64_t MacUtils::GetTickCount()
 {
-    static const platform::Timebase timebase = platform::monotonicTimebase();
-    return platform::monotonicTicks() * timebase.numerator / timebase.denominator / 1'000'000U;
+    return platform::monotonicNanoseconds() / 1'000'000U;
 }
 
 std::pair<double, double> MacUtils::GetMainScreenSize()
@@ -166,7 +151,7 @@ bool MacUtils::checkNetworkAvailable()
 
 std::uint64_t MacUtils::getSystemSharedMemorySize()
 {
-    return std::strtoull(outputOf(platform::sharedMemorySizeCommand()).c_str(), nullptr, 10);
+    return platform::sharedMemorySize();
 }
 
 bool IsProcessRunningOC(const QString &bundleId)

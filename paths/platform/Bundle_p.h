@@ -1,17 +1,14 @@
 #pragma once
 
-#include <cstddef>
+#include <optional>
 #include <string>
 
 /// The running executable and application bundles. All texts are UTF-8; a value that the platform does not know is
 /// empty. Callable from any thread.
 namespace platform {
 
-enum class ExecutablePathStatus { ok, bufferTooSmall, failed };
-
-/// Writes the running executable's path, NUL-terminated and as the platform knows it (not canonical), to `buffer`.
-/// `size` is the buffer's size; with `bufferTooSmall` it receives the size that would do, the NUL included.
-[[nodiscard]] ExecutablePathStatus executablePath(char *buffer, std::size_t &size);
+/// The running executable's path as the platform knows it (not canonical); nothing when it does not tell.
+[[nodiscard]] std::optional<std::string> executablePath();
 
 /// Path of the executable of the running bundle.
 [[nodiscard]] std::string bundleExecutablePath();

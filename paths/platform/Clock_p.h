@@ -5,14 +5,7 @@
 /// The monotonic clock. Callable from any thread.
 namespace platform {
 
-/// Nanoseconds per tick, as a ratio.
-struct Timebase
-{
-    std::uint32_t numerator = 1;
-    std::uint32_t denominator = 1;
-};
-
-[[nodiscard]] std::uint64_t monotonicTicks();
-[[nodiscard]] Timebase monotonicTimebase();
+/// Nanoseconds since some moment in the past.
+[[nodiscard]] std::uint64_t monotonicNanoseconds();
 
 } // namespace platform

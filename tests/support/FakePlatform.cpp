@@ -4,6 +4,7 @@
 #include "paths/platform/Applications_p.h"
 #include "paths/platform/Bookmark_p.h"
 #include "paths/platform/Bundle_p.h"
+#include "paths/platform/Clock_p.h"
 #include "paths/platform/FileManager_p.h"
 #include "paths/platform/Idle_p.h"
 #include "paths/platform/Menu_p.h"
@@ -14,7 +15,6 @@
 #include "paths/platform/UserDirectories_p.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace test {
 
@@ -74,6 +74,7 @@ bool contains(const std::vector<std::string> &all, const std::string &text)
 using Size = std::pair<double, double>;
 ANSWER(std::string bundleIdentifier(), {})
 ANSWER(Size mainScreenSize(), {})
+ANSWER(std::uint64_t sharedMemorySize(), 0)
 ANSWER(bool isApplicationRunning(const std::string & /*bundleId*/), false)
 ANSWER(bool openUrl(const std::string & /*url*/), false)
 ANSWER(bool revealFile(const QString & /*path*/), false)
@@ -92,9 +93,8 @@ ANSWER(std::string groupContainer(const std::string &group), fakePlatform().grou
 ANSWER(bool isApplicationInstalled(const std::string &id), contains(fakePlatform().installedApplications, id))
 ANSWER(Defaults userDefaultsWithPrefix(const std::string & /*prefix*/), fakePlatform().userDefaults)
 ANSWER(std::optional<ReachabilityFlags> zeroAddressReachability(), fakePlatform().reachability)
-ANSWER(std::uint64_t monotonicTicks(), fakePlatform().ticks)
+ANSWER(std::uint64_t monotonicNanoseconds(), fakePlatform().nanoseconds)
 ANSWER(double secondsSinceLastInput(), fakePlatform().secondsSinceLastInput)
-ANSWER(const char *sharedMemorySizeCommand(), fakePlatform().sharedMemorySizeCommand.c_str())
 ANSWER(bool isProcessRunning(int /*processId*/), ++fakePlatform().looks <= fakePlatform().looksWhileRunning)
 
 // Kept for the test.
@@ -102,17 +102,10 @@ ANSWER(void systemLog(const std::string &message), fakePlatform().systemLog.push
 ANSWER(void announce(QWidget * /*source*/, const QString &text), fakePlatform().announcements.push_back(text))
 #undef ANSWER
 
-ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
+std::optional<std::string> executablePath()
 {
     const std::string &path = fakePlatform().executablePath;
-    if (path.empty())
-        return ExecutablePathStatus::failed;
-    if (path.size() + 1 > size) {
-        size = path.size() + 1;
-        return ExecutablePathStatus::bufferTooSmall;
-    }
-    std::memcpy(buffer, path.c_str(), path.size() + 1);
-    return ExecutablePathStatus::ok;
+    return path.empty() ? std::nullopt : std::optional(path);
 }
 
 bool launch(const LaunchRequest &request, const LaunchHandler &handler)
@@ -170,12 +163,6 @@ void retitleSubmenuItems(const std::function<std::optional<QString>(const QStrin
 {
     for (QString &item : fakePlatform().submenuItems)
         item = newTitle(item).value_or(item);
-}
-
-Timebase monotonicTimebase()
-{
-    ++fakePlatform().timebaseReads;
-    return fakePlatform().timebase;
 }
 
 } // namespace platform

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "paths/platform/Clock_p.h"
 #include "paths/platform/OpenPanel_p.h"
 #include "paths/platform/Reachability_p.h"
 #include "paths/platform/Workspace_p.h"
@@ -54,10 +53,7 @@ struct FakePlatform
     std::vector<QString> submenuItems;
     double secondsSinceLastInput = 0;
     std::optional<platform::ReachabilityFlags> reachability;
-    std::uint64_t ticks = 0;
-    platform::Timebase timebase;
-    int timebaseReads = 0;
-    std::string sharedMemorySizeCommand = "true";
+    std::uint64_t nanoseconds = 0;
 };
 
 FakePlatform &fakePlatform();

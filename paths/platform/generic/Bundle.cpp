@@ -2,10 +2,7 @@
 
 #include "paths/platform/generic/PropertyList_p.h"
 
-#include <climits>
-#include <cstring>
 #include <filesystem>
-#include <unistd.h>
 
 namespace platform {
 
@@ -24,31 +21,17 @@ fs::path enclosingBundle(const fs::path &executable)
 
 } // namespace
 
-ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
+std::optional<std::string> executablePath()
 {
-    // The kernel's own limit; readlink cuts a longer text without saying so.
-    char target[PATH_MAX + 1];
-    const ssize_t length = ::readlink("/proc/self/exe", target, sizeof target);
-    if (length <= 0)
-        return ExecutablePathStatus::failed;
-
-    const auto needed = static_cast<std::size_t>(length) + 1;
-    if (needed > size) {
-        size = needed;
-        return ExecutablePathStatus::bufferTooSmall;
-    }
-    std::memcpy(buffer, target, needed - 1);
-    buffer[needed - 1] = '\0';
-    return ExecutablePathStatus::ok;
+    std::error_code error;
+    const std::string path = fs::read_symlink("/proc/self/exe", error).string();
+    return path.empty() ? std::nullopt : std::optional(path);
 }
 
 std::string bundleExecutablePath()
 {
     // Asked once: later the link would follow a renamed bundle, and lead nowhere when the executable is replaced.
-    static const std::string path = [] {
-        std::error_code error;
-        return fs::read_symlink("/proc/self/exe", error).string();
-    }();
+    static const std::string path = executablePath().value_or("");
     return path;
 }
 

@@ -4,16 +4,11 @@
 
 namespace platform {
 
-std::uint64_t monotonicTicks()
+std::uint64_t monotonicNanoseconds()
 {
     timespec now{};
     ::clock_gettime(CLOCK_MONOTONIC, &now);
     return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000'000U + static_cast<std::uint64_t>(now.tv_nsec);
-}
-
-Timebase monotonicTimebase()
-{
-    return {};
 }
 
 } // namespace platform

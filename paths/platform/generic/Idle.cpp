@@ -45,14 +45,14 @@ public:
     bool eventFilter(QObject *, QEvent *event) override
     {
         if (isInput(event->type()))
-            g_lastInput = monotonicTicks();
+            g_lastInput = monotonicNanoseconds();
         return false;
     }
 };
 
 void watchInput()
 {
-    g_lastInput = monotonicTicks();
+    g_lastInput = monotonicNanoseconds();
     QCoreApplication::instance()->installEventFilter(new InputWatch(QCoreApplication::instance()));
     qAddPostRoutine([] { g_lastInput = 0; });
 }
@@ -67,8 +67,7 @@ double secondsSinceLastInput()
     const std::uint64_t last = g_lastInput;
     if (last == 0)
         return std::numeric_limits<double>::infinity();
-    const Timebase timebase = monotonicTimebase();
-    return static_cast<double>(monotonicTicks() - last) * timebase.numerator / timebase.denominator / 1e9;
+    return static_cast<double>(monotonicNanoseconds() - last) / 1e9;
 }
 
 } // namespace platform

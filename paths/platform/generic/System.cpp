@@ -1,11 +1,14 @@
 #include "paths/platform/System_p.h"
 
+#include "paths/RegularFile_p.h"
+
+#include <cstdlib>
+
 namespace platform {
 
-const char *sharedMemorySizeCommand()
+std::uint64_t sharedMemorySize()
 {
-    // Not sysctl: it is no part of a minimal installation.
-    return "cat /proc/sys/kernel/shmmax";
+    return std::strtoull(readRegularFile("/proc/sys/kernel/shmmax", 64).bytes.constData(), nullptr, 10);
 }
 
 } // namespace platform

@@ -21,15 +21,16 @@ std::string textIn(NSDictionary *dictionary, const std::string &key)
 
 } // namespace
 
-ExecutablePathStatus executablePath(char *buffer, std::size_t &size)
+std::optional<std::string> executablePath()
 {
-    auto bufferSize = static_cast<std::uint32_t>(size);
-    if (_NSGetExecutablePath(buffer, &bufferSize) == 0)
-        return ExecutablePathStatus::ok;
-    if (bufferSize <= size)
-        return ExecutablePathStatus::failed;
-    size = bufferSize;
-    return ExecutablePathStatus::bufferTooSmall;
+    std::string path(1024, '\0');
+    auto size = static_cast<std::uint32_t>(path.size());
+    int failure = _NSGetExecutablePath(path.data(), &size);
+    if (failure != 0 && size > path.size()) { // it has told the size that would do
+        path.resize(size);
+        failure = _NSGetExecutablePath(path.data(), &size);
+    }
+    return failure == 0 ? std::optional<std::string>(path.c_str()) : std::nullopt;
 }
 
 std::string bundleExecutablePath()
