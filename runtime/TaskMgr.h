@@ -3,12 +3,12 @@
 #include "config/Export.h"
 
 #include <QElapsedTimer>
-#include <QSemaphore>
 #include <atomic>
-#include <list>
+#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 /// A task of a TaskMgr. The application derives its own.
 class ONDPDFTOOLUTILS_EXPORT ITask
@@ -30,11 +30,21 @@ private:
     int m_priority = 0;
 };
 
+// Users may compile with this warning. Why the destructor is not virtual stands at the class.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 /// A worker thread of its own that runs tasks one at a time, in the order in which they were pushed.
 ///
 /// Any thread may push, tasks included. WaitTaskFinish() ends the worker; there is no restart. It must have returned,
 /// and other threads must be done with the manager, before the manager is destroyed: destroying one whose worker is
 /// still joinable terminates the process. Tasks that were not run by then are released by the destructor.
+///
+/// The table of virtual functions is part of the interface: PushTask, then WaitTaskFinish, and no destructor. A derived
+/// manager must therefore not be deleted through a pointer to TaskMgr. Make a manager of either kind a local variable, a
+/// member, or a std::shared_ptr by std::make_shared, which remembers what it holds: that is safe, and compilers do not
+/// warn. Declare the derived class `final`. GCC with -Wnon-virtual-dtor names it nevertheless: there, put the pragmas
+/// of this header around it.
 class ONDPDFTOOLUTILS_EXPORT TaskMgr
 {
 public:
@@ -67,52 +77,14 @@ public:
     [[nodiscard]] bool IsWorking() const;
 
 private:
-    using TaskList = std::list<std::shared_ptr<ITask>>;
-
-    /// The tasks that wait. Emptied nodes of earlier batches are handed out again: to free memory that other threads
-    /// allocated is what small tasks cost most.
-    class Queue
-    {
-    public:
-        /// Whether there are tasks. Needs no mutex; what follows needs the state mutex.
-        [[nodiscard]] bool isFilled() const { return m_filled; }
-        void append(std::shared_ptr<ITask> task);
-        [[nodiscard]] TaskList takeAll();
-
-        /// Takes the nodes of a batch of which nothing is left but empty pointers. For the worker; needs no mutex.
-        void recycle(TaskList &&batch);
-
-    private:
-        TaskList m_tasks;
-        TaskList m_spare;
-        TaskList m_emptied;
-        std::atomic<bool> m_filled{false};
-    };
-
-    /// A condition variable for one waiter that misses no signal, although those who signal hold no mutex. What the
-    /// worker waits for must be told by atomic variables that are set, sequentially consistent, before the signal.
-    class WakeCondition
-    {
-    public:
-        template <typename Predicate> void wait(std::unique_lock<std::mutex> &lock, Predicate ready);
-        void signal();
-
-    private:
-        QSemaphore m_signal;
-        std::atomic<bool> m_waiting{false};
-    };
-
-    [[nodiscard]] bool hasWork() const { return m_stop || m_queue.isFilled(); }
     void WorkThread();
-    void waitForWork();
-    std::size_t ExcuteTasks();
+    void ExcuteTasks();
 
     std::atomic<bool> m_stop{false};
-    Queue m_queue;
+    std::vector<std::shared_ptr<ITask>> m_tasks;
     std::thread m_worker;
-    WakeCondition m_wake;
-    std::mutex m_waitMutex;
-    mutable std::mutex m_stateMutex;
+    std::condition_variable m_wake;
+    mutable std::mutex m_mutex;
     QElapsedTimer m_stopTimer;
     quint32 m_timeLimit = 0;
 
@@ -121,3 +93,5 @@ protected:
     /// manager sets it before it requests the stop.
     bool m_drain = false;
 };
+
+#pragma GCC diagnostic pop

@@ -223,7 +223,7 @@ void compareLatency(std::size_t percent, double bound)
 
 int main(int argc, char **argv)
 {
-    comparePush(1, 0.6);
+    comparePush(1, 0.9);
     comparePush(4, 0.4);
     compareLatency(50, 1.15);
     compareLatency(99, 1.25);

@@ -1,4 +1,8 @@
+// The header compiles with what its users may have switched on.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic error "-Wnon-virtual-dtor"
 #include "runtime/TaskMgr.h"
+#pragma GCC diagnostic pop
 
 #include "tests/support/Eventually.h"
 
@@ -33,7 +37,7 @@ std::shared_ptr<ITask> task(std::function<void()> work)
 }
 
 /// A manager whose drain flag can be set.
-struct DrainingTaskMgr : TaskMgr
+struct DrainingTaskMgr final : TaskMgr
 {
     explicit DrainingTaskMgr(bool drain) { m_drain = drain; }
 };
