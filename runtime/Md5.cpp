@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <utility>
 
 namespace {
 
@@ -23,66 +22,44 @@ constexpr Word kSines[64] = {
     0x6fa87e4f, 0xfe2ce6e0, 0xa3014314, 0x4e0811a1, 0xf7537e82, 0xbd3af235, 0x2ad7d2bb, 0xeb86d391,
 };
 
-/// Keeps the compiler from reordering the additions around this value. All but the newest word are known early: what
-/// is added before that one arrives costs no time, and only this order leaves a step as short as it can be.
-Q_ALWAYS_INLINE Word pinned(Word value)
-{
-    asm("" : "+r"(value));
-    return value;
-}
-
-Q_ALWAYS_INLINE Word rotated(Word value, int bits)
+constexpr Word rotated(Word value, int bits)
 {
     return (value << bits) | (value >> (32 - bits));
 }
 
-// A round: in which order it takes the words of the block, how far it rotates, and what it adds to a sum. `x` is the
-// newest word in each.
-
-struct RoundF
+/// A round: the order in which it takes the words of the block, how far it turns, and its part of the sines.
+struct Round
 {
-    static constexpr std::size_t first = 0, stride = 1;
-    static constexpr int rotations[4] = {7, 12, 17, 22};
-    static Q_ALWAYS_INLINE Word add(Word sum, Word x, Word y, Word z) { return sum + (z ^ (x & (y ^ z))); }
+    std::size_t first, stride;
+    int rotations[4];
+    const Word *sines;
 };
 
-struct RoundG
+constexpr Round kRoundF = {0, 1, {7, 12, 17, 22}, kSines};
+constexpr Round kRoundG = {1, 5, {5, 9, 14, 20}, kSines + 16};
+constexpr Round kRoundH = {5, 3, {4, 11, 16, 23}, kSines + 32};
+constexpr Round kRoundI = {0, 7, {6, 10, 15, 21}, kSines + 48};
+
+struct Chain
 {
-    static constexpr std::size_t first = 1, stride = 5;
-    static constexpr int rotations[4] = {5, 9, 14, 20};
-    // The halves have no bit in common, so that they may be added one by one instead of or-ed.
-    static Q_ALWAYS_INLINE Word add(Word sum, Word x, Word y, Word z) { return pinned(sum + (y & ~z)) + (x & z); }
+    Word a, b, c, d;
 };
 
-struct RoundH
+/// Sixteen steps. `add` adds the round's function of three words to a sum; the first of the three is the newest, and
+/// what is added before it is needed costs no time.
+template <typename Add> Q_ALWAYS_INLINE Chain run(const Round &round, Chain chain, const Word (&block)[16], Add add)
 {
-    static constexpr std::size_t first = 5, stride = 3;
-    static constexpr int rotations[4] = {4, 11, 16, 23};
-    static Q_ALWAYS_INLINE Word add(Word sum, Word x, Word y, Word z) { return sum + (x ^ pinned(y ^ z)); }
-};
-
-struct RoundI
-{
-    static constexpr std::size_t first = 0, stride = 7;
-    static constexpr int rotations[4] = {6, 10, 15, 21};
-    static Q_ALWAYS_INLINE Word add(Word sum, Word x, Word y, Word z) { return sum + (y ^ (x | ~z)); }
-};
-
-/// Step `i` of a round. The words change places from step to step: A, B, C, D is followed by D, A, B, C.
-template <typename Round, std::size_t number, std::size_t i>
-Q_ALWAYS_INLINE void step(Word (&chain)[4], const unsigned char *block)
-{
-    constexpr std::size_t a = (16 - i) % 4;
-    const Word b = chain[(a + 1) % 4];
-    const auto word = qFromLittleEndian<Word>(block + sizeof(Word) * ((Round::first + i * Round::stride) % 16));
-    const Word sum = pinned(chain[a] + word + kSines[16 * number + i]);
-    chain[a] = b + rotated(Round::add(sum, b, chain[(a + 2) % 4], chain[(a + 3) % 4]), Round::rotations[i % 4]);
-}
-
-template <typename Round, std::size_t number, std::size_t... i>
-Q_ALWAYS_INLINE void run(Word (&chain)[4], const unsigned char *block, std::index_sequence<i...>)
-{
-    (step<Round, number, i>(chain, block), ...);
+    auto [a, b, c, d] = chain;
+#pragma GCC unroll 16
+    for (std::size_t i = 0; i < 16; ++i) {
+        const Word sum = a + block[(round.first + i * round.stride) % 16] + round.sines[i];
+        const Word next = b + rotated(add(sum, b, c, d), round.rotations[i % 4]);
+        a = d;
+        d = c;
+        c = b;
+        b = next;
+    }
+    return {a, b, c, d};
 }
 
 } // namespace
@@ -130,17 +107,17 @@ void Md5::md5_finish(unsigned char *out)
 
 void Md5::md5_process(unsigned char *block)
 {
-    constexpr auto steps = std::make_index_sequence<16>();
-    Word chain[4] = {static_cast<Word>(m_chain[0]), static_cast<Word>(m_chain[1]), static_cast<Word>(m_chain[2]),
-                     static_cast<Word>(m_chain[3])};
-    run<RoundF, 0>(chain, block, steps);
-    run<RoundG, 1>(chain, block, steps);
-    run<RoundH, 2>(chain, block, steps);
-    run<RoundI, 3>(chain, block, steps);
-    // Pinned, else done with vector instructions, which keep the next block waiting longer; and no loop, for which the
-    // words would have to lie in memory.
-    m_chain[0] = pinned(static_cast<Word>(m_chain[0]) + chain[0]);
-    m_chain[1] = pinned(static_cast<Word>(m_chain[1]) + chain[1]);
-    m_chain[2] = pinned(static_cast<Word>(m_chain[2]) + chain[2]);
-    m_chain[3] = pinned(static_cast<Word>(m_chain[3]) + chain[3]);
+    Word words[16];
+    qFromLittleEndian<Word>(block, 16, words);
+    const Chain before = {static_cast<Word>(m_chain[0]), static_cast<Word>(m_chain[1]), static_cast<Word>(m_chain[2]),
+                          static_cast<Word>(m_chain[3])};
+    Chain chain = before;
+    chain = run(kRoundF, chain, words, [](Word sum, Word x, Word y, Word z) { return sum + (z ^ (x & (y ^ z))); });
+    chain = run(kRoundG, chain, words, [](Word sum, Word x, Word y, Word z) { return sum + (y & ~z) + (x & z); });
+    chain = run(kRoundH, chain, words, [](Word sum, Word x, Word y, Word z) { return sum + (x ^ y ^ z); });
+    chain = run(kRoundI, chain, words, [](Word sum, Word x, Word y, Word z) { return sum + (y ^ (x | ~z)); });
+    m_chain[0] = before.a + chain.a;
+    m_chain[1] = before.b + chain.b;
+    m_chain[2] = before.c + chain.c;
+    m_chain[3] = before.d + chain.d;
 }
