@@ -1,32 +1,41 @@
 #include "config/MaskedText_p.h"
 
 #include <QString>
-#include <cstdint>
-#include <cstring>
 
 namespace masked {
 
+namespace {
+
+constexpr std::size_t kMaxSize = kMaxBlocks * kBlockSize;
+
 void unmask(const unsigned char *blocks, std::size_t count, char *plain)
 {
-    std::uint64_t mask[2];
-    std::memcpy(mask, kMask, kBlockSize);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::uint64_t block[2];
-        std::memcpy(block, blocks + i * kBlockSize, kBlockSize);
-        block[0] ^= mask[0];
-        block[1] ^= mask[1];
-        std::memcpy(plain + i * kBlockSize, block, kBlockSize);
-    }
+    for (; count > 0; --count, blocks += kBlockSize, plain += kBlockSize)
+        for (std::size_t i = 0; i < kBlockSize; ++i)
+            plain[i] = static_cast<char>(blocks[i] ^ kMask[i]);
 }
 
-std::wstring widened(const char *text, std::size_t length)
+} // namespace
+
+std::string View::str() const
 {
-    return QString::fromUtf8(text, static_cast<int>(length)).toStdWString();
+    char plain[kMaxSize];
+    unmask(m_blocks, m_length / kBlockSize + 1, plain);
+    return {plain, m_length};
+}
+
+std::wstring View::wstr() const
+{
+    char plain[kMaxSize];
+    unmask(m_blocks, m_length / kBlockSize + 1, plain);
+    if (m_isAscii)
+        return {plain, plain + m_length};
+    return QString::fromUtf8(plain, static_cast<int>(m_length)).toStdWString();
 }
 
 std::string joined(View first, View second)
 {
-    char plain[2 * kMaxBlocks * kBlockSize];
+    char plain[2 * kMaxSize];
     unmask(first.m_blocks, first.m_length / kBlockSize + 1, plain);
     unmask(second.m_blocks, second.m_length / kBlockSize + 1, plain + first.m_length);
     return {plain, first.m_length + second.m_length};

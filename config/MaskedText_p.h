@@ -14,29 +14,20 @@ inline constexpr std::size_t kMaxBlocks = 32;
 inline constexpr unsigned char kMask[kBlockSize] = {0xa7, 0x3c, 0xd1, 0x8e, 0x95, 0xf2, 0xb8, 0xc4,
                                                     0xe9, 0x9b, 0xad, 0x86, 0xfa, 0xcb, 0x90, 0xdf};
 
-/// Unmasks `count` blocks into `plain`. Never inline: next to a constant the compiler would undo the mask and store the
-/// plain text.
-void unmask(const unsigned char *blocks, std::size_t count, char *plain);
-
-/// UTF-32 of a UTF-8 text.
-[[nodiscard]] std::wstring widened(const char *text, std::size_t length);
-
-/// A masked text wherever it lies; what tables hold.
+/// A masked text wherever it lies; what tables hold. Its functions are never inline: next to a constant the compiler
+/// would undo the mask and store the plain text.
 class View
 {
 public:
-    using Narrow = std::string (*)(const unsigned char *blocks);
-    using Wide = std::wstring (*)(const unsigned char *blocks);
-
-    constexpr View(const unsigned char *blocks, std::size_t length, Narrow narrow, Wide wide)
-        : m_blocks(blocks), m_length(length), m_narrow(narrow), m_wide(wide)
+    constexpr View(const unsigned char *blocks, std::size_t length, bool isAscii)
+        : m_blocks(blocks), m_length(length), m_isAscii(isAscii)
     {
     }
 
     /// The plain text, UTF-8.
-    [[nodiscard]] std::string str() const { return m_narrow(m_blocks); }
+    [[nodiscard]] std::string str() const;
     /// The plain text, UTF-32.
-    [[nodiscard]] std::wstring wstr() const { return m_wide(m_blocks); }
+    [[nodiscard]] std::wstring wstr() const;
 
     /// The plain texts of both, one after the other, UTF-8.
     friend std::string joined(View first, View second);
@@ -44,9 +35,7 @@ public:
 private:
     const unsigned char *m_blocks;
     std::size_t m_length;
-    // Of the text's own length: a copy whose length the compiler knows takes two thirds of the time of another.
-    Narrow m_narrow;
-    Wide m_wide;
+    bool m_isAscii;
 };
 
 std::string joined(View first, View second);
@@ -59,46 +48,24 @@ public:
         for (std::size_t i = 0; i < kSize; ++i) {
             const auto byte = static_cast<unsigned char>(i < Length ? text[i] : '\0');
             m_bytes[i] = static_cast<unsigned char>(byte ^ kMask[i % kBlockSize]);
-            m_ascii = m_ascii && byte < 0x80;
+            m_isAscii = m_isAscii && byte < 0x80;
         }
     }
 
     /// Bytes of the plain text.
     [[nodiscard]] constexpr std::size_t size() const { return Length; }
-    [[nodiscard]] constexpr View view() const { return {m_bytes, Length, narrow, m_ascii ? wideOfAscii : wide}; }
+    [[nodiscard]] constexpr View view() const { return {m_bytes, Length, m_isAscii}; }
     constexpr operator View() const { return view(); }
-    [[nodiscard]] std::string str() const { return narrow(m_bytes); }
-    [[nodiscard]] std::wstring wstr() const { return m_ascii ? wideOfAscii(m_bytes) : wide(m_bytes); }
+    [[nodiscard]] std::string str() const { return view().str(); }
+    [[nodiscard]] std::wstring wstr() const { return view().wstr(); }
 
 private:
     static constexpr std::size_t kBlocks = Length / kBlockSize + 1;
     static constexpr std::size_t kSize = kBlocks * kBlockSize;
     static_assert(kBlocks <= kMaxBlocks, "longer than a stack buffer should be");
 
-    struct Plain
-    {
-        explicit Plain(const unsigned char *blocks) { unmask(blocks, kBlocks, text); }
-        char text[kSize];
-    };
-
-    static std::string narrow(const unsigned char *blocks)
-    {
-        const Plain plain(blocks);
-        return {plain.text, Length};
-    }
-    static std::wstring wide(const unsigned char *blocks)
-    {
-        const Plain plain(blocks);
-        return widened(plain.text, Length);
-    }
-    static std::wstring wideOfAscii(const unsigned char *blocks)
-    {
-        const Plain plain(blocks);
-        return {plain.text, plain.text + Length};
-    }
-
     unsigned char m_bytes[kSize] = {};
-    bool m_ascii = true;
+    bool m_isAscii = true;
 };
 
 /// Masks a literal. Use it to initialise a `constexpr` object only, else the literal stays in the program.
