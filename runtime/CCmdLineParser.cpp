@@ -3,26 +3,27 @@
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
-#include <numeric>
 #include <utility>
 
 namespace {
 
 QString toText(const wchar_t *text)
 {
-    const wchar_t *const end = text + std::wcslen(text);
-    const auto bits = std::accumulate(text, end, 0U, [](unsigned all, wchar_t c) { return all | unsigned(c); });
-    if (bits <= 0xFFFF) {
-        QString utf16(static_cast<int>(end - text), Qt::Uninitialized);
-        std::transform(text, end, utf16.data(), [](wchar_t c) { return QChar(static_cast<ushort>(c)); });
-        return utf16;
+    QString utf16(2 * static_cast<int>(std::wcslen(text)), Qt::Uninitialized);
+    QChar *end = utf16.data();
+    for (; *text; ++text) {
+        const auto c = static_cast<char32_t>(*text);
+        if (!QChar::requiresSurrogates(c)) {
+            *end++ = static_cast<ushort>(c);
+        } else if (c <= QChar::LastValidCodePoint) {
+            *end++ = QChar::highSurrogate(c);
+            *end++ = QChar::lowSurrogate(c);
+        } else {
+            *end++ = QChar::ReplacementCharacter; // could become any character otherwise, delimiters included
+        }
     }
-    // What is no code point could become any character otherwise, delimiters included.
-    std::u32string utf32(text, end);
-    std::replace_if(
-        utf32.begin(), utf32.end(), [](char32_t c) { return c > QChar::LastValidCodePoint; },
-        QChar::ReplacementCharacter);
-    return QString::fromStdU32String(utf32);
+    utf16.truncate(static_cast<int>(end - utf16.constData()));
+    return utf16;
 }
 
 template <std::size_t Count>
