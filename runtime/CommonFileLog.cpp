@@ -21,8 +21,6 @@ static_assert(sizeof(wchar_t) == 4, "wide texts hold UTF-32");
 
 namespace {
 
-constexpr char kConversionError[] = "wstring_convert: to_bytes error";
-
 class FileDescriptor
 {
 public:
@@ -172,63 +170,27 @@ void writeLine(int descriptor, const std::string &message)
     while (::write(descriptor, line, size) < 0 && errno == EINTR) { }
 }
 
-char tailByte(char32_t c, int shift)
-{
-    return static_cast<char>(0x80 | ((c >> shift) & 0x3F));
-}
-
-/// Writes the UTF-8 of a character. Throws for what is no character.
+/// Writes the UTF-8 of a character, and returns where it ends. Throws for what is no character.
 char *encode(char *to, char32_t c)
 {
+    const auto tail = [c](int shift) { return static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
     if (c < 0x80) {
         *to++ = static_cast<char>(c);
     } else if (c < 0x800) {
         *to++ = static_cast<char>(0xC0 | (c >> 6));
-        *to++ = tailByte(c, 0);
+        *to++ = tail(0);
+    } else if (c > 0x10FFFF || (c >= 0xD800 && c < 0xE000)) {
+        throw std::range_error("wstring_convert: to_bytes error");
     } else if (c < 0x10000) {
-        if (c >= 0xD800 && c < 0xE000)
-            throw std::range_error(kConversionError);
         *to++ = static_cast<char>(0xE0 | (c >> 12));
-        *to++ = tailByte(c, 6);
-        *to++ = tailByte(c, 0);
+        *to++ = tail(6);
+        *to++ = tail(0);
     } else {
-        if (c > 0x10FFFF)
-            throw std::range_error(kConversionError);
         *to++ = static_cast<char>(0xF0 | (c >> 18));
-        *to++ = tailByte(c, 12);
-        *to++ = tailByte(c, 6);
-        *to++ = tailByte(c, 0);
+        *to++ = tail(12);
+        *to++ = tail(6);
+        *to++ = tail(0);
     }
-    return to;
-}
-
-/// The same for a character below U+0800, without a branch. Also writes the byte after a character of one byte.
-char *encodeShort(char *to, char32_t c)
-{
-    const bool isTwoBytes = c >= 0x80;
-    to[0] = static_cast<char>(isTwoBytes ? 0xC0 | (c >> 6) : c);
-    to[1] = tailByte(c, 0);
-    return to + 1 + isTwoBytes;
-}
-
-/// The same for a text. `to` has room for four bytes for each character.
-char *encode(char *to, std::wstring_view text)
-{
-    constexpr std::size_t blockSize = 4;
-    for (; text.size() >= blockSize; text.remove_prefix(blockSize)) {
-        const std::wstring_view block = text.substr(0, blockSize);
-        const auto bits = static_cast<char32_t>(block[0] | block[1] | block[2] | block[3]);
-        if (bits < 0x80)
-            to = std::transform(block.begin(), block.end(), to, [](wchar_t c) { return static_cast<char>(c); });
-        else if (bits < 0x800)
-            for (const wchar_t c : block)
-                to = encodeShort(to, static_cast<char32_t>(c));
-        else
-            for (const wchar_t c : block)
-                to = encode(to, static_cast<char32_t>(c));
-    }
-    for (const wchar_t c : text)
-        to = encode(to, static_cast<char32_t>(c));
     return to;
 }
 
@@ -256,14 +218,10 @@ void CommonFileLog::WriteLog(const std::wstring &message)
 
 std::string CommonFileLog::wstringToString(const std::wstring &text)
 {
-    constexpr std::size_t chunkSize = 256;
-    char chunk[4 * chunkSize];
-    if (text.size() <= chunkSize)
-        return {chunk, encode(chunk, text)};
-
-    std::string bytes;
-    bytes.reserve(text.size() + text.size() / 2);
-    for (std::wstring_view rest = text; !rest.empty(); rest.remove_prefix(std::min(chunkSize, rest.size())))
-        bytes.append(chunk, encode(chunk, rest.substr(0, chunkSize)));
+    std::string bytes(4 * text.size(), '\0');
+    char *end = bytes.data();
+    for (const wchar_t c : text)
+        end = encode(end, static_cast<char32_t>(c));
+    bytes.resize(static_cast<std::size_t>(end - bytes.data()));
     return bytes;
 }

@@ -124,7 +124,7 @@ void declareConversion(const std::string &name, const std::wstring &text)
                         for (auto _ : state)
                             benchmark::DoNotOptimize(CommonFileLog::wstringToString(text));
                     }},
-                   bench::atMost(0.45), {"wstring_convert, " + name, [text](benchmark::State &state) {
+                   bench::atMost(0.6), {"wstring_convert, " + name, [text](benchmark::State &state) {
                                              std::wstring_convert<std::codecvt_utf8<wchar_t>> converter;
                                              for (auto _ : state)
                                                  benchmark::DoNotOptimize(converter.to_bytes(text));
