@@ -62,7 +62,7 @@ const MacConfigPath *configPathOrNull()
 
 MacConfigPath *MacConfigPath::GetInstance()
 {
-    static MacConfigPath g_instance;
+    static MacConfigPath &g_instance = *new MacConfigPath; // asked by static destructors, too
     return &g_instance;
 }
 

@@ -21,7 +21,7 @@
 class ONDPDFTOOLUTILS_EXPORT MacConfigPath
 {
 public:
-    /// The process's only instance, made by the first call and destroyed at exit. Only a call that has to make it can
+    /// The process's only instance, made by the first call and never destroyed. Only a call that has to make it can
     /// throw.
     static MacConfigPath *GetInstance();
 

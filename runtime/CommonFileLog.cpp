@@ -3,7 +3,7 @@
 #include "config/MacConfigPath_p.h"
 #include "config/MacGlobalConfig.h"
 
-#include <algorithm>
+#include <QDateTime>
 #include <atomic>
 #include <cerrno>
 #include <charconv>
@@ -11,9 +11,10 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
+#include <iterator>
 #include <pthread.h>
 #include <stdexcept>
-#include <string_view>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -71,103 +72,116 @@ std::uintptr_t threadHandle()
     return std::uintptr_t(::pthread_self()); // a number here, a pointer there: no named cast takes both
 }
 
-/// The process id, asked once per process: the call costs as much as all else in the head of a line.
-pid_t processId()
+/// What the process that writes the first line leaves to its forks. Never destroyed: what ends after the program's own
+/// objects may still log.
+struct Origin
 {
-    static std::atomic<pid_t> known{0};
-    static const bool isForgottenByForks = ::pthread_atfork(nullptr, nullptr, [] { known = 0; }) == 0;
-
-    pid_t id = known.load(std::memory_order_relaxed);
-    if (id == 0) {
-        id = ::getpid();
-        known.store(isForgottenByForks ? id : 0, std::memory_order_relaxed);
-    }
-    return id;
-}
-
-/// The bytes of one line up to the message. Written by hand: strftime alone takes as long as a system call.
-class Head
-{
-public:
-    Head()
-    {
-        const std::time_t now = std::time(nullptr);
-        std::tm local{};
-        ::localtime_r(&now, &local);
-        putNumber(local.tm_year + 1900, 10);
-        putTwoDigits('-', local.tm_mon + 1);
-        putTwoDigits('-', local.tm_mday);
-        putTwoDigits(' ', local.tm_hour);
-        putTwoDigits(':', local.tm_min);
-        putTwoDigits(':', local.tm_sec);
-        put(" [pid:");
-        putNumber(processId(), 10);
-        put(" tid:0x");
-        putNumber(threadHandle(), 16);
-        put("]  ");
-    }
-
-    [[nodiscard]] std::string_view text() const { return {m_text, m_size}; }
-
-private:
-    void put(std::string_view text) { m_size += text.copy(m_text + m_size, sizeof m_text - m_size); }
-    void putTwoDigits(char separator, int number)
-    {
-        const char text[] = {separator, static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
-        put({text, sizeof text});
-    }
-    template <typename Number> void putNumber(Number number, int base)
-    {
-        char digits[24];
-        const char *end = std::to_chars(digits, digits + sizeof digits, number, base).ptr;
-        put({digits, static_cast<std::size_t>(end - digits)});
-    }
-
-    char m_text[128];
-    std::size_t m_size = 0;
+    const std::string path = MacConfigPath::GetInstance()->GetLogPath();
+    const pid_t process = ::getpid();
+    std::atomic<long> offsetFromUtc{0};
 };
 
-/// The log's file. Never destroyed: what ends after the program's own objects may still log.
-const std::string &logPath()
+Origin &origin()
 {
-    static const auto *const path = new std::string(MacConfigPath::GetInstance()->GetLogPath());
-    return *path;
+    static auto *const origin = new Origin;
+    return *origin;
 }
 
-/// Whether the file was there last time. Says which question is the cheaper one to begin with, and nothing else.
-std::atomic<bool> g_wasThere{false};
+/// The local time, asked by process `pid`.
+std::tm localTime(pid_t pid)
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    if (pid == origin().process) {
+        ::localtime_r(&now, &local);
+        origin().offsetFromUtc = local.tm_gmtoff;
+        return local;
+    }
+    // In the child of a fork, the lock in localtime_r() may belong to a thread that is not there to release it.
+    const QDateTime asUtc = QDateTime::fromSecsSinceEpoch(now + origin().offsetFromUtc, Qt::UTC);
+    local.tm_year = asUtc.date().year() - 1900;
+    local.tm_mon = asUtc.date().month() - 1;
+    local.tm_mday = asUtc.date().day();
+    local.tm_hour = asUtc.time().hour();
+    local.tm_min = asUtc.time().minute();
+    local.tm_sec = asUtc.time().second();
+    return local;
+}
+
+void appendNumber(std::string &to, std::uintptr_t number, int base = 10)
+{
+    char digits[24];
+    to.append(digits, std::to_chars(digits, std::end(digits), number, base).ptr);
+}
+
+void appendTwoDigits(std::string &to, char separator, int number)
+{
+    to += {separator, static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+}
+
+/// Written by hand: strftime() alone takes as long as a system call, and takes the lock, too.
+std::string lineOf(const std::string &message)
+{
+    const pid_t pid = ::getpid();
+    const std::tm local = localTime(pid);
+    std::string line;
+    line.reserve(message.size() + 100);
+    appendNumber(line, static_cast<std::uintptr_t>(local.tm_year + 1900));
+    appendTwoDigits(line, '-', local.tm_mon + 1);
+    appendTwoDigits(line, '-', local.tm_mday);
+    appendTwoDigits(line, ' ', local.tm_hour);
+    appendTwoDigits(line, ':', local.tm_min);
+    appendTwoDigits(line, ':', local.tm_sec);
+    line += " [pid:";
+    appendNumber(line, static_cast<std::uintptr_t>(pid));
+    line += " tid:0x";
+    appendNumber(line, threadHandle(), 16);
+    line += "]  ";
+    line += message;
+    line += '\n';
+    return line;
+}
 
 /// Opens the log if it is on: if "mk.dat" says so, or if the file exists.
 int openWhenOn(const char *path)
 {
-    if (MacGlobalConfig::IsEnableFileLog())
-        return openLog(path, true);
+    // Whether the file was there last time: says which question is the cheaper one to begin with, and nothing else.
+    static std::atomic<bool> wasThere{false};
 
-    if (!g_wasThere.load(std::memory_order_relaxed) && ::access(path, F_OK) != 0)
+    const bool mayCreate = MacGlobalConfig::IsEnableFileLog();
+    if (!mayCreate && !wasThere && ::access(path, F_OK) != 0)
         return -1;
-    const int descriptor = openLog(path, false);
-    g_wasThere.store(descriptor >= 0, std::memory_order_relaxed);
+    const int descriptor = openLog(path, mayCreate);
+    wasThere = descriptor >= 0;
     return descriptor;
 }
 
-/// Joins the parts of a line, on the stack where it is short, and writes it at once.
+/// Whether the file does not end in a line feed. Not for what is no file, or cannot be read.
+bool endsWithinLine(int descriptor)
+{
+    char last = '\n';
+    return ::lseek(descriptor, -1, SEEK_END) >= 0 && ::read(descriptor, &last, 1) == 1 && last != '\n';
+}
+
+/// Whether the last line was written in part only. Such a line is not to be mistaken for one that is being written:
+/// writers of long lines hold a lock, and short ones are complete when the file is looked at again. Nobody waits.
+bool endsInTornLine(int descriptor)
+{
+    if (!endsWithinLine(descriptor))
+        return false;
+    const bool isBeingWritten = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    return !isBeingWritten && endsWithinLine(descriptor);
+}
+
 void writeLine(int descriptor, const std::string &message)
 {
-    const Head head;
-    const std::string_view begin = head.text();
-    const std::size_t size = begin.size() + message.size() + 1;
-    char shortLine[512];
-    std::string longLine;
-    char *line = shortLine;
-    if (size > sizeof shortLine) {
-        longLine.resize(size);
-        line = longLine.data();
-    }
-    begin.copy(line, begin.size());
-    message.copy(line + begin.size(), message.size());
-    line[size - 1] = '\n';
-
-    while (::write(descriptor, line, size) < 0 && errno == EINTR) { }
+    constexpr std::size_t longLine = 512;
+    std::string line = lineOf(message);
+    if (endsInTornLine(descriptor))
+        line.insert(0, 1, '\n');
+    else if (line.size() > longLine)
+        ::flock(descriptor, LOCK_SH | LOCK_NB);
+    while (::write(descriptor, line.data(), line.size()) < 0 && errno == EINTR) { }
 }
 
 /// Writes the UTF-8 of a character, and returns where it ends. Throws for what is no character.
@@ -198,13 +212,13 @@ char *encode(char *to, char32_t c)
 
 bool CommonFileLog::IsLogEnable()
 {
-    return MacGlobalConfig::IsEnableFileLog() || (configPathOrNull() && std::filesystem::exists(logPath()));
+    return MacGlobalConfig::IsEnableFileLog() || (configPathOrNull() && std::filesystem::exists(origin().path));
 }
 
 void CommonFileLog::WriteLog(const std::string &message)
 {
     try {
-        const FileDescriptor file(openWhenOn(logPath().c_str()));
+        const FileDescriptor file(openWhenOn(origin().path.c_str()));
         if (file.get() >= 0)
             writeLine(file.get(), message);
     } catch (...) { // NOLINT(bugprone-empty-catch): a log must not disturb what it reports on

@@ -15,7 +15,14 @@
 ///
 /// with the local time, the process, the POSIX handle of the calling thread, two spaces, the message as it is (embedded
 /// line feeds included) and a line feed. No file stays open between calls: each opens it, appends its line with one
-/// write, and closes it, so that the lines of many threads and processes stay whole. Callable from any thread.
+/// write, and closes it, so that the lines of many threads and processes stay whole. A line that could be written only
+/// in part, on a full disk or because its process was killed, stands by itself: the next line begins with a line feed,
+/// if the file may be read.
+///
+/// Callable from any thread, and until the process is gone: a line from the destructor of a static object is written
+/// even if it is the first. So is a line from the child of a fork, before or without exec. If the process that forked
+/// had other threads, its child may log if the process has logged, or asked IsLogEnable(), before; otherwise the child
+/// may wait for ever. A child's lines keep the offset from UTC of the last line before the fork.
 class ONDPDFTOOLUTILS_EXPORT CommonFileLog
 {
 public:

@@ -1,9 +1,11 @@
 #include "runtime/CommonFileLog.h"
 
+#include "config/MacConfigPath.h"
 #include "tests/support/Eventually.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/OwnProcess.h"
 
+#include <QDateTime>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -11,6 +13,7 @@
 #include <fstream>
 #include <numeric>
 #include <regex>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -30,20 +33,31 @@ std::string messageOf(int number)
     return std::to_string(number) + ":" + std::to_string(length) + " " + std::string(length, 'x');
 }
 
-/// The numbers of the messages in a log, sorted, all of them whole. A torn line is joined to the next and gives way to
-/// it.
+/// The numbers of the messages in a log that stand on a line of their own and are whole, sorted.
 std::vector<int> wholeMessages(const std::string &log)
 {
     std::vector<int> numbers;
     std::ifstream file(log);
     for (std::string line; std::getline(file, line);) {
-        const std::string message = line.substr(line.rfind("]  ") + 3);
-        numbers.push_back(std::atoi(message.c_str()));
-        EXPECT_TRUE(message == messageOf(numbers.back())) << message.substr(0, 40);
+        const std::string message = line.substr(std::min(line.find("]  "), line.size() - 3) + 3);
+        const int number = std::atoi(message.c_str());
+        if (message == messageOf(number))
+            numbers.push_back(number);
     }
     std::sort(numbers.begin(), numbers.end());
     return numbers;
 }
+
+/// Writes a line when the process ends.
+struct LastWord
+{
+    ~LastWord()
+    {
+        if (isOn)
+            CommonFileLog::WriteLog("the last word");
+    }
+    bool isOn = false;
+} g_lastWord; // made before, and so destroyed after, whatever a test makes
 
 } // namespace
 
@@ -79,6 +93,70 @@ TEST_F(CommonFileLogTest, ForkedChildWritesItsOwnProcessId)
         CommonFileLog::WriteLog("child");
         const std::regex expected(" \\[pid:" + std::to_string(::getpid()) + " tid:0x[0-9a-f]+\\]  child\n");
         EXPECT_TRUE(std::regex_search(test::readFile(log), expected)) << test::readFile(log);
+    }));
+}
+
+TEST_F(CommonFileLogTest, ForkedChildOfManyThreadsWaitsForNone)
+{
+    test::writeFile(log, "");
+    ::setenv("TZ", "IST-5:30", 1);
+    CommonFileLog::WriteLog("parent");
+    std::atomic<bool> stop{false};
+    std::thread other([&stop] {
+        while (!stop)
+            CommonFileLog::WriteLog("other");
+    });
+    for (int i = 0; i < 200; ++i) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            CommonFileLog::WriteLog("child");
+            ::_exit(0);
+        }
+        int status = -1;
+        const bool ended = test::eventually([&] { return ::waitpid(child, &status, WNOHANG) == child; });
+        EXPECT_TRUE(ended && status == 0) << i;
+        if (!ended) {
+            ::kill(child, SIGKILL);
+            ::waitpid(child, nullptr, 0);
+            break;
+        }
+    }
+    stop = true;
+    other.join();
+    const QString content = QString::fromStdString(test::readFile(log));
+    const auto timeOf = [&content](const char *message) {
+        const int line = content.lastIndexOf('\n', content.lastIndexOf(message)) + 1;
+        return QDateTime::fromString(content.mid(line, 19), "yyyy-MM-dd hh:mm:ss");
+    };
+    EXPECT_LT(std::abs(timeOf("]  parent").secsTo(timeOf("]  child"))), 3600) << "the time zone is the parent's";
+}
+
+TEST_F(CommonFileLogTest, FirstLineMayComeFromAStaticDestructor)
+{
+    test::writeFile(log, "");
+    EXPECT_TRUE(test::succeedsInOwnProcess([] {
+        static_cast<void>(MacConfigPath::GetInstance());
+        g_lastWord.isOn = true;
+        std::exit(0); // NOLINT(concurrency-mt-unsafe)
+    }));
+    EXPECT_NE(test::readFile(log).find("]  the last word\n"), std::string::npos);
+}
+
+TEST_F(CommonFileLogTest, LineWrittenInPartSpoilsNoOther)
+{
+    test::writeFile(log, "");
+    EXPECT_TRUE(test::succeedsInOwnProcess([this] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit full = {30, limit.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &full);
+        CommonFileLog::WriteLog("no room");
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        CommonFileLog::WriteLog("next");
+        CommonFileLog::WriteLog("last");
+        EXPECT_TRUE(std::regex_match(test::readFile(log), std::regex(".{30}\n.*\\]  next\n.*\\]  last\n")))
+            << test::readFile(log);
     }));
 }
 
