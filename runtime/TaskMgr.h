@@ -41,10 +41,10 @@ private:
 /// still joinable terminates the process. Tasks that were not run by then are released by the destructor.
 ///
 /// The table of virtual functions is part of the interface: PushTask, then WaitTaskFinish, and no destructor. A derived
-/// manager must therefore not be deleted through a pointer to TaskMgr. Make a manager of either kind a local variable, a
-/// member, or a std::shared_ptr by std::make_shared, which remembers what it holds: that is safe, and compilers do not
-/// warn. Declare the derived class `final`. GCC with -Wnon-virtual-dtor names it nevertheless: there, put the pragmas
-/// of this header around it.
+/// manager must therefore not be deleted through a pointer to TaskMgr. Make a manager of either kind a local variable,
+/// a member, or a std::shared_ptr by std::make_shared, which remembers what it holds: that is safe, and compilers do
+/// not warn. Declare the derived class `final`. GCC with -Wnon-virtual-dtor names it nevertheless: there, put the
+/// pragmas of this header around it.
 class ONDPDFTOOLUTILS_EXPORT TaskMgr
 {
 public:

@@ -137,7 +137,7 @@ void declareConversion(const std::string &name, const std::wstring &text)
 void declareSwitchedOn()
 {
     writeGlobalFile("[common]\nenable_log=1\n");
-    bench::compare({"WriteLog, on by mk.dat", writeLog}, bench::atMost(1.25),
+    bench::compare({"WriteLog, on by mk.dat", writeLog}, bench::atMost(1.35),
                    {"open, look, write, close", writeReadyLine});
 }
 
