@@ -87,7 +87,7 @@ Place find(const QByteArray &bytes, const QByteArray &section, const QByteArray 
     int next = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
     while (next < bytes.size()) {
         const int newline = bytes.indexOf('\n', next);
-        const Range range = trimmed(bytes, {next, newline < 0 ? bytes.size() : newline});
+        const Range range = trimmed(bytes, {next, newline < 0 ? static_cast<int>(bytes.size()) : newline});
         next = newline < 0 ? bytes.size() : newline + 1;
 
         const QByteArray line = in(bytes, range);
@@ -196,7 +196,7 @@ QStringList separators(const QByteArray &raw)
 
 bool isList(const QVariant &value)
 {
-    return value.type() == QVariant::StringList || value.type() == QVariant::List;
+    return value.userType() == QMetaType::QStringList || value.userType() == QMetaType::QVariantList;
 }
 
 QString rejoined(const QStringList &parts, const QStringList &between)

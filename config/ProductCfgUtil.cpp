@@ -4,6 +4,7 @@
 #include "config/IniFile_p.h"
 #include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
+#include "config/QtVersion_p.h"
 #include "runtime/MacGlobalUrl.h"
 
 #include <identity.h>
@@ -98,7 +99,7 @@ ProductCfgUtil::ProductCfgUtil()
     : m_settings(ini::readable(locations::inApplication("cfgdata/componentConfig.ini")), QSettings::IniFormat),
       m_parser(ProductCfgParser::Reader)
 {
-    m_settings.setIniCodec("UTF-8");
+    qt::readAsUtf8(m_settings);
     initEdition();
     initSpecialEditionCfg();
 }

@@ -1,5 +1,7 @@
 #include "account/ui/BaseDlg.h"
 
+#include "config/QtVersion_p.h"
+
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -30,13 +32,13 @@ void BaseDlg::mousePressEvent(QMouseEvent *event)
 {
     pressed = true;
     dragReady = true;
-    m_pressPoint = event->localPos().toPoint();
+    m_pressPoint = qt::position(*event).toPoint();
 }
 
 void BaseDlg::mouseMoveEvent(QMouseEvent *event)
 {
     if (pressed)
-        dragTo(event->localPos().toPoint());
+        dragTo(qt::position(*event).toPoint());
 }
 
 void BaseDlg::mouseReleaseEvent(QMouseEvent *event)
@@ -45,7 +47,7 @@ void BaseDlg::mouseReleaseEvent(QMouseEvent *event)
         return;
     pressed = false;
     // A click with an unsteady hand is no drag; the end of a drag counts to the pixel.
-    const QPoint point = event->localPos().toPoint();
+    const QPoint point = qt::position(*event).toPoint();
     if (dragReady)
         dragTo(point);
     else

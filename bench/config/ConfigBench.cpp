@@ -7,6 +7,7 @@
 #include "config/MacConfigPath.h"
 #include "config/MacReg.h"
 #include "config/ProductCfgUtil.h"
+#include "config/QtVersion_p.h"
 #include "paths/PathUtils.h"
 
 #include <QDir>
@@ -50,7 +51,7 @@ void getProductName(benchmark::State &state)
 void textOfOpenSettings(benchmark::State &state)
 {
     QSettings settings(componentFile(), QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
+    qt::readAsUtf8(settings);
     const QString byDefault = QStringLiteral("PDF Orvell");
     for (auto _ : state)
         benchmark::DoNotOptimize(settings.value(QStringLiteral("product/product_name"), byDefault).toString());

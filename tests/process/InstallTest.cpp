@@ -5,7 +5,7 @@
 namespace {
 
 constexpr char kScript[] = R"sh(
-cmake=$1 build=$2 generator=$3 consumer=$4 compiler=$5 flags=$6
+cmake=$1 build=$2 generator=$3 consumer=$4 compiler=$5 flags=$6 other_qt=$7
 set -e
 {
     "$cmake" --install "$build" --prefix "$PWD/prefix"
@@ -18,6 +18,13 @@ export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)
 "$compiler" -std=c++17 -fPIC $flags "$consumer/main.cpp" $(pkg-config --cflags --libs ondpdftoolutils) \
     "-Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)" -o consumer
 ./consumer
+
+# Who uses the other Qt is told so.
+echo "add_library(${other_qt}::Core INTERFACE IMPORTED)" >other.cmake
+"$cmake" -G "$generator" -S "$consumer" -B other "-DCMAKE_PREFIX_PATH=$PWD/prefix" "-DCMAKE_CXX_COMPILER=$compiler" \
+    "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
+printf 'Name: other\nDescription: other\nVersion: 0\n' >"$PKG_CONFIG_PATH/${other_qt}Core.pc"
+pkg-config --print-errors ondpdftoolutils "${other_qt}Core" 2>&1 | grep -o "creates a conflict"
 )sh";
 
 } // namespace
@@ -29,10 +36,11 @@ TEST(Install, IsFoundAndUsedThroughCMakeAndPkgConfig)
     const QString flags = OND_TEST_CXX_FLAGS + (sanitizers.isEmpty() ? "" : " -fsanitize=" + sanitizers);
     const QString script = QString::fromStdString("cd '" + dir.path().string() + "'") + kScript;
     const char *consumer = OND_TEST_SOURCE_DIR "/tests/process/consumer";
-    const test::ProcessResult result = test::runProcess(
-        "/bin/sh",
-        {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, consumer, OND_TEST_CXX, flags},
-        dir / "home");
+    const test::ProcessResult result =
+        test::runProcess("/bin/sh",
+                         {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, consumer,
+                          OND_TEST_CXX, flags, OND_TEST_OTHER_QT},
+                         dir / "home");
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\n");
+    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\nthis project uses Qt\ncreates a conflict\n");
 }

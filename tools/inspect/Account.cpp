@@ -4,6 +4,7 @@
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
 #include "account/ui/OndVipInternationFactory.h"
+#include "config/QtVersion_p.h"
 #include "tools/inspect/Actions.h"
 #include "tools/inspect/Terminal.h"
 
@@ -84,7 +85,7 @@ Json loginByDialog()
     int argc = 1;
     char name[] = "pdforvell-inspect";
     char *argv[] = {name, nullptr};
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    qt::drawAtScreenScale();
     const QApplication application(argc, argv);
     OndVipInternationFactory *factory = OndVipInternationFactory::instance();
     factory->Initial();

@@ -35,7 +35,7 @@ void open(MacReg &registry, const QString &key, bool mustExist)
 Json valueOf(const MacReg &registry, const QString &name)
 {
     const QVariant value = registry.value(name);
-    if (value.type() != QVariant::StringList)
+    if (value.userType() != QMetaType::QStringList)
         return value.toString().toStdString();
     Json list = Json::array(); // put in by hand, with commas and no quotes
     for (const QString &text : value.toStringList())

@@ -2,6 +2,7 @@
 
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/ui/OndVipInternationFactory.h"
+#include "config/QtVersion_p.h"
 
 #include <QApplication>
 #include <iostream>
@@ -23,7 +24,7 @@ public:
 
 int main(int argc, char *argv[])
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    qt::drawAtScreenScale();
     const QApplication application(argc, argv);
 
     // First of all the translations, which need the application object; then the account and its thread of requests.

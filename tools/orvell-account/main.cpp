@@ -1,6 +1,7 @@
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
 #include "account/ui/OndVipInternationFactory.h"
+#include "config/QtVersion_p.h"
 #include "tools/common/Escaped.h"
 #include "tools/orvell-account/CommandLine.h"
 
@@ -63,7 +64,7 @@ int main(int argc, char *argv[])
         const Command command = parse(arguments);
         if (command.action == Command::Action::logoutForever)
             return logoutForever();
-        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+        qt::drawAtScreenScale();
         const QApplication application(argc, argv);
         if (command.action == Command::Action::login)
             return login();
