@@ -4,7 +4,7 @@
 # The file names classes and functions, one a line, as "Class", "space::Class" or "function": these are exported, with
 # their members, tables and type information, and nothing else. Marks in the headers would not do by themselves: the
 # standard library and Qt make their templates visible, and with them what we instantiate. Statics of inline functions
-# stay inside, too: as unique symbols they would keep the library from being unloaded.
+# stay inside, too, since their symbols would be unique in the whole process.
 function(ond_export_only target file)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${file}")
   file(STRINGS "${file}" names)
