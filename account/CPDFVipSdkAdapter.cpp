@@ -1,9 +1,9 @@
 #include "account/CPDFVipSdkAdapter.h"
 
 #include "account/CPDFRookVipSdkAdapter.h"
-#include "account/VipSdkInterfaceMgr.h"
 #include "config/AccountId_p.h"
 #include "config/ProductCfgUtil.h"
+#include "runtime/ProcessEnd_p.h"
 
 #include <QDebug>
 
@@ -19,14 +19,13 @@ void CPDFVipSdkAdapter::setCurrentVipSdkId(vip_sdk::PRODUCT_ID id)
 
 CPDFVipSdkAdapter *CPDFVipSdkAdapter::GetInstance()
 {
-    static CPDFVipSdkAdapter instance;
+    static CPDFVipSdkAdapter &instance = *new CPDFVipSdkAdapter;
     return &instance;
 }
 
 CPDFVipSdkAdapter::CPDFVipSdkAdapter()
 {
-    // Made before this object it is destroyed after it: an adapter that is left at exit still stops the SDK.
-    vip_sdk::VipSdkInterfaceMgr::GetInstance();
+    atProcessEnd(ProcessEnd::account, [] { GetInstance()->Uninitialize(); });
 }
 
 CPDFVipSdkAdapter::~CPDFVipSdkAdapter() = default;

@@ -35,7 +35,8 @@ protected:
 class ONDPDFTOOLUTILS_EXPORT CPDFVipSdkAdapter : public IPDFVipSdkAdapter
 {
 public:
-    /// The process's only instance, made by the first call and destroyed at exit, with an adapter that it still has.
+    /// The process's only instance, made by the first call. At exit, after the requests of GlobalRequestTaskMgr, it
+    /// does Uninitialize().
     static CPDFVipSdkAdapter *GetInstance();
 
     CPDFVipSdkAdapter(const CPDFVipSdkAdapter &) = delete;

@@ -22,36 +22,45 @@ IBaseInterface *newTelemetry()
 
 VipSdkInterfaceMgr *VipSdkInterfaceMgr::GetInstance()
 {
-    static VipSdkInterfaceMgr instance;
+    static VipSdkInterfaceMgr &instance = *new VipSdkInterfaceMgr; // a login may still look its service up at exit
     return &instance;
 }
 
 VipSdkInterfaceMgr::VipSdkInterfaceMgr() = default;
 
-// The services outlive the registry: they belong to the SDK, whose threads may still use them.
 VipSdkInterfaceMgr::~VipSdkInterfaceMgr() = default;
+
+// Services start and stop outside the lock: their threads may look others up. The order of the names is that of
+// starting, backwards that of stopping.
 
 bool VipSdkInterfaceMgr::Initialize()
 {
-    m_interfaces[kCoreInterfaceName] = new VipSdkCoreInterfaceImpl;
-    m_interfaces[kTelemInterfaceName] = newTelemetry();
+    Interfaces added{{kCoreInterfaceName, new VipSdkCoreInterfaceImpl}, {kTelemInterfaceName, newTelemetry()}};
+    {
+        const std::lock_guard lock(m_mutex);
+        m_interfaces = added;
+    }
     ProductInfoMgr::GetInstance()->Initialize();
-    // The order of the names is that of starting, backwards that of stopping.
-    for (const auto &[name, interface] : m_interfaces)
+    for (const auto &[name, interface] : added)
         interface->Initialize();
     return true;
 }
 
 bool VipSdkInterfaceMgr::UnInitialize()
 {
-    for (auto entry = m_interfaces.rbegin(); entry != m_interfaces.rend(); ++entry)
+    Interfaces removed;
+    {
+        const std::lock_guard lock(m_mutex);
+        removed.swap(m_interfaces);
+    }
+    for (auto entry = removed.rbegin(); entry != removed.rend(); ++entry)
         entry->second->UnInitialize();
-    m_interfaces.clear();
     return true;
 }
 
 IBaseInterface *VipSdkInterfaceMgr::GetInterface(const std::string &name) const
 {
+    const std::lock_guard lock(m_mutex);
     const auto found = m_interfaces.find(name);
     return found == m_interfaces.end() ? nullptr : found->second;
 }

@@ -3,6 +3,7 @@
 #include "config/Export.h"
 
 #include <map>
+#include <mutex>
 #include <string>
 
 namespace vip_sdk {
@@ -15,11 +16,12 @@ inline constexpr char kTelemInterfaceName[] = "vip_sdk_telem_interface";
 
 /// The services of the membership SDK by name. There are none before Initialize() and after UnInitialize().
 ///
-/// Without a lock: filled and emptied on the thread that makes and destroys the account adapter, read in between.
+/// Services are looked up on any thread at any time, and stay valid after they were stopped. Starting and stopping is
+/// for one thread at a time, that which makes and destroys the account adapter.
 class ONDPDFTOOLUTILS_EXPORT VipSdkInterfaceMgr
 {
 public:
-    /// The process's only instance, made by the first call and destroyed at exit.
+    /// The process's only instance, made by the first call and never destroyed.
     static VipSdkInterfaceMgr *GetInstance();
 
     VipSdkInterfaceMgr(const VipSdkInterfaceMgr &) = delete;
@@ -30,7 +32,7 @@ public:
     /// neither stopped nor deleted: services live as long as the process.
     bool Initialize();
 
-    /// Stops the services, telemetry before the account, and forgets them without deleting them. Always true.
+    /// Forgets the services without deleting them, then stops them, telemetry before the account. Always true.
     bool UnInitialize();
 
     /// The service of that name; null when there is none.
@@ -40,7 +42,10 @@ private:
     VipSdkInterfaceMgr();
     ~VipSdkInterfaceMgr();
 
-    std::map<std::string, IBaseInterface *> m_interfaces;
+    using Interfaces = std::map<std::string, IBaseInterface *>;
+
+    mutable std::mutex m_mutex;
+    Interfaces m_interfaces;
 };
 
 } // namespace vip_sdk

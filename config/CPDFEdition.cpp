@@ -8,7 +8,7 @@
 
 CPDFEdition *CPDFEdition::GetInstance()
 {
-    static CPDFEdition instance;
+    static CPDFEdition &instance = *new CPDFEdition;
     return &instance;
 }
 

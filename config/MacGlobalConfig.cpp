@@ -80,7 +80,7 @@ bool MacGlobalConfig::isInternationalApp()
 std::string MacGlobalConfig::GetShareGroupName()
 {
     static std::mutex mutex;
-    static std::string g_strShareGroupName;
+    static std::string &g_strShareGroupName = *new std::string;
 
     const std::lock_guard<std::mutex> lock(mutex);
     if (g_strShareGroupName.empty())

@@ -95,7 +95,7 @@ void ProductInfoHelper::InitCooperationEdition()
 
 PdfReaderProductInfo *PdfReaderProductInfo::GetInstance()
 {
-    static PdfReaderProductInfo instance;
+    static PdfReaderProductInfo &instance = *new PdfReaderProductInfo;
     return &instance;
 }
 

@@ -79,7 +79,7 @@ struct Entries
 
 const Entries &entries()
 {
-    static const Entries all;
+    static const Entries &all = *new Entries;
     return all;
 }
 

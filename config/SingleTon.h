@@ -1,6 +1,6 @@
 #pragma once
 
-/// The one instance of a class for the whole process, made by the first call of GetInstance() and destroyed at exit.
+/// The one instance of a class for the whole process, made by the first call of GetInstance() and never destroyed.
 ///
 /// GetInstance() may be called from any thread. A class that is shared by several libraries declares its instantiation
 /// `extern template` in its header, and defines it in its source, so that all of them reach the same instance.
@@ -12,6 +12,6 @@ public:
 
 template <typename T> T *SingleTon<T>::GetInstance()
 {
-    static T obj;
+    static T &obj = *new T;
     return &obj;
 }

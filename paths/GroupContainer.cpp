@@ -38,14 +38,14 @@ std::string findHomePath()
 
 std::string homePath()
 {
-    static const std::string home = findHomePath();
+    static const std::string &home = *new std::string(findHomePath());
     return home;
 }
 
 std::string groupContainer(const std::string &group)
 {
     static std::mutex mutex;
-    static std::map<std::string, std::string> containers;
+    static auto &containers = *new std::map<std::string, std::string>;
 
     const std::lock_guard<std::mutex> lock(mutex);
     const auto known = containers.find(group);

@@ -65,9 +65,9 @@ using SandboxMap = QHash<QStandardPaths::StandardLocation, QString>;
 
 const SandboxMap &sandboxMap()
 {
-    static const SandboxMap map = [] {
+    static const SandboxMap &map = *[] {
         const QString home = QString::fromStdString(MacSandbox::getHomePath());
-        return SandboxMap{
+        return new SandboxMap{
             {QStandardPaths::DesktopLocation, home + QLatin1String("/Desktop")},
             {QStandardPaths::DownloadLocation, home + QLatin1String("/Downloads")},
             {QStandardPaths::DocumentsLocation, home + QLatin1String("/Documents")},

@@ -30,6 +30,7 @@ TEST(VipSdkWrapper, InternationalEditionUsesTheSdksTelemetryAndStopsInReverse)
     const auto *first = VipSdkWrapper::GetVipSdkCoreInterface();
     EXPECT_TRUE(CPDFNewVipSdkWrap::_Init());
     EXPECT_NE(VipSdkWrapper::GetVipSdkCoreInterface(), first) << "replaced, and not stopped";
+    scriptedSdk().stopping = [] { EXPECT_EQ(VipSdkWrapper::GetVipSdkCoreInterface(), nullptr) << "found no more"; };
     EXPECT_TRUE(CPDFNewVipSdkWrap::GetInstance()->_Uninit());
     EXPECT_EQ(scriptedSdk().calls,
               (Calls{"prepare product information", "start core", "start telemetry", "prepare product information",

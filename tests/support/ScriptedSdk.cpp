@@ -13,7 +13,7 @@ namespace test {
 
 ScriptedSdk &scriptedSdk()
 {
-    static ScriptedSdk sdk;
+    static ScriptedSdk &sdk = *new ScriptedSdk; // logins may be under way at exit
     return sdk;
 }
 
@@ -56,7 +56,6 @@ VipSdkCoreInterfaceImpl::VipSdkCoreInterfaceImpl() = default;
 VipSdkCoreInterfaceImpl::~VipSdkCoreInterfaceImpl() = default;
 
 NOTE(VipSdkCoreInterfaceImpl::Initialize, "start core")
-NOTE(VipSdkCoreInterfaceImpl::UnInitialize, "stop core")
 ANSWER(bool VipSdkCoreInterfaceImpl::IsLogin(), scriptedSdk().loggedIn)
 ANSWER(bool VipSdkCoreInterfaceImpl::Logout(), scriptedSdk().succeeds)
 ANSWER(bool VipSdkCoreInterfaceImpl::StartFrontTask(), scriptedSdk().succeeds)
@@ -64,6 +63,13 @@ ANSWER(bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate),
        give(scriptedSdk().certificate, certificate))
 ANSWER(bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag),
        scriptedSdk().login &&scriptedSdk().login(user, password, errorCode, flag))
+
+void VipSdkCoreInterfaceImpl::UnInitialize()
+{
+    scriptedSdk().calls.emplace_back("stop core");
+    if (scriptedSdk().stopping)
+        scriptedSdk().stopping();
+}
 
 bool VipSdkCoreInterfaceImpl::GetUserInfoJson(wchar_t **json)
 {

@@ -17,6 +17,7 @@ struct ScriptedSdk
 {
     /// Starts and stops of the services and of the product information, in their order.
     std::vector<std::string> calls;
+    std::function<void()> stopping; ///< called when the account service is stopped
 
     bool loggedIn = false;
     bool succeeds = true; ///< what Logout(), StartFrontTask(), SetUserInfo() and LogoutForever() answer
