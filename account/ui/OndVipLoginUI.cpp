@@ -122,7 +122,7 @@ OndVipLoginUI::OndVipLoginUI(VIP_GUI_PAGE /*page*/, int /*from*/, int /*fid*/, b
 
 OndVipLoginUI::~OndVipLoginUI()
 {
-    GlobalRequestTaskMgr::getInstance()->setLoginCallBack(nullptr);
+    GlobalRequestTaskMgr::getInstance()->clearLoginCallBack(this); // not another dialog's
 }
 
 void OndVipLoginUI::initUI()
@@ -172,7 +172,9 @@ void OndVipLoginUI::on_loginButton_clicked()
     if (m_ui->loginButton->hasFocus())
         m_ui->passwordLineEdit->setFocus(); // where a failure is put right; disabled, it would pass the focus on
     m_ui->loginButton->setEnabled(false);
-    GlobalRequestTaskMgr::getInstance()->requestLogin(email, password);
+    auto *requests = GlobalRequestTaskMgr::getInstance();
+    requests->setLoginCallBack(this); // again, if another dialog was opened meanwhile
+    requests->requestLogin(email, password);
 }
 
 void OndVipLoginUI::on_forgetPassword_clicked()

@@ -14,8 +14,8 @@ class Ui_OndVipLoginUI;
 /// OndVipInternationFactory::Initial() and used on the thread of the user interface.
 ///
 /// It may be closed while a login is under way, which goes on; its result is for the dialog that is open by then, or
-/// for nobody. One dialog at a time: it is the login callback of the requests for as long as it lives, and leaves none
-/// behind.
+/// for nobody. It is the login callback of the requests from its making, and again from each login on; its end
+/// leaves another dialog's registration alone. Of two dialogs that wait, the last one to log in gets both results.
 class ONDPDFTOOLUTILS_EXPORT OndVipLoginUI : public BaseDlg, public IRequestTaskCallBack
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "account/ui/ClickableLabel.h"
+#include "account/ui/OndVipLoginUI.h"
 #include "tests/account/ui/LoginDialog.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScriptedSdk.h"
@@ -130,6 +131,19 @@ TEST_F(Login, MayBeClosedWhileLoggingIn)
     }
     m_answer.release(2);
     EXPECT_TRUE(QTest::qWaitFor([this] { return m_logins == 2; })) << "they go on";
+}
+
+TEST_F(Login, HearsOfItsLoginWhenAnotherDialogEnds)
+{
+    runLoginDialog([this](const LoginDialog &login) {
+        auto other = std::make_unique<OndVipLoginUI>(IPDFVipSdkAdapter::VIP_GUI_PAGE_LOGIN, 0, 0, false,
+                                                     IPDFVipSdkAdapter::VIP_PRIVILEGE{});
+        m_code = 5;
+        login.logIn("a@b.example", "secret");
+        other.reset();
+        m_answer.release();
+        EXPECT_TRUE(login.waitForFailure());
+    });
 }
 
 TEST_F(Login, IsDraggedFromTheStartDistanceOn)
