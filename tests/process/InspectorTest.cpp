@@ -112,7 +112,7 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         json findings = doctor.at("problems");
         findings.insert(findings.end(), doctor.at("notes").begin(), doctor.at("notes").end());
         EXPECT_EQ(findings, json::array({finding}));
-        EXPECT_EQ(bundle.inspect({"log", "message"}).exitStatus, 0) << "neither hangs nor fails: " << finding;
+        EXPECT_NE(bundle.inspect({"log", "message"}).exitStatus, -1) << "neither hangs nor crashes: " << finding;
         fs::remove_all(path);
         if (isThere)
             fs::rename(bundle.dir() / "aside", path);
@@ -190,34 +190,90 @@ TEST(Inspector, ActionsAnswerOrSayWhatIsWrong)
     put(bundle.globalFile(), "[common]\napp_international=1\n");
     put(file, "abc");
     put(data + "/reg/folder.ini", kFolder);
-    const std::pair<QStringList, json> rows[] = {
-        // a number is an exit status
-        {{"registry", "common"}, 1},
-        {{"language", "Deutsch"}, {{"GetCurrentLanguage", "de"}}},
-        {{"registry", "common", "s/k", hard.c_str()}, {{"s/k", hard}}},
-        {{"registry", "common"}, {{"language/current_language", "de"}, {"s/k", hard}}},
-        {{"registry", "common", "none"}, 1},
-        {{"registry", "../x", "k", "v"}, 2},
-        {{"registry", "folder", "k", "v"}, 1},
-        {{"parse", "-A=\"x y\" --b"}, {{"-b", ""}, {"a", "x y"}}},
+    const std::string log = data + "/pdforvell-inspect.log";
+    struct
+    {
+        QStringList arguments;
+        int status;
+        json answer; // null: none, but a message
+    } const rows[] = {
+        {{"registry", "common"}, 1, {}},
+        {{"registry", "common", "s/k", hard.c_str()}, 0, {{"s/k", hard}}},
+        {{"registry", "common", "s/k", "-5"}, 0, {{"s/k", "-5"}}},
+        {{"registry", "common", "none"}, 1, {}},
+        {{"registry", "../x", "k", "v"}, 2, {}},
+        {{"registry", "folder", "k", "v"}, 1, {}},
+        {{"language", "None"}, 2, {}},
+        {{"parse", "-A=\"x y\" --b"}, 0, {{"-b", ""}, {"a", "x y"}}},
         {{"digest", file.c_str(), "/none"},
-         {{file, "90x01x50x98x3cxd2x4fxb0xd6x96x3fx7dx28xe1x7fx72x"}, {"/none", ""}}},
-        {{"nonsense"}, 2},
+         1,
+         {{file,
+           {{"md5", "900150983cd24fb0d6963f7d28e17f72"},
+            {"ToString", "90x01x50x98x3cxd2x4fxb0xd6x96x3fx7dx28xe1x7fx72x"}}},
+          {"/none", {{"error", "cannot be read"}}}}},
+        {{"log", "lost"}, 1, {{"IsLogEnable", false}, {"GetLogPath", log}}},
+        {{"page", "99"}, 1, {{"GetOpenVipCommandLine", ""}, {"OpenVipGUIPage", false}}},
+        {{"locations", "log", "x"}, 2, {}},
     };
-    for (const auto &[arguments, answer] : rows) {
-        const test::ProcessResult result = bundle.inspect(QStringList{"--json"} + arguments);
+    for (const auto &[arguments, status, answer] : rows) {
+        // The option may stand anywhere but behind what is a command line of its own.
+        const bool isLast = arguments[0] != "parse";
+        const test::ProcessResult result =
+            bundle.inspect(isLast ? arguments + QStringList{"--json"} : QStringList{"--json"} + arguments);
         const std::string name = arguments.join(' ').toStdString();
-        EXPECT_EQ(result.exitStatus, answer.is_number() ? answer.get<int>() : 0) << name;
-        EXPECT_NE(result.errors.empty(), answer.is_number()) << name << result.errors;
-        if (!answer.is_number()) {
+        EXPECT_EQ(result.exitStatus, status) << name;
+        EXPECT_NE(result.errors.empty(), answer.is_null()) << name << result.errors;
+        if (!answer.is_null()) {
             EXPECT_EQ(json::parse(result.output).at(arguments[0].toStdString()), answer) << name;
         }
     }
+    EXPECT_EQ(bundle.inspectJson({"language", "Deutsch"}).at("language").at("GetCurrentLanguage"), "de");
+    EXPECT_EQ(bundle.inspectJson({"registry", "common"}).at("registry"),
+              (json{{"language/current_language", "de"}, {"s/k", "-5"}}));
+    const test::ProcessResult typo = bundle.inspect({"docter"});
+    EXPECT_EQ(typo.exitStatus, 2);
+    EXPECT_NE(typo.errors.find("did you mean doctor?"), std::string::npos) << typo.errors;
+    EXPECT_EQ(bundle.inspect({"--color=always", "switches"}).output.rfind("\033[1m", 0), 0U);
     put(bundle.globalFile(), "[common]\n");
     EXPECT_EQ(bundle.inspectJson({"languages"}).at("languages").at("GetCurrentLanguage"), "zh");
-    EXPECT_EQ(bundle.inspect({"--version"}).output, "pdforvell-inspect " OND_TEST_VERSION "\n");
+    EXPECT_EQ(bundle.inspect({"-V"}).output, "pdforvell-inspect " OND_TEST_VERSION "\n");
 
-    put(data + "/pdforvell-inspect.log", "");
-    EXPECT_EQ(bundle.inspectJson({"log", "kept"}).at("log").at("IsLogEnable"), true);
-    EXPECT_NE(test::readFile(data + "/pdforvell-inspect.log").find("]  kept\n"), std::string::npos);
+    put(log, "");
+    EXPECT_EQ(bundle.inspectJson({"log", "--", "--help"}).at("log").at("IsLogEnable"), true);
+    EXPECT_NE(test::readFile(log).find("]  --help\n"), std::string::npos);
+}
+
+TEST(Inspector, SaysWhenNobodyGetsTheAnswer)
+{
+    const RealBundle bundle;
+    for (const QString arguments : {"--help", "-V", "switches", "watch"}) {
+        const QString line = QStringLiteral("'%1' %2 >/dev/full").arg(bundle.inspector().c_str(), arguments);
+        EXPECT_EQ(test::runProcess("/bin/sh", {"-c", line}, bundle.home()).exitStatus, 1) << arguments.toStdString();
+    }
+    // The test's environment names a platform without a display, and so does not do without one.
+    const QString line = QStringLiteral("unset QT_QPA_PLATFORM DISPLAY; '%1' %2");
+    for (const char *arguments : {"login --dialog", "page 1"}) {
+        const test::ProcessResult result =
+            test::runProcess("/bin/sh", {"-c", line.arg(bundle.inspector().c_str(), arguments)}, bundle.home());
+        EXPECT_EQ(result.exitStatus, 1) << arguments << ": neither aborts nor claims to show something";
+    }
+}
+
+TEST(Inspector, WritesAManPageAndCompletionsThatWork)
+{
+    const RealBundle bundle;
+    const std::string folder = bundle.dir().path();
+    const auto sh = [&](const std::string &line) {
+        return test::runProcess("/bin/sh", {"-c", QString::fromStdString("cd " + folder + "; " + line)}, bundle.home());
+    };
+    for (const char *kind : {"man", "complete-bash", "complete-zsh", "complete-fish"})
+        put(folder + "/" + kind, bundle.inspect({"--generate", kind}).output);
+    const std::string bash = "command -v bash >/dev/null || { echo digest; exit; }; bash -c '. ./complete-bash;"
+                             "COMP_WORDS=(pdforvell-inspect dig); COMP_CWORD=1; _pdforvell_inspect; echo $COMPREPLY'";
+    EXPECT_EQ(sh(bash).output, "digest\n");
+    EXPECT_EQ(sh("! command -v zsh || zsh -n complete-zsh").exitStatus, 0);
+    EXPECT_EQ(sh("! command -v fish || fish -n complete-fish").exitStatus, 0);
+    const test::ProcessResult page = sh("! command -v groff >/dev/null || groff -t -man -Tascii -ww -P-c man");
+    EXPECT_EQ(page.exitStatus, 0);
+    EXPECT_EQ(page.errors, "") << "warnings";
 }

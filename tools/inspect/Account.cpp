@@ -4,14 +4,22 @@
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
 #include "account/ui/OndVipInternationFactory.h"
+#include "config/CPDFEdition.h"
 #include "config/QtVersion_p.h"
 #include "tools/inspect/Actions.h"
 #include "tools/inspect/Terminal.h"
 
-#include <QApplication>
+#include <identity.h>
 
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QDateTime>
+#include <chrono>
 #include <csignal>
+#include <memory>
 #include <mutex>
+#include <unistd.h>
+#include <utility>
 
 namespace inspect {
 
@@ -53,15 +61,6 @@ Json toJson(const UserInfo &user)
     };
 }
 
-int number(const std::string &text)
-{
-    bool ok = false;
-    const int value = QString::fromStdString(text).toInt(&ok);
-    if (!ok)
-        throw WrongUse("no number: " + escaped(text));
-    return value;
-}
-
 Json answers()
 {
     CPDFVipSdkAdapter *account = CPDFVipSdkAdapter::GetInstance();
@@ -96,29 +95,73 @@ Json loginByDialog()
     return all;
 }
 
+/// Opens account pages through the account helper, as the adapter does, and looks for a moment whether it goes on.
+class HelperPages : public IVipPageProvider
+{
+public:
+    explicit HelperPages(QString line) : m_line(std::move(line)) { }
+
+    bool OpenLoginPage(Page, int, int, bool, Privilege) override { return runs(); }
+    bool OpenVipPage(Page, int, int, bool, Privilege) override { return runs(); }
+    bool OpenHostPage(Page, int, int, bool, Privilege) override { return false; }
+
+private:
+    [[nodiscard]] bool runs() const
+    {
+        if (m_line.isEmpty())
+            return false;
+        std::vector<std::string> words = {accountHelperPath()};
+        for (const QString &word : m_line.split(QLatin1Char(' ')))
+            words.push_back(word.toStdString());
+        return isStarted(words, std::chrono::seconds(2));
+    }
+
+    QString m_line;
+};
+
 /// Hands notices of the account on, one at a time.
 class Watcher : public IPDFVipSdkAdapter::IUserInfoChangeCallBack
 {
 public:
-    explicit Watcher(const std::function<void(const Json &)> &print) : m_print(print) { }
+    explicit Watcher(const Print &print) : m_print(print) { }
 
     void OnUserInfoChange(const UserInfo &info) override { tell("OnUserInfoChange", info); }
     void OnLogoutForeverUserInfoChange(const UserInfo &info) override { tell("OnLogoutForeverUserInfoChange", info); }
 
     void tell(const char *notice, const UserInfo &info)
     {
-        Json all = {{"notice", notice}, {"IsLogin", CPDFVipSdkAdapter::GetInstance()->IsLogin()}};
+        Json all = {{"time", QDateTime::currentDateTime().toString(Qt::ISODateWithMs).toStdString()},
+                    {"notice", notice},
+                    {"IsLogin", CPDFVipSdkAdapter::GetInstance()->IsLogin()}};
         all.update(toJson(info));
         const std::lock_guard lock(m_mutex);
-        m_print(all);
+        try {
+            m_print(all);
+        } catch (const std::exception &) {
+            m_wasPrinted = false;
+            ::kill(::getpid(), SIGTERM); // nobody reads on
+        }
+    }
+    [[nodiscard]] bool wasPrinted()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_wasPrinted;
     }
 
 private:
     std::mutex m_mutex;
-    const std::function<void(const Json &)> &m_print;
+    const Print &m_print;
+    bool m_wasPrinted = true;
 };
 
 } // namespace
+
+std::string accountHelperPath()
+{
+    CPDFEdition *edition = CPDFEdition::GetInstance();
+    edition->Initialize(edition->GetEdition());
+    return narrow(edition->GetParentAppDir()) + product::kAccountHelper.str();
+}
 
 Json account()
 {
@@ -126,66 +169,95 @@ Json account()
     return answers();
 }
 
-Json login(const std::vector<std::string> &arguments)
+Run login(CLI::App &command)
 {
-    if (arguments.size() != 1)
-        throw WrongUse("login takes an e-mail address, or --dialog");
-    if (arguments[0] == "--dialog")
-        return loginByDialog();
-    const Account account;
-    const QString password = QString::fromStdString(readSecret("Password: "));
-    int code = 0;
-    bool isNew = false;
-    if (!OndVipGeneratorUtil::Login(QString::fromStdString(arguments[0]), password, code, isNew))
-        throw std::runtime_error("login failed with code " + std::to_string(code));
-    Json all = {{"isNewAccount", isNew}};
-    all.update(answers());
-    return all;
+    auto email = std::make_shared<std::string>();
+    auto usesDialog = std::make_shared<bool>(false);
+    CLI::Option *address = command.add_option("EMAIL", *email, "Whose account; made when there is none");
+    address->option_text(" ");
+    command.add_flag("--dialog", *usesDialog, "Show the product's login dialog")->excludes(address);
+    return [email, usesDialog, address](const Print &print) {
+        if (*usesDialog) {
+            const Json all = loginByDialog();
+            print(all);
+            return all.at("IsLogin").get<bool>();
+        }
+        if (address->empty())
+            throw WrongUse("login takes an e-mail address, or --dialog");
+        const Account account;
+        const QString password = QString::fromStdString(readSecret("Password: "));
+        int code = 0;
+        bool isNew = false;
+        if (!OndVipGeneratorUtil::Login(QString::fromStdString(*email), password, code, isNew))
+            throw std::runtime_error("login failed with code " + std::to_string(code));
+        Json all = {{"isNewAccount", isNew}};
+        all.update(answers());
+        print(all);
+        return true;
+    };
 }
 
-Json logout(const std::vector<std::string> &arguments)
+Run logout(CLI::App & /*command*/)
 {
-    if (!arguments.empty())
-        throw WrongUse("logout takes no argument");
-    const Account account;
-    if (!account->Logout())
-        throw std::runtime_error("the session cannot be ended");
-    return answers();
+    return [](const Print &print) {
+        const Account account;
+        if (!account->Logout())
+            throw std::runtime_error("the session cannot be ended");
+        print(answers());
+        return true;
+    };
 }
 
-Json openPage(const std::vector<std::string> &arguments)
+Run openPage(CLI::App &command)
 {
-    if (arguments.empty() || arguments.size() > 3)
-        throw WrongUse("page takes a page, and may take an entry point and a feature");
-    const auto page = static_cast<IPDFVipSdkAdapter::VIP_GUI_PAGE>(number(arguments[0]));
-    const int from = arguments.size() > 1 ? number(arguments[1]) : 0;
-    const int fid = arguments.size() > 2 ? number(arguments[2]) : 0;
-    const Account account;
-    const QString line = account.adapter() ? account.adapter()->GetOpenVipCommandLine(page, from, fid, false) : "";
-    return {{"GetOpenVipCommandLine", line.toStdString()},
-            {"OpenVipGUIPage", account->OpenVipGUIPage(page, from, fid, false, {})}};
+    struct Numbers
+    {
+        int page = 0;
+        int from = 0;
+        int fid = 0;
+    };
+    auto numbers = std::make_shared<Numbers>();
+    command.add_option("PAGE", numbers->page, "Number of the page: 1 to log in, 2 the account, ...")
+        ->required()
+        ->option_text(" ");
+    command.add_option("FROM", numbers->from, "Number of the entry point")->option_text(" ");
+    command.add_option("FID", numbers->fid, "Number of the feature")->option_text(" ");
+    return [numbers](const Print &print) {
+        const auto page = static_cast<IPDFVipSdkAdapter::VIP_GUI_PAGE>(numbers->page);
+        const Account account;
+        QString line;
+        if (CPDFRookVipSdkAdapter *adapter = account.adapter())
+            line = adapter->GetOpenVipCommandLine(page, numbers->from, numbers->fid, false);
+        HelperPages pages(line);
+        account->setPageProvider(&pages);
+        const bool isOpen = account->OpenVipGUIPage(page, numbers->from, numbers->fid, false, {});
+        account->setPageProvider(nullptr);
+        print({{"GetOpenVipCommandLine", line.toStdString()}, {"OpenVipGUIPage", isOpen}});
+        return isOpen;
+    };
 }
 
-void watch(const std::vector<std::string> &arguments, const std::function<void(const Json &)> &print)
+Run watch(CLI::App & /*command*/)
 {
-    if (!arguments.empty())
-        throw WrongUse("watch takes no argument");
-    // Blocked before the SDK starts its threads, so that the signals come here and end the watch in order.
-    sigset_t ends;
-    sigemptyset(&ends);
-    sigaddset(&ends, SIGINT);
-    sigaddset(&ends, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+    return [](const Print &print) {
+        // Blocked before the SDK starts its threads, so that the signals come here and end the watch in order.
+        sigset_t ends;
+        sigemptyset(&ends);
+        sigaddset(&ends, SIGINT);
+        sigaddset(&ends, SIGTERM);
+        pthread_sigmask(SIG_BLOCK, &ends, nullptr);
 
-    const Account account;
-    Watcher watcher(print);
-    account->RegisterUserInfoChangeCallBack(&watcher);
-    UserInfo user;
-    account->GetLocalUserInfo(user);
-    watcher.tell("now", user);
-    int signal = 0;
-    sigwait(&ends, &signal);
-    account->UnRegisterUserInfoChangeCallBack(&watcher);
+        const Account account;
+        Watcher watcher(print);
+        account->RegisterUserInfoChangeCallBack(&watcher);
+        UserInfo user;
+        account->GetLocalUserInfo(user);
+        watcher.tell("now", user);
+        int signal = 0;
+        sigwait(&ends, &signal);
+        account->UnRegisterUserInfoChangeCallBack(&watcher);
+        return watcher.wasPrinted();
+    };
 }
 
 } // namespace inspect

@@ -9,8 +9,16 @@
 #include "tools/inspect/Languages.h"
 #include "tools/inspect/Paths.h"
 #include "tools/inspect/Registry.h"
+#include "tools/inspect/Terminal.h"
 
+#include <CLI/CLI.hpp>
+#include <QByteArray>
+#include <chrono>
 #include <filesystem>
+#include <future>
+#include <memory>
+
+namespace fs = std::filesystem;
 
 namespace inspect {
 
@@ -25,42 +33,82 @@ bool isLogEnabled()
     }
 }
 
-Json log(const std::vector<std::string> &arguments)
+Run log(CLI::App &command)
 {
-    if (arguments.size() != 1)
-        throw WrongUse("log takes one message");
-    if (arguments[0] == "--config")
-        MacGlobalConfig::OutputConfigLog();
-    else
-        CommonFileLog::WriteLog(arguments[0]);
-    return {{"IsLogEnable", isLogEnabled()}, {"GetLogPath", MacConfigPath::GetInstance()->GetLogPath()}};
+    auto message = std::make_shared<std::string>();
+    auto isConfig = std::make_shared<bool>(false);
+    CLI::Option *text = command.add_option("MESSAGE", *message, "The line to write")->option_text(" ");
+    command.add_flag("--config", *isConfig, "Write the configuration")->excludes(text);
+    return [message, isConfig, text](const Print &print) {
+        if (text->empty() && !*isConfig)
+            throw WrongUse("log takes a message, or --config");
+        const std::string path = MacConfigPath::GetInstance()->GetLogPath();
+        std::error_code error;
+        const auto before = fs::file_size(path, error);
+        if (*isConfig)
+            MacGlobalConfig::OutputConfigLog();
+        else
+            CommonFileLog::WriteLog(*message);
+        const bool isOn = isLogEnabled();
+        const auto after = fs::file_size(path, error);
+        print({{"IsLogEnable", isOn}, {"GetLogPath", path}});
+        return isOn && !error && (before == static_cast<std::uintmax_t>(-1) || after > before);
+    };
 }
 
-Json digest(const std::vector<std::string> &arguments)
+/// The digest of a file; on a terminal, with a word that it goes on when that takes more than a second.
+OndEasyMd5 digestOf(const std::string &path)
 {
-    if (arguments.empty())
-        throw WrongUse("digest takes at least one file");
-    Json digests = Json::object();
-    for (const std::string &path : arguments) {
-        const OndEasyMd5 md5(QString::fromStdString(path).toStdWString().c_str());
-        digests[path] = md5.ToString().toStdString();
-    }
-    return digests;
+    auto digest = std::async(std::launch::async,
+                             [path] { return OndEasyMd5(QString::fromStdString(path).toStdWString().c_str()); });
+    const Progress progress("digest: " + escaped(path));
+    while (digest.wait_for(std::chrono::seconds(1)) != std::future_status::ready)
+        progress.tell();
+    return digest.get();
 }
 
-Json parse(const std::vector<std::string> &arguments)
+Run digest(CLI::App &command)
 {
-    if (arguments.size() != 1)
-        throw WrongUse("parse takes one command line; quote it");
-    const CCmdLineParser parser(QString::fromStdString(arguments[0]).toStdWString().c_str());
-    Json switches = Json::object();
-    QString key;
-    QString value;
-    for (auto it = parser.getFirst(); !parser.isLast(it);) {
-        parser.getNext(it, key, value);
-        switches[key.toStdString()] = value.toStdString();
-    }
-    return switches;
+    auto files = std::make_shared<std::vector<std::string>>();
+    command.add_option("FILE", *files, "Files to read")->required()->option_text("...");
+    return [files](const Print &print) {
+        Json digests = Json::object();
+        bool isFine = true;
+        for (const std::string &path : *files) {
+            const OndEasyMd5 md5 = digestOf(path);
+            const unsigned char *bytes = md5.GetBinary16();
+            isFine = isFine && bytes;
+            if (bytes)
+                digests[path] = {
+                    {"md5", QByteArray(reinterpret_cast<const char *>(bytes), 16).toHex().toStdString()},
+                    {"ToString", md5.ToString().toStdString()},
+                };
+            else
+                digests[path] = {{"error", "cannot be read"}};
+        }
+        print(digests);
+        return isFine;
+    };
+}
+
+Run parse(CLI::App &command)
+{
+    command.footer("The one argument is a command line: quote it.\n\n" + command.get_footer());
+    return [&command](const Print &print) {
+        const std::vector<std::string> lines = command.remaining();
+        if (lines.size() != 1)
+            throw WrongUse("parse takes one command line; quote it");
+        const CCmdLineParser parser(QString::fromStdString(lines[0]).toStdWString().c_str());
+        Json switches = Json::object();
+        QString key;
+        QString value;
+        for (auto it = parser.getFirst(); !parser.isLast(it);) {
+            parser.getNext(it, key, value);
+            switches[key.toStdString()] = value.toStdString();
+        }
+        print(switches);
+        return true;
+    };
 }
 
 } // namespace
@@ -68,17 +116,16 @@ Json parse(const std::vector<std::string> &arguments)
 const std::vector<Action> &actions()
 {
     static const std::vector<Action> all = {
-        {"create-paths", "", "the section paths, with the folders made that its getters make", createPaths},
-        {"digest", "FILE...", "MD5 of files, in the library's text form; empty for one that cannot be opened", digest},
-        {"language", "[NAME]",
-         "the language in use, or choose it by the name in the menu (creates the registry's folder)", language},
-        {"log", "MESSAGE|--config", "write a message, or the configuration, to the diagnostic log", log},
-        {"login", "EMAIL|--dialog", "log in, with the password from standard input or in the product's dialog", login},
-        {"logout", "", "end the session in all processes", logout},
-        {"page", "PAGE [FROM [FID]]", "open an account page through the account helper", openPage},
-        {"parse", "COMMAND-LINE", "the switches and values of a command line", parse},
-        {"registry", "KEY [NAME [VALUE]]", "all values of a key, one of them, or write one", registry},
-        {"watch", "", "print every change of the account until interrupted", nullptr, watch},
+        {"create-paths", "Print the section paths, with the folders made that its getters make", createPaths},
+        {"digest", "Print the MD5 of files, in hexadecimal and in the library's text form", digest},
+        {"language", "Print the languages and the one in use, or choose one", language},
+        {"log", "Write a message, or the configuration, to the diagnostic log", log},
+        {"login", "Log in, with the password from standard input or in the product's dialog", login},
+        {"logout", "End the session in all processes", logout},
+        {"page", "Open an account page through the account helper", openPage},
+        {"parse", "Print the switches and values of a command line", parse, false, true},
+        {"registry", "Print all values of a key, one of them, or write one", registry},
+        {"watch", "Print every change of the account until interrupted", watch, true},
     };
     return all;
 }

@@ -1,6 +1,5 @@
 #include "tools/inspect/Doctor.h"
 
-#include "config/CPDFEdition.h"
 #include "config/GlobalConfigFile.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
@@ -10,6 +9,7 @@
 #include "paths/PathUtils.h"
 #include "paths/RegularFile_p.h"
 #include "paths/StringUtils.h"
+#include "tools/inspect/Account.h"
 #include "tools/inspect/FileChecks.h"
 
 #include <INIReader.h>
@@ -144,9 +144,7 @@ void checkBundle(Findings &findings)
 
 void checkAccountHelper(Findings &findings)
 {
-    CPDFEdition *edition = CPDFEdition::GetInstance();
-    edition->Initialize(edition->GetEdition());
-    const std::string path = QString::fromStdWString(edition->GetParentAppDir()).toStdString() + "orvell-account";
+    const std::string path = accountHelperPath();
     if (typeOf(path) != fs::file_type::regular || ::access(path.c_str(), X_OK) != 0)
         findings.problem(path, "missing or not executable: account pages cannot be opened");
 }

@@ -5,6 +5,9 @@
 #include "tools/inspect/Actions.h"
 #include "tools/inspect/Registry.h"
 
+#include <CLI/CLI.hpp>
+#include <memory>
+
 namespace inspect {
 
 namespace {
@@ -19,7 +22,7 @@ void choose(const std::string &showName)
 {
     std::string code;
     if (!find(showName, code))
-        throw WrongUse("no language called " + escaped(showName) + " in the menu");
+        throw WrongUse("no language called " + showName + " in the menu; the action without a name lists them");
     MacGlobalSetting::SetCurrentLanguage(showName);
     requireSaved(QStringLiteral("common"));
 }
@@ -46,13 +49,19 @@ Json languages()
     return result;
 }
 
-Json language(const std::vector<std::string> &arguments)
+Run language(CLI::App &command)
 {
-    if (arguments.size() > 1)
-        throw WrongUse("language takes at most one name; quote it");
-    if (!arguments.empty())
-        choose(arguments[0]);
-    return {{"GetCurrentLanguage", MacGlobalSetting::GetCurrentLanguage()}};
+    auto name = std::make_shared<std::string>();
+    CLI::Option *given = command.add_option("NAME", *name, "Choose the language of this name in the menu");
+    given->option_text(" ");
+    return [name, given](const Print &print) {
+        if (!given->empty())
+            choose(*name);
+        Json answer = {{"GetCurrentLanguage", MacGlobalSetting::GetCurrentLanguage()}};
+        answer["GetSupportLanguageList"] = MacGlobalSetting::GetSupportLanguageList();
+        print(answer);
+        return true;
+    };
 }
 
 } // namespace inspect

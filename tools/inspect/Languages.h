@@ -1,9 +1,6 @@
 #pragma once
 
-#include "tools/inspect/Report.h"
-
-#include <string>
-#include <vector>
+#include "tools/inspect/Actions.h"
 
 namespace inspect {
 
@@ -11,8 +8,8 @@ namespace inspect {
 /// registry's folder is named under "notAsked".
 [[nodiscard]] Json languages();
 
-/// The language in use, after the one with the given name was chosen; that may create the registry's folder. Throws
-/// WrongUse for a name that is not in the menu, std::runtime_error when the choice cannot be stored.
-[[nodiscard]] Json language(const std::vector<std::string> &arguments);
+/// The language in use, after the one with the given name was chosen, and those to choose from. Creates the registry's
+/// folder. Throws WrongUse for a name that is not in the menu, std::runtime_error when the choice cannot be stored.
+[[nodiscard]] Run language(CLI::App &command);
 
 } // namespace inspect

@@ -103,11 +103,12 @@ Json paths()
     return answers(false);
 }
 
-Json createPaths(const std::vector<std::string> &arguments)
+Run createPaths(CLI::App & /*command*/)
 {
-    if (!arguments.empty())
-        throw WrongUse("create-paths takes no argument");
-    return answers(true);
+    return [](const Print &print) {
+        print(answers(true));
+        return true;
+    };
 }
 
 } // namespace inspect

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "tools/inspect/Report.h"
-
-#include <string>
-#include <vector>
+#include "tools/inspect/Actions.h"
 
 namespace inspect {
 
@@ -12,6 +9,6 @@ namespace inspect {
 [[nodiscard]] Json paths();
 
 /// The same with all getters asked, so that their folders are created.
-[[nodiscard]] Json createPaths(const std::vector<std::string> &arguments);
+[[nodiscard]] Run createPaths(CLI::App &command);
 
 } // namespace inspect

@@ -6,11 +6,14 @@
 #include "paths/PathUtils.h"
 #include "tools/inspect/Actions.h"
 
+#include <CLI/CLI.hpp>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <array>
+#include <memory>
 
 namespace inspect {
 
@@ -18,7 +21,7 @@ namespace {
 
 std::string named(const QString &text)
 {
-    return '"' + escaped(text.toStdString()) + '"';
+    return '"' + text.toStdString() + '"';
 }
 
 /// Opens a key whose folder exists, or may be created.
@@ -94,19 +97,22 @@ void requireSaved(const QString &key)
         throw std::runtime_error("the value cannot be written to " + path.toStdString());
 }
 
-Json registry(const std::vector<std::string> &arguments)
+Run registry(CLI::App &command)
 {
-    QStringList texts;
-    for (const std::string &argument : arguments)
-        texts += QString::fromStdString(argument);
-    if (texts.isEmpty() || texts.size() > 3)
-        throw WrongUse("registry takes a key, and a name and a value if there are any");
-    if (texts.size() > 1 && texts[1].isEmpty())
-        throw WrongUse("no value has an empty name");
-    if (texts.size() < 3)
-        return read(texts[0], texts.size() == 2 ? &texts[1] : nullptr);
-    write(texts[0], texts[1], texts[2]);
-    return read(texts[0], &texts[1]);
+    auto texts = std::make_shared<std::array<std::string, 3>>();
+    command.add_option("KEY", (*texts)[0], "The key, \"common\" for example")->required()->option_text(" ");
+    CLI::Option *name = command.add_option("NAME", (*texts)[1], "One value of it")->option_text(" ");
+    CLI::Option *value = command.add_option("VALUE", (*texts)[2], "A new text for that value")->option_text(" ");
+    return [texts, name, value](const Print &print) {
+        const QString key = QString::fromStdString((*texts)[0]);
+        const QString valueName = QString::fromStdString((*texts)[1]);
+        if (!name->empty() && valueName.isEmpty())
+            throw WrongUse("no value has an empty name");
+        if (!value->empty())
+            write(key, valueName, QString::fromStdString((*texts)[2]));
+        print(read(key, name->empty() ? nullptr : &valueName));
+        return true;
+    };
 }
 
 } // namespace inspect

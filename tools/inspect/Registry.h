@@ -1,10 +1,9 @@
 #pragma once
 
-#include "tools/inspect/Report.h"
+#include "tools/inspect/Actions.h"
 
 #include <QString>
 #include <string>
-#include <vector>
 
 namespace inspect {
 
@@ -19,6 +18,6 @@ void requireSaved(const QString &key);
 
 /// All values of a key; the one that is named; or that one, after it was written. Reading creates nothing. Throws
 /// WrongUse for a key that is refused, std::runtime_error for what is not there or cannot be written.
-[[nodiscard]] Json registry(const std::vector<std::string> &arguments);
+[[nodiscard]] Run registry(CLI::App &command);
 
 } // namespace inspect

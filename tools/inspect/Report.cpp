@@ -1,5 +1,7 @@
 #include "tools/inspect/Report.h"
 
+#include "tools/inspect/Terminal.h"
+
 #include <algorithm>
 
 namespace inspect {
@@ -17,14 +19,21 @@ std::string dumped(const Json &value, int indent)
 
 std::string textOf(const Json &value)
 {
-    return value.is_string() ? escaped(value.get_ref<const std::string &>()) : dumped(value, -1);
+    if (value.is_string())
+        return escaped(value.get_ref<const std::string &>());
+    if (!value.is_object())
+        return dumped(value, -1);
+    std::string text;
+    for (const auto &member : value.items())
+        text += (text.empty() ? "" : ", ") + escaped(member.key()) + ' ' + textOf(member.value());
+    return text;
 }
 
 std::size_t widestKey(const Json &answers)
 {
     std::size_t width = 0;
     for (const auto &answer : answers.items())
-        width = std::max(width, escaped(answer.key()).size());
+        width = std::max(width, widthOf(escaped(answer.key())));
     return width;
 }
 
@@ -47,7 +56,7 @@ void Report::printText(std::ostream &out, bool coloured) const
             out << "  none\n";
         for (const auto &answer : part.value().items()) {
             const std::string name = escaped(answer.key());
-            const std::string gap(width - name.size() + 2, ' ');
+            const std::string gap(width - widthOf(name) + 2, ' ');
             Json values = answer.value().is_array() ? answer.value() : Json::array({answer.value()});
             if (values.empty())
                 values.push_back("none");

@@ -1,10 +1,20 @@
 #include "tools/inspect/Terminal.h"
 
+#include <QByteArray>
+#include <QString>
+#include <clocale>
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 #include <iterator>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <termios.h>
+#include <thread>
 #include <unistd.h>
+#include <wchar.h>
+
+extern char **environ;
 
 namespace inspect {
 
@@ -69,6 +79,62 @@ std::string readSecret(const std::string &prompt)
     std::string line;
     std::getline(std::cin, line);
     return line;
+}
+
+Progress::Progress(std::string what) : m_what(std::move(what)) { }
+
+Progress::~Progress()
+{
+    if (::isatty(STDERR_FILENO) == 1)
+        std::cerr << "\r\033[K" << std::flush;
+}
+
+void Progress::tell() const
+{
+    const auto passed = std::chrono::steady_clock::now() - m_begin;
+    if (::isatty(STDERR_FILENO) == 1)
+        std::cerr << '\r' << m_what << " ... " << std::chrono::duration_cast<std::chrono::seconds>(passed).count()
+                  << " s" << std::flush;
+}
+
+std::size_t widthOf(const std::string &text)
+{
+    static const bool isUtf8 = std::setlocale(LC_CTYPE, "C.UTF-8") || std::setlocale(LC_CTYPE, "UTF-8");
+    std::size_t width = 0;
+    for (const wchar_t character : QString::fromStdString(text).toStdWString())
+        width += static_cast<std::size_t>(std::max(isUtf8 ? ::wcwidth(character) : 1, 0));
+    return width;
+}
+
+void endInsteadOfAborting(const char *program)
+{
+    static const char *name = program;
+    static QtMessageHandler before = nullptr;
+    before = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
+        if (type != QtFatalMsg)
+            return before(type, context, message);
+        std::cerr << name << ": " << message.section(QLatin1Char('\n'), 0, 0).toStdString() << std::endl;
+        std::_Exit(EXIT_FAILURE);
+    });
+}
+
+bool isStarted(const std::vector<std::string> &words, std::chrono::milliseconds patience)
+{
+    std::vector<char *> arguments;
+    for (const std::string &word : words)
+        arguments.push_back(const_cast<char *>(word.c_str()));
+    arguments.push_back(nullptr);
+    pid_t process = 0;
+    if (::posix_spawn(&process, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0)
+        return false;
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    int status = 0;
+    while (::waitpid(process, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() >= deadline)
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 } // namespace inspect
