@@ -1,7 +1,6 @@
 #include "vipsdk/local/AccountService.h"
 
 #include "vipsdk/include/VipSdkDefine.h"
-#include "vipsdk/local/Password.h"
 #include "vipsdk/local/StoreLock.h"
 
 #include <QRegularExpression>
@@ -18,6 +17,7 @@ constexpr int kMaxAddressLength = 254;
 constexpr int kRegisteredByEmail = 1;
 constexpr int kOpenIdSize = 16;
 constexpr int kTokenSize = 32;
+constexpr int kLoginAttempts = 8;
 
 /// The part before the "@", which is the name that an account starts with.
 QString nameOf(const QString &address)
@@ -39,10 +39,9 @@ int addressError(const QString &address)
     return 0;
 }
 
-QJsonObject newAccount(const QString &address, const QString &password)
+QJsonObject newAccount(const QString &address)
 {
-    return {
-        {"open_id", randomText(kOpenIdSize)}, {"nickname", nameOf(address)}, {"password", digestOfPassword(password)}};
+    return {{"open_id", randomText(kOpenIdSize)}, {"nickname", nameOf(address)}};
 }
 
 Session newSession(const QString &address, const QJsonObject &account)
@@ -78,30 +77,44 @@ QString addressOf(const QJsonObject &accounts, const QString &openId)
 
 } // namespace
 
-AccountService::LoginResult AccountService::login(const QString &user, const QString &password) const
+AccountService::LoginResult AccountService::login(const QString &user, const Password &password) const
 {
     if (const int error = addressError(user))
         return {error};
     if (password.isEmpty())
         return {LOGIN_ERROR_WRONG_PASSWORD};
 
-    HeldStore held(m_store);
-    if (!held.isUsable())
-        return {LOGIN_ERROR_UNAVAILABLE};
-
     const QString address = user.toLower();
-    const bool isNew = !held.accounts->contains(address);
-    const QJsonObject account = isNew ? newAccount(address, password) : held.accounts->value(address).toObject();
-    if (!isNew && !isPassword(account.value("password").toObject(), password))
-        return {LOGIN_ERROR_WRONG_PASSWORD};
-    if (isNew)
-        held.accounts->insert(address, account);
-    else
-        held.accounts.reset(); // stays as it is
-    held.state->session = newSession(address, account);
-    if (held.state->session->openId.isEmpty() || !m_store.set(*held.state, held.accounts))
-        return {LOGIN_ERROR_UNAVAILABLE};
-    return {0, isNew};
+    for (int attempt = 0; attempt < kLoginAttempts; ++attempt) {
+        const std::optional<QJsonObject> accounts = m_store.accounts();
+        if (!accounts || !m_store.session())
+            return {LOGIN_ERROR_UNAVAILABLE};
+
+        // Digests take their time, in which others may have the store.
+        const QJsonValue known = accounts->value(address);
+        const bool isNew = known.isUndefined();
+        QJsonObject account = isNew ? newAccount(address) : known.toObject();
+        const QJsonObject digest = account.value("password").toObject();
+        if (!isNew && !password.has(digest))
+            return {LOGIN_ERROR_WRONG_PASSWORD};
+        if (isOutdated(digest))
+            account.insert("password", password.digest());
+
+        HeldStore held(m_store);
+        if (!held.isUsable() || isOutdated(account.value("password").toObject()))
+            return {LOGIN_ERROR_UNAVAILABLE};
+        if (held.accounts->value(address) != known)
+            continue; // another process came before
+        if (account == known.toObject())
+            held.accounts.reset(); // stays as it is
+        else
+            held.accounts->insert(address, account);
+        held.state->session = newSession(address, account);
+        if (held.state->session->openId.isEmpty() || !m_store.set(*held.state, held.accounts))
+            return {LOGIN_ERROR_UNAVAILABLE};
+        return {0, isNew};
+    }
+    return {LOGIN_ERROR_UNAVAILABLE};
 }
 
 bool AccountService::logout() const
@@ -113,7 +126,7 @@ bool AccountService::logout() const
     if (!held.lock.isHeld() || !held.state)
         return false;
     held.state->session.reset();
-    return m_store.set(*held.state);
+    return m_store.set(*held.state) || m_store.removeSession(); // for which there is room on a full disk, too
 }
 
 int AccountService::closeAccount() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vipsdk/local/Password.h"
 #include "vipsdk/local/Store.h"
 
 namespace local_sdk {
@@ -17,11 +18,13 @@ public:
 
     explicit AccountService(std::string directory) : m_store(std::move(directory)) { }
 
+    [[nodiscard]] const std::string &directory() const { return m_store.directory(); }
+
     /// No answer when the store cannot be used.
     [[nodiscard]] std::optional<SessionState> state() const { return m_store.session(); }
 
     /// Logs in with an e-mail address; an unknown one gets an account.
-    [[nodiscard]] LoginResult login(const QString &user, const QString &password) const;
+    [[nodiscard]] LoginResult login(const QString &user, const Password &password) const;
     /// Ends the session; true when there is none afterwards.
     [[nodiscard]] bool logout() const;
     /// Deletes the account of the session and ends the session. Returns 0 or a vip_sdk::LoginError.

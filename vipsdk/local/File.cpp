@@ -1,13 +1,16 @@
 #include "vipsdk/local/File.h"
 
+#include <QUuid>
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <future>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -17,8 +20,7 @@ namespace {
 
 constexpr int kOwnerOnly = S_IRUSR | S_IWUSR;
 constexpr qint64 kMaxSize = 16 << 20;
-constexpr std::chrono::seconds kLockTime{5};
-constexpr std::chrono::milliseconds kLockPause{2};
+constexpr std::chrono::seconds kLockTime{10};
 
 /// Has the names of a folder written to the disk. Not every file system can, and the file itself is safe by then.
 void syncDirectory(const std::string &path)
@@ -35,8 +37,9 @@ std::string newName(const NamedContent &file)
 
 bool writeNew(const std::string &path, const QByteArray &content)
 {
-    // What a process that was killed left here is of no use.
-    ::unlink(path.c_str());
+    // What a process that was killed left here is of no use. A folder may be somebody's: it gets another name.
+    if (::unlink(path.c_str()) != 0 && errno != ENOENT)
+        std::rename(path.c_str(), (path + QUuid::createUuid().toByteArray().toStdString()).c_str());
     const File file(path, O_WRONLY | O_CREAT | O_EXCL, kOwnerOnly);
     return file.isOpen() && file.writeAll(content) && ::fsync(file.descriptor()) == 0;
 }
@@ -53,17 +56,23 @@ File::File(const std::string &path, int flags, int mode)
 
 File::~File()
 {
+    if (m_locked)
+        ::flock(m_descriptor, LOCK_UN); // a child that was forked meanwhile still has the file open
     if (m_descriptor >= 0)
         ::close(m_descriptor);
 }
 
-bool File::isTrusted() const
+bool File::secure() const
 {
     struct stat status
     {
     };
-    return ::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid()
-        && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode) || status.st_uid != ::geteuid()
+        || (status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+        return false;
+    if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0)
+        ::fchmod(m_descriptor, kOwnerOnly);
+    return true;
 }
 
 bool File::readAll(QByteArray &content, qint64 maxSize) const
@@ -95,15 +104,32 @@ bool File::writeAll(const QByteArray &content) const
     return true;
 }
 
-bool File::lock() const
+bool File::lock()
 {
-    const auto deadline = std::chrono::steady_clock::now() + kLockTime;
-    while (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
-        if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > deadline)
-            return false;
-        std::this_thread::sleep_for(kLockPause);
+    m_locked = ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0;
+    if (m_locked || errno != EWOULDBLOCK)
+        return m_locked;
+    // The system keeps the turns of those who wait, but knows no deadline. So another thread waits, with a descriptor
+    // of its own for the same open file: who gives up closes this one, and the lock is free when that one is closed
+    // too.
+    const int descriptor = ::fcntl(m_descriptor, F_DUPFD_CLOEXEC, 0);
+    std::promise<bool> promise;
+    std::future<bool> isLocked = promise.get_future();
+    try {
+        std::thread([descriptor, promise = std::move(promise)]() mutable {
+            int result = 0;
+            do
+                result = ::flock(descriptor, LOCK_EX);
+            while (result != 0 && errno == EINTR);
+            ::close(descriptor);
+            promise.set_value(result == 0);
+        }).detach();
+    } catch (const std::system_error &) {
+        ::close(descriptor);
+        return false;
     }
-    return true;
+    m_locked = isLocked.wait_for(kLockTime) == std::future_status::ready && isLocked.get();
+    return m_locked;
 }
 
 ReadResult readFile(const std::string &path, QByteArray &content)
@@ -111,7 +137,7 @@ ReadResult readFile(const std::string &path, QByteArray &content)
     const File file(path, O_RDONLY);
     if (!file.isOpen())
         return errno == ENOENT ? ReadResult::missing : ReadResult::failed;
-    return file.isTrusted() && file.readAll(content, kMaxSize) ? ReadResult::ok : ReadResult::failed;
+    return file.secure() && file.readAll(content, kMaxSize) ? ReadResult::ok : ReadResult::failed;
 }
 
 bool replaceFiles(const std::vector<NamedContent> &files)
@@ -131,10 +157,18 @@ bool replaceFiles(const std::vector<NamedContent> &files)
     return done;
 }
 
+bool removeFile(const std::string &path)
+{
+    if (::unlink(path.c_str()) != 0)
+        return errno == ENOENT;
+    syncDirectory(path);
+    return true;
+}
+
 bool appendLine(const std::string &path, const QByteArray &line)
 {
-    const File file(path, O_RDWR | O_APPEND | O_CREAT, kOwnerOnly);
-    if (!file.isOpen() || !file.isTrusted() || !file.lock())
+    File file(path, O_RDWR | O_APPEND | O_CREAT, kOwnerOnly);
+    if (!file.isOpen() || !file.secure() || !file.lock())
         return false;
     const off_t end = ::lseek(file.descriptor(), 0, SEEK_END);
     // A process that was killed may have left a piece of a line, which ends here.

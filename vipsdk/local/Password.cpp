@@ -1,45 +1,67 @@
 #include "vipsdk/local/Password.h"
 
-#include <QPasswordDigestor>
+#include "vipsdk/local/Crypto.h"
+
 #include <QRandomGenerator>
 
 namespace local_sdk {
 
 namespace {
 
-constexpr int kIterations = 100'000;
+// What OWASP's Password Storage Cheat Sheet asks of PBKDF2-HMAC-SHA-256.
+constexpr int kRounds = 600'000;
 /// A hostile file must not keep a login busy for long.
-constexpr int kMaxIterations = 1'000'000;
+constexpr int kMaxRounds = 4'000'000;
 constexpr int kSaltSize = 16;
 constexpr int kDigestSize = 32;
 
-QByteArray digest(const QString &password, const QByteArray &salt, int iterations)
+/// In place: writing to the text in the usual way would leave the old characters behind when it is shared.
+void wipeText(const QString &text)
 {
-    // However an accent was typed, it is the same password.
-    const QByteArray bytes = password.normalized(QString::NormalizationForm_C).toUtf8();
-    return QPasswordDigestor::deriveKeyPbkdf2(QCryptographicHash::Sha256, bytes, salt, iterations, kDigestSize);
+    wipe(const_cast<QChar *>(text.constData()), static_cast<std::size_t>(text.size()) * sizeof(QChar));
+}
+
+QByteArray bytes(const QJsonObject &digest, const char *key)
+{
+    return QByteArray::fromHex(digest.value(QLatin1String(key)).toString().toLatin1());
 }
 
 } // namespace
 
-QJsonObject digestOfPassword(const QString &password)
+Password::Password(const wchar_t *text)
 {
-    const QString salt = randomText(kSaltSize);
-    return {{"salt", salt},
-            {"iterations", kIterations},
-            {"digest", QString(digest(password, QByteArray::fromHex(salt.toLatin1()), kIterations).toHex())}};
+    const QString typed = text ? QString::fromWCharArray(text) : QString();
+    const QString normalized = typed.normalized(QString::NormalizationForm_C);
+    m_bytes = normalized.toUtf8();
+    wipeText(typed);
+    wipeText(normalized);
 }
 
-bool isPassword(const QJsonObject &stored, const QString &password)
+Password::~Password()
 {
-    const auto bytes = [&stored](const char *key) {
-        return QByteArray::fromHex(stored.value(QLatin1String(key)).toString().toLatin1());
-    };
-    const QByteArray expected = bytes("digest");
-    const int iterations = stored.value("iterations").toInt();
-    if (expected.size() != kDigestSize || iterations < 1 || iterations > kMaxIterations)
-        return false;
-    return digest(password, bytes("salt"), iterations) == expected;
+    wipe(const_cast<char *>(m_bytes.constData()), static_cast<std::size_t>(m_bytes.size()));
+}
+
+QJsonObject Password::digest() const
+{
+    const QString salt = randomText(kSaltSize);
+    const QByteArray digest = pbkdf2(m_bytes, QByteArray::fromHex(salt.toLatin1()), kRounds, kDigestSize);
+    if (digest.isEmpty())
+        return {};
+    return {{"salt", salt}, {"iterations", kRounds}, {"digest", QString(digest.toHex())}};
+}
+
+bool Password::has(const QJsonObject &digest) const
+{
+    const QByteArray expected = bytes(digest, "digest");
+    const int rounds = digest.value("iterations").toInt();
+    return expected.size() == kDigestSize && rounds >= 1 && rounds <= kMaxRounds
+        && isSame(pbkdf2(m_bytes, bytes(digest, "salt"), rounds, kDigestSize), expected);
+}
+
+bool isOutdated(const QJsonObject &digest)
+{
+    return digest.value("iterations").toInt() < kRounds;
 }
 
 QString randomText(int bytes)

@@ -2,21 +2,22 @@
 
 #include "vipsdk/include/IUserInfoChangeListener.h"
 #include "vipsdk/local/AccountService.h"
+#include "vipsdk/local/FolderEvents.h"
 
-#include <condition_variable>
+#include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace local_sdk {
 
-/// Tells listeners of changes of the session, whichever process made them, on a thread of its own and within a second.
-/// Several changes at once are told once.
+/// Tells listeners of changes of the session, whichever process made them, on a thread of its own as soon as the
+/// system tells of them. Several changes at once are told once. A process that was forked has no such thread until it
+/// starts one.
 class SessionWatcher
 {
 public:
-    explicit SessionWatcher(const AccountService &service) : m_service(service) { }
-    ~SessionWatcher() { stop(); }
+    explicit SessionWatcher(const AccountService &service);
+    ~SessionWatcher();
     SessionWatcher(const SessionWatcher &) = delete;
     SessionWatcher &operator=(const SessionWatcher &) = delete;
 
@@ -35,18 +36,19 @@ public:
 private:
     using Notice = void (vip_sdk::IUserInfoChangeListener::*)();
 
-    void run(SessionState known);
-    [[nodiscard]] bool waitForNextLook();
+    struct Running;
+
+    void run(FolderEvents &events, SessionState known);
+    [[nodiscard]] bool isStopped();
+    [[nodiscard]] bool watchStore(FolderEvents &events) const;
     void compare(SessionState &known);
     void tell(Notice notice);
 
     const AccountService &m_service;
 
     std::mutex m_mutex; // guards what follows
-    std::condition_variable m_wake;
-    std::thread m_thread;
+    std::unique_ptr<Running> m_running;
     bool m_stop = false;
-    bool m_look = false;
 
     std::recursive_mutex m_listenerMutex; // held while listeners are called
     std::vector<vip_sdk::IUserInfoChangeListener *> m_listeners;

@@ -98,4 +98,9 @@ bool Store::set(const SessionState &state, const std::optional<QJsonObject> &acc
     return replaceFiles(files);
 }
 
+bool Store::removeSession() const
+{
+    return removeFile(sessionPath(m_directory));
+}
+
 } // namespace local_sdk

@@ -45,6 +45,8 @@ public:
     /// Replaces the session, which gets a new `change`, and before it the accounts, unless they are none. When it fails
     /// both stay as they are. For the holder of a StoreLock.
     [[nodiscard]] bool set(const SessionState &state, const std::optional<QJsonObject> &accounts = {}) const;
+    /// Ends the session without writing anything. For the holder of a StoreLock.
+    [[nodiscard]] bool removeSession() const;
 
 private:
     std::string m_directory;

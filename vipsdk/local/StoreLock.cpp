@@ -12,7 +12,7 @@ StoreLock::StoreLock(const std::string &directory)
     if (!makeTrustedDirectory(directory))
         return;
     m_file.emplace(directory + "/lock", O_RDWR | O_CREAT, S_IRUSR | S_IWUSR);
-    m_held = m_file->isOpen() && m_file->isTrusted() && m_file->lock();
+    m_held = m_file->isOpen() && m_file->secure() && m_file->lock();
 }
 
 } // namespace local_sdk

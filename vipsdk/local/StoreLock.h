@@ -11,7 +11,7 @@ namespace local_sdk {
 class StoreLock
 {
 public:
-    /// Makes the folder when there is none. Waits a few seconds for another holder.
+    /// Makes the folder when there is none. Waits for its turn, but not for ever.
     explicit StoreLock(const std::string &directory);
 
     [[nodiscard]] bool isHeld() const { return m_held; }

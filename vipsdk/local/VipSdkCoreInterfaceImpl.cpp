@@ -138,7 +138,7 @@ bool VipSdkCoreInterfaceImpl::SetUserInfo(const wchar_t *openId, const wchar_t *
 
 bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag)
 {
-    const AccountService::LoginResult result = m_private->service.login(fromWide(user), fromWide(password));
+    const AccountService::LoginResult result = m_private->service.login(fromWide(user), Password(password));
     errorCode = result.error;
     flag = result.created;
     return m_private->changed(result.error == 0);

@@ -34,7 +34,7 @@ TEST(LocalAccount, IsMadeUsedAndLeftAloneByTheDialog)
         EXPECT_TRUE(login.waitForFailure());
         EXPECT_EQ(login.error(), "Login failed, password error");
     });
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < 25; ++i) {
         runLoginDialog([i](const LoginDialog &login) {
             login.logIn("new@example.com", "wrong"); // a late success would close the next dialog
             QTest::qWait(i % 7);
