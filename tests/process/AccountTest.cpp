@@ -39,7 +39,7 @@ TEST(AccountProcesses, WhatOneDoesAllKnow)
 
     const test::ProcessResult login = bundle.inspect({"--json", "login", "j\033@example.org"}, "wrong\n");
     EXPECT_EQ(login.exitStatus, 1) << "no e-mail address";
-    EXPECT_EQ(login.errors, "pdforvell-inspect: login failed with code 4572012\n");
+    EXPECT_EQ(login.errors, "pdforvell-inspect: login failed, email format wrong (4572012)\n");
     EXPECT_EQ(bundle.inspect({"login", "jo@example.org"}, "opensesame\n").exitStatus, 0);
     const nlohmann::json notice = watch.next();
     EXPECT_EQ(notice["notice"], "OnUserInfoChange");
@@ -72,9 +72,26 @@ TEST(AccountHelper, RefusesWhatItDoesNotUnderstand)
         EXPECT_EQ(result.errors.rfind("orvell-account: ", 0), 0U) << result.errors;
         EXPECT_EQ(result.errors.find_first_of("\033\x9b"), std::string::npos) << "steers the terminal";
     }
-    EXPECT_EQ(test::runProcess(bundle.contents("MacOS/orvell-account"),
-                               {"--open_web=login", "--pid=13", "", "--vipfrom=3", "--logoutforever=1"}, bundle.home())
-                  .exitStatus,
-              1)
-        << "understood, and nobody is logged in";
+}
+
+TEST(AccountHelper, DeletesAnAccountOnlyWhenItIsWanted)
+{
+    const test::RealBundle bundle;
+    const std::string helper = bundle.contents("MacOS/orvell-account");
+    const QStringList asked = {"--open_web=login", "--pid=13", "", "--vipfrom=3", "--logoutforever=1"};
+    const test::ProcessResult nobody = test::runProcess(helper, asked, bundle.home());
+    EXPECT_EQ(nobody.exitStatus, 1);
+    EXPECT_NE(nobody.errors.find("account don't exists (4572013)"), std::string::npos) << nobody.errors;
+
+    ASSERT_EQ(bundle.inspect({"login", "jo@example.org"}, "opensesame\n").exitStatus, 0);
+    QProcess question;
+    question.setProcessEnvironment(test::environmentWith(bundle.home()));
+    question.start(QString::fromStdString(helper), asked);
+    EXPECT_FALSE(question.waitForFinished(1000)) << "it waits for an answer";
+    question.kill();
+    question.waitForFinished(kDeadlineMs);
+    EXPECT_EQ(bundle.inspectJson({"account"})["account"]["email"], "jo@example.org");
+
+    EXPECT_EQ(test::runProcess(helper, asked + QStringList("--yes"), bundle.home()).exitStatus, 0);
+    EXPECT_EQ(bundle.inspectJson({"account"})["account"]["IsLogin"], false);
 }

@@ -6,6 +6,7 @@
 #include "account/ui/OndVipInternationFactory.h"
 #include "config/CPDFEdition.h"
 #include "config/QtVersion_p.h"
+#include "tools/common/LoginError.h"
 #include "tools/inspect/Actions.h"
 #include "tools/inspect/Terminal.h"
 
@@ -189,7 +190,7 @@ Run login(CLI::App &command)
         int code = 0;
         bool isNew = false;
         if (!OndVipGeneratorUtil::Login(QString::fromStdString(*email), password, code, isNew))
-            throw std::runtime_error("login failed with code " + std::to_string(code));
+            throw std::runtime_error("login failed, " + loginErrorText(code));
         Json all = {{"isNewAccount", isNew}};
         all.update(answers());
         print(all);

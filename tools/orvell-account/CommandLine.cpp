@@ -43,6 +43,8 @@ Command parse(const QStringList &arguments)
                 command.action = Command::Action::login;
         } else if (argument == QLatin1String("--logoutforever=1")) {
             logoutForever = true;
+        } else if (argument == QLatin1String("--yes")) {
+            command.isConfirmed = true;
         } else if (name == QLatin1String("-url") && isWebAddress(value)) {
             command.url = value;
         } else if (!numbers.contains(name) || !isNumber(value)) {

@@ -8,6 +8,7 @@
 struct Command
 {
     enum class Action { login, openPage, logoutForever } action = Action::openPage;
+    bool isConfirmed = false; ///< not to be asked about
     QString url; ///< of the page; empty for the account's own web site
 };
 
@@ -18,5 +19,6 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Understands what the account adapters start the helper with. Empty arguments mean nothing. Throws WrongUse.
+/// Understands what the account adapters start the helper with, and "--yes", which they do not pass. Empty arguments
+/// mean nothing. Throws WrongUse.
 [[nodiscard]] Command parse(const QStringList &arguments);

@@ -3,9 +3,12 @@
 #include "account/ui/OndVipInternationFactory.h"
 #include "config/QtVersion_p.h"
 #include "tools/common/Escaped.h"
+#include "tools/common/LoginError.h"
 #include "tools/orvell-account/CommandLine.h"
 
 #include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
 #include <iostream>
 
 namespace {
@@ -30,15 +33,48 @@ int login()
     return isLogin ? kDone : kFailed;
 }
 
-int logoutForever()
+/// Whether the user wants to lose the account. Escape, Return and closing the window say no.
+bool isWanted(const QString &name, int argc, char **argv)
 {
-    CPDFVipSdkAdapter *account = CPDFVipSdkAdapter::GetInstance();
-    account->Initialize(true);
+    qt::drawAtScreenScale();
+    const QApplication application(argc, argv);
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("PDF Orvell ID"),
+                    QStringLiteral("Delete the account %1?").arg(name), QMessageBox::Cancel);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(QStringLiteral("It cannot be brought back."));
+    box.setDefaultButton(QMessageBox::Cancel);
+    const QPushButton *yes = box.addButton(QStringLiteral("Delete Account"), QMessageBox::DestructiveRole);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+/// The account while it is in use.
+struct Account
+{
+    Account() { adapter->Initialize(true); }
+    ~Account() { adapter->Uninitialize(); }
+    Account(const Account &) = delete;
+    Account &operator=(const Account &) = delete;
+
+    CPDFVipSdkAdapter *const adapter = CPDFVipSdkAdapter::GetInstance();
+};
+
+int logoutForever(bool isConfirmed, int argc, char **argv)
+{
+    using User = IPDFVipSdkAdapter::LocalUserInfo;
+    const Account account;
+    User asked, now;
+    account.adapter->GetLocalUserInfo(asked);
+    if (!isConfirmed && account.adapter->IsLogin()) {
+        if (!isWanted(asked.email.isEmpty() ? QString::fromStdWString(asked.nickname) : asked.email, argc, argv))
+            return kFailed;
+        account.adapter->GetLocalUserInfo(now);
+        if (now.open_id != asked.open_id)
+            return fail("somebody else is logged in by now");
+    }
     int result = 0;
-    const bool isDone = account->LogoutForever(&result);
-    account->Uninitialize();
-    if (!isDone)
-        return fail("the account cannot be logged out for good, code " + std::to_string(result));
+    if (!account.adapter->LogoutForever(&result))
+        return fail("the account cannot be logged out for good: " + loginErrorText(result));
     return kDone;
 }
 
@@ -63,7 +99,7 @@ int main(int argc, char *argv[])
             arguments += QString::fromLocal8Bit(argv[i]);
         const Command command = parse(arguments);
         if (command.action == Command::Action::logoutForever)
-            return logoutForever();
+            return logoutForever(command.isConfirmed, argc, argv);
         qt::drawAtScreenScale();
         const QApplication application(argc, argv);
         if (command.action == Command::Action::login)

@@ -8,8 +8,12 @@ namespace local_sdk {
 
 namespace {
 
+#ifdef OND_PASSWORD_ROUNDS
+constexpr int kRounds = OND_PASSWORD_ROUNDS;
+#else
 // What OWASP's Password Storage Cheat Sheet asks of PBKDF2-HMAC-SHA-256.
 constexpr int kRounds = 600'000;
+#endif
 /// A hostile file must not keep a login busy for long.
 constexpr int kMaxRounds = 4'000'000;
 constexpr int kSaltSize = 16;

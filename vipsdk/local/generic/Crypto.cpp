@@ -8,9 +8,10 @@ namespace local_sdk {
 QByteArray pbkdf2(const QByteArray &password, const QByteArray &salt, int rounds, int size)
 {
     QByteArray key(size, '\0');
-    const bool done = PKCS5_PBKDF2_HMAC(password.constData(), password.size(),
-                                        reinterpret_cast<const unsigned char *>(salt.constData()), salt.size(), rounds,
-                                        EVP_sha256(), size, reinterpret_cast<unsigned char *>(key.data()))
+    const bool done =
+        PKCS5_PBKDF2_HMAC(password.constData(), static_cast<int>(password.size()),
+                          reinterpret_cast<const unsigned char *>(salt.constData()), static_cast<int>(salt.size()),
+                          rounds, EVP_sha256(), size, reinterpret_cast<unsigned char *>(key.data()))
         == 1;
     return done ? key : QByteArray();
 }
