@@ -146,7 +146,7 @@ bool CPDFNewVipSdkAdapter::Logout()
 
 bool CPDFNewVipSdkAdapter::GetStrUserInfo(QString &info)
 {
-    info = m_strUserInfo; // never filled: callers count on the empty text
+    info = m_strUserInfo;
     return true;
 }
 

@@ -60,8 +60,8 @@ protected:
     /// What the command line of a page begins with, by page.
     [[nodiscard]] const std::map<VIP_GUI_PAGE, QString> &pageCommands() const { return m_pageCommands; }
     void setPageCommand(VIP_GUI_PAGE page, const QString &format);
-    /// Has the SDK call this adapter no more, waiting for a notice in progress; the adapter is without SDK afterwards.
-    /// A class with a destructor of its own begins it with this: what is being destroyed can be called no more.
+    /// Ends the SDK's notices to this adapter, waiting for one in progress; the adapter is without SDK afterwards.
+    /// Every derived destructor calls this first, so that no notice meets a half-destroyed object.
     void endNotices();
     /// Runs the account helper, which lies beside the main application's executable.
     bool runHelper(const QString &commandLine);
@@ -69,10 +69,10 @@ protected:
 private:
     void notify(CPDFVipUserInfoChangeListenerSet::Notice notice);
 
-    std::atomic<int> m_vipFrom{0};
+    std::atomic<int> m_vipFrom{0}; // kept for the interface, nothing reads it
     vip_sdk::PRODUCT_ID m_productId;
     vip_sdk::IVipSdkCoreInterface *m_core = nullptr; // the SDK's
     CPDFVipUserInfoChangeListenerSet m_listeners;
     std::map<VIP_GUI_PAGE, QString> m_pageCommands;
-    QString m_strUserInfo;
+    QString m_strUserInfo; // kept for the interface, nothing fills it
 };

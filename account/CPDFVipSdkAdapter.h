@@ -30,8 +30,8 @@ protected:
 /// Uninitialize(), and passes every operation on to it. Without an adapter every question is answered with false and
 /// every command does nothing.
 ///
-/// Questions and commands may come from any thread, but none while Uninitialize() runs: a callback that asks anything
-/// from inside a notice is unregistered before. OpenVipGUIPage() is for the user-interface thread.
+/// Questions and commands may come from any thread, but none while Uninitialize() runs: unregister callbacks that ask
+/// anything from inside a notice before. OpenVipGUIPage() is for the user-interface thread.
 class ONDPDFTOOLUTILS_EXPORT CPDFVipSdkAdapter : public IPDFVipSdkAdapter
 {
 public:
@@ -71,9 +71,9 @@ public:
                      const wchar_t *avatar) override;
     bool Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag) override;
 
-    /// The product whose accounts the installation uses, 13 or 103. Read once per process: "account/account" of the
-    /// user's configuration data (ConfigFileUtil), where there is none 103 for a tolva product and 13 for others. What
-    /// is neither 13 nor 103 counts as 103 from then on. Callable from any thread.
+    /// The product whose accounts the installation uses, 13 or 103: "account/account" of the user's configuration data
+    /// (ConfigFileUtil), read once per process. Without one it is 103 for a tolva product and 13 for others; any other
+    /// number counts as 103. Callable from any thread.
     static vip_sdk::PRODUCT_ID getCurrentVipSdkId();
     /// Stores the product in the user's configuration data, unchecked, and uses it from now on.
     static void setCurrentVipSdkId(vip_sdk::PRODUCT_ID id);
@@ -84,7 +84,7 @@ private:
 
     std::unique_ptr<IPDFVipSdkAdapter> m_adapter;
     bool m_initialized = false;
-    std::set<IUserInfoChangeCallBack *, std::less<>> m_callbacks;
+    std::set<IUserInfoChangeCallBack *, std::less<>> m_callbacks; // kept for the interface, nothing reads it
     QReadWriteLock m_lock{QReadWriteLock::Recursive};
     IVipPageProvider *m_pageProvider = nullptr;
 };

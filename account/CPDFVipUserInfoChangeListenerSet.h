@@ -5,8 +5,8 @@
 #include <QMutex>
 #include <set>
 
-/// Who is told of changes to the user. Callable from any thread, but not from inside a notice, which is given while the
-/// set's mutex is held: after Remove() the callback is called no more.
+/// Who is told of changes to the user. Callable from any thread, but not from inside a notice: notices are given while
+/// the set's mutex is held, so that no callback is called any more once Remove() has returned.
 class ONDPDFTOOLUTILS_EXPORT CPDFVipUserInfoChangeListenerSet
 {
 public:

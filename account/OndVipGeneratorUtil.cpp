@@ -3,7 +3,7 @@
 #include "account/CPDFNewVipSdkWrap.h"
 #include "account/CPDFVipSdkAdapter.h"
 #include "config/MacGlobalSetting.h"
-#include "config/MacReg.h"
+#include "config/PdfReaderProductInfo_p.h"
 #include "paths/MacUtils.h"
 #include "runtime/MacGlobalUrl.h"
 
@@ -66,23 +66,12 @@ QString OndVipGeneratorUtil::GetPublicInfo(int showFrom, int functionId)
 
 OndVipGeneratorUtil::ProductInfo OndVipGeneratorUtil::GetProductInfo()
 {
-    MacReg common;
-    common.open(QStringLiteral("common"), false);
-    const auto value = [&common](const char *name) {
-        return common.value(QStringLiteral("product/") + QLatin1String(name));
-    };
-    ProductInfo info;
-    info.tid1 = value("tid1").toInt();
-    info.tid2 = value("tid2").toInt();
-    info.tod1 = value("tod1").toInt();
-    info.tod2 = value("tod2").toInt();
-    info.iid = value("iid").toInt();
-    info.pid = value("pid").toInt();
-    info.tryno = value("tryno").toInt();
-    info.installtime = value("installtime").toInt();
-    // One that was put in by hand, with commas and no quotes, comes out as a list.
-    info.uuid = value("uuid").toStringList().join(QLatin1Char(','));
-    return info;
+    const ::ProductInfo stored = storedProductInfo();
+    const auto installTime = static_cast<int>(stored.installTime);
+    const bool fits = installTime == stored.installTime;
+    return {stored.tid1, stored.tid2, stored.tod1,  stored.tod2,
+            stored.iid,  stored.pid,  stored.tryNo, fits ? installTime : 0,
+            stored.uuid};
 }
 
 QString OndVipGeneratorUtil::GetUserCertificate()

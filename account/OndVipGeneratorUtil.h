@@ -13,8 +13,8 @@ public:
     using VIP_GUI_PAGE = IPDFVipSdkAdapter::VIP_GUI_PAGE;
     using LocalUserInfo = IPDFVipSdkAdapter::LocalUserInfo;
 
-    /// What the account service is told of the product, from key "common" of the emulated registry (MacReg). What is
-    /// missing there is 0 or empty.
+    /// What the account service is told of the product, from key "common" of the emulated registry (MacReg), of which
+    /// nothing is created. What is missing there is 0 or empty.
     struct ProductInfo
     {
         int tid1 = 0;
@@ -28,8 +28,8 @@ public:
         QString uuid;
     };
 
-    /// The whole address of page 8 or 12, with the certificate of the session, which makes it a secret, and
-    /// GetPublicInfo(). Empty when the product has no account pages on the web.
+    /// The whole address of page 8 or 12, with GetPublicInfo() and the session's certificate: a secret. Empty when the
+    /// product has no account pages on the web.
     static QString GetOpenUrl(VIP_GUI_PAGE page, int showFrom, int functionId, int packageId);
     /// The page's address without query: the host, the language in use unless that is "en" or not wanted, and the
     /// page's name, which only pages 8 and 12 have. Empty when the product has no account pages on the web.

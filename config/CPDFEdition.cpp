@@ -46,7 +46,7 @@ PDFEdition::EDITION CPDFEdition::GetEdition() const
 
 int CPDFEdition::GetTryNo() const
 {
-    // Callers rely on the process's own record being loaded before anything is written after this call.
+    // Loads the process's own record first, which then keeps the number of before any later change.
     static_cast<void>(PdfReaderProductInfo::GetInstance());
     return ProductInfoHelper(GetEdition()).GetProductInfo().tryNo;
 }

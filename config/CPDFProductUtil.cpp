@@ -22,7 +22,7 @@ bool CPDFProductUtil::TranferIndependentReader() const { return false; }
 
 bool CPDFProductUtil::IsNeedTranferIndependentReader() const
 {
-    // Asked and ignored: the transfer never applies here, but whoever calls this may rely on the edition being known.
+    // Asked, and the answer ignored on purpose: the transfer never applies on this platform.
     static_cast<void>(CPDFEdition::GetInstance()->IsIndependentEdition());
     return false;
 }

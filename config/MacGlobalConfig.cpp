@@ -132,7 +132,7 @@ std::wstring MacGlobalConfig::GetProductIdW()
 
 std::vector<std::string> MacGlobalConfig::GetReporterWhiteList()
 {
-    // Asked and ignored: whoever calls this may rely on the edition switch having been read.
+    // Asked, and the answer ignored on purpose.
     static_cast<void>(isInternationalApp());
     return {};
 }

@@ -1,6 +1,7 @@
-#include "config/PdfReaderProductInfo.h"
+#include "config/PdfReaderProductInfo_p.h"
 
 #include "config/ConfigFileUtil.h"
+#include "config/GlobalConfigFile.h"
 #include "config/IniFile_p.h"
 #include "config/InstallTime_p.h"
 #include "config/Locations_p.h"
@@ -9,7 +10,6 @@
 #include "config/ProductCfgUtil.h"
 #include "config/ProductInfoForCooperation.h"
 #include "paths/MacUtils.h"
-#include "paths/PathUtils.h"
 #include "paths/platform/Applications_p.h"
 
 #include <identity.h>
@@ -27,6 +27,27 @@ bool isInstalled(masked::View bundleId)
 }
 
 } // namespace
+
+ProductInfo storedProductInfo()
+{
+    MacReg registry;
+    // Opening a key creates the registry's folder.
+    if (isPathExist(locations::userDataDir(false).toStdString() + "reg/"))
+        registry.open(QStringLiteral("common"), true);
+    const auto value = [&registry](const char *name) { return registry.value(QLatin1String(name), 0); };
+    ProductInfo info;
+    info.tid1 = value("product/tid1").toInt();
+    info.tid2 = value("product/tid2").toInt();
+    info.tod1 = value("product/tod1").toInt();
+    info.tod2 = value("product/tod2").toInt();
+    info.iid = value("product/iid").toInt();
+    info.pid = value("product/pid").toInt();
+    info.tryNo = value("product/tryno").toInt();
+    info.installTime = value("product/installtime").toLongLong();
+    info.uuid = ini::text(registry.value(QStringLiteral("product/uuid")));
+    info.svrid = ini::text(registry.value(QStringLiteral("product/svrid")));
+    return info;
+}
 
 ProductInfoHelper::ProductInfoHelper(PDFEdition::EDITION edition)
 {
@@ -47,22 +68,8 @@ ProductInfo ProductInfoHelper::GetProductInfo() const
 
 void ProductInfoHelper::InitIndependentEdition()
 {
-    MacReg registry;
-    // Opening a key creates the registry's folder; reading who we are shall leave nothing behind.
-    if (PathUtils::isDirPathExist(locations::userDataDir(false) + QLatin1String("reg/")))
-        registry.open(QStringLiteral("common"), true);
-    const auto number = [&registry](const char *name) { return registry.value(QLatin1String(name), 0).toInt(); };
-    m_info.tid1 = number("product/tid1");
-    m_info.tid2 = number("product/tid2");
-    m_info.tod1 = number("product/tod1");
-    m_info.tod2 = number("product/tod2");
-    m_info.iid = number("product/iid");
-    m_info.pid = number("product/pid");
-    m_info.tryNo = number("product/tryno");
+    m_info = storedProductInfo();
     m_info.productVersion = ConfigFileUtil::GetProductVersion();
-    m_info.installTime = registry.value(QStringLiteral("product/installtime"), 0).toLongLong();
-    m_info.uuid = ini::text(registry.value(QStringLiteral("product/uuid")));
-    m_info.svrid = ini::text(registry.value(QStringLiteral("product/svrid")));
     m_info.applicationDir = locations::applicationDir();
     m_info.parentAppDir = locations::parentAppDir();
     m_info.fileVersion = MacUtils::GetBundleVersionTail(true);

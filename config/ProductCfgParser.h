@@ -47,5 +47,5 @@ protected:
     QMap<QString, QMap<QString, QString>> m_settings;
 
 private:
-    [[maybe_unused]] CfgType m_type; // what a loader would ask for
+    [[maybe_unused]] CfgType m_type; // kept for the interface, nothing reads it
 };

@@ -14,9 +14,9 @@
 ///
 /// The values are those of the component configuration ("cfgdata/componentConfig.ini" in the bundle's resources), an
 /// INI file as QSettings reads it, in UTF-8; quotes are needed only around texts with a semicolon or a backslash. Every
-/// key has a default, and a file that is missing, unreadable, larger than 16 MiB or has a serialized value
-/// ("@Variant(...)") gives all of them; an integer that is none reads as 0. The file is read when the instance is made
-/// and never written. The getters may be called from any thread.
+/// key has a default. A file that is missing, unreadable, larger than 16 MiB or holds a serialized value
+/// ("@Variant(...)") leaves all keys at their defaults; a text that is no integer reads as 0 where one is wanted. The
+/// file is read when the instance is made, and never written. The getters may be called from any thread.
 class ONDPDFTOOLUTILS_EXPORT ProductCfgUtil
 {
 public:

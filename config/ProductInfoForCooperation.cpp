@@ -67,7 +67,7 @@ int ProductInfoForCooperation::GetUUIDRootKety() const
 
 bool ProductInfoForCooperation::GenerateUUID(void *, const QString &) const
 {
-    // Read and ignored: generation on demand is off on this platform.
+    // Asked, and the answer ignored on purpose: nothing is generated on demand on this platform.
     static_cast<void>(IsGenerateUUIdSwitchEnable(1));
     return false;
 }

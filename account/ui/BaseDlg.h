@@ -35,5 +35,5 @@ private:
     bool pressed = false;
     bool dragReady = false; // the press may become a drag, and has not yet
     QPoint m_pressPoint; // in the dialog
-    QPoint m_lastOffset;
+    QPoint m_lastOffset; // kept for the interface, nothing reads it
 };

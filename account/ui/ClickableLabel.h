@@ -4,7 +4,7 @@
 
 #include <QLabel>
 
-/// A label that can be clicked. It keeps the mouse's press, move and release from the widgets below it.
+/// A label that can be clicked. The widgets below it get none of the mouse events that it gets.
 class ONDPDFTOOLUTILS_EXPORT ClickableLabel : public QLabel
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ public:
     using QLabel::QLabel;
 
 signals:
-    /// A mouse button was released that had been pressed here, wherever the mouse is by now.
+    /// A mouse button that was pressed here was released, here or elsewhere.
     void clicked();
 
 protected:

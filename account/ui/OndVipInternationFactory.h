@@ -4,18 +4,17 @@
 
 #include <QString>
 
-/// Loads a translation file and has the application use it, before those that it uses already. False, with nothing
-/// installed, without an application, for an empty path, and when the file cannot be loaded.
+/// Loads a translation file and has the application ask it before those installed already. False, with nothing
+/// installed, if there is no application, the path is empty or the file cannot be loaded.
 ONDPDFTOOLUTILS_EXPORT bool installTranslatorImpl(const QString &path);
 
-/// The account's own window and what it needs. The order of calls, all on the thread of the user interface: instance(),
+/// The account's own window and what it needs. Call in this order, all on the user-interface thread: instance(),
 /// Initial(), showOndVipLoginUI() as often as wanted, NotifyStop(), Unitial().
 class ONDPDFTOOLUTILS_EXPORT OndVipInternationFactory
 {
 public:
-    /// The process's only instance. The first call installs the dialog's translations: Chinese, and English before it,
-    /// which therefore wins. They are the application object's: without one they are left out, and later calls do not
-    /// make up for it.
+    /// The process's only instance. The first call installs the dialog's translations, Chinese and then English, which
+    /// wins. They belong to the application object: if there is none yet, they are never installed.
     static OndVipInternationFactory *instance();
 
     OndVipInternationFactory(const OndVipInternationFactory &) = delete;
@@ -30,9 +29,8 @@ public:
     void NotifyStop();
 
     /// Shows the login dialog and returns when it is closed; the arguments are those of OpenVipGUIPage(). Needs a
-    /// QApplication; not to be called again before it returns. Whether the dialog's result is other than 0, which it
-    /// never is: it closes itself after a login as the user closes it. Who wants to know asks
-    /// CPDFVipSdkAdapter::IsLogin(), or is told by its callbacks.
+    /// QApplication. Not to be called again before it returns. Always false; ask CPDFVipSdkAdapter::IsLogin() for the
+    /// outcome, or register a callback there.
     bool showOndVipLoginUI(IPDFVipSdkAdapter::VIP_GUI_PAGE page, int from, int fid, bool logoutForever,
                            IPDFVipSdkAdapter::VIP_PRIVILEGE privilege);
 
