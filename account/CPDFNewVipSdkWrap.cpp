@@ -12,35 +12,14 @@ CPDFNewVipSdkWrap g_instance;
 
 } // namespace
 
-CPDFNewVipSdkWrap *CPDFNewVipSdkWrap::GetInstance()
-{
-    return &g_instance;
-}
-
-bool CPDFNewVipSdkWrap::InitInstance()
-{
-    return VipSdkWrapper::Init();
-}
-
-bool CPDFNewVipSdkWrap::_Init() // NOLINT(bugprone-reserved-identifier)
-{
-    return VipSdkWrapper::Init();
-}
-
-bool CPDFNewVipSdkWrap::UnInitInstance()
-{
-    return VipSdkWrapper::UnInit();
-}
-
-bool CPDFNewVipSdkWrap::_Uninit() // NOLINT(bugprone-reserved-identifier)
-{
-    return VipSdkWrapper::UnInit();
-}
-
-vip_sdk::IVipSdkCoreInterface *CPDFNewVipSdkWrap::GetVipCore()
-{
-    return VipSdkWrapper::GetVipSdkCoreInterface();
-}
+// clang-format off
+CPDFNewVipSdkWrap *CPDFNewVipSdkWrap::GetInstance() { return &g_instance; }
+bool CPDFNewVipSdkWrap::InitInstance() { return VipSdkWrapper::Init(); }
+bool CPDFNewVipSdkWrap::_Init() { return VipSdkWrapper::Init(); } // NOLINT(bugprone-reserved-identifier)
+bool CPDFNewVipSdkWrap::UnInitInstance() { return VipSdkWrapper::UnInit(); }
+bool CPDFNewVipSdkWrap::_Uninit() { return VipSdkWrapper::UnInit(); } // NOLINT(bugprone-reserved-identifier)
+vip_sdk::IVipSdkCoreInterface *CPDFNewVipSdkWrap::GetVipCore() { return VipSdkWrapper::GetVipSdkCoreInterface(); }
+// clang-format on
 
 bool CPDFNewVipSdkWrap::Login(const std::wstring &user, const std::wstring &password, int &errorCode, bool &flag)
 {

@@ -8,7 +8,7 @@ namespace vip_sdk {
 class IVipSdkCoreInterface;
 }
 
-/// The membership SDK as the account adapters use it. Threads as VipSdkInterfaceMgr has it.
+/// The membership SDK as the account adapters use it. For threads see VipSdkInterfaceMgr.
 class ONDPDFTOOLUTILS_EXPORT CPDFNewVipSdkWrap
 {
 public:

@@ -68,20 +68,11 @@ bool CPDFRookVipSdkAdapter::OpenVipGUIPage(VIP_GUI_PAGE page, int from, int fid,
     return !commandLine.isEmpty() && runHelper(commandLine);
 }
 
-bool CPDFRookVipSdkAdapter::IsLocalUserInfoHasKeyByCache(const std::wstring & /*key*/)
-{
-    return false;
-}
-
-bool CPDFRookVipSdkAdapter::RefreshLocalUserInfoCache()
-{
-    return true;
-}
-
-bool CPDFRookVipSdkAdapter::StartFrontTask()
-{
-    return core() && core()->StartFrontTask();
-}
+// clang-format off
+bool CPDFRookVipSdkAdapter::IsLocalUserInfoHasKeyByCache(const std::wstring & /*key*/) { return false; }
+bool CPDFRookVipSdkAdapter::RefreshLocalUserInfoCache() { return true; }
+bool CPDFRookVipSdkAdapter::StartFrontTask() { return core() && core()->StartFrontTask(); }
+// clang-format on
 
 QString CPDFRookVipSdkAdapter::GetOpenVipCommandLine(VIP_GUI_PAGE page, int from, int fid, bool logoutForever)
 {

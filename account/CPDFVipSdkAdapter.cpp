@@ -54,30 +54,13 @@ IPDFVipSdkAdapter *CPDFVipSdkAdapter::getCurrentVipSdkAdapter(bool &out)
     return m_adapter.get();
 }
 
-void CPDFVipSdkAdapter::setPageProvider(IVipPageProvider *provider)
-{
-    m_pageProvider = provider;
-}
-
-bool CPDFVipSdkAdapter::GetUserInfo(vip_sdk::UserInfo &info)
-{
-    return m_adapter && m_adapter->GetUserInfo(info);
-}
-
-bool CPDFVipSdkAdapter::GetLocalUserInfo(LocalUserInfo &info)
-{
-    return m_adapter && m_adapter->GetLocalUserInfo(info);
-}
-
-bool CPDFVipSdkAdapter::IsLogin()
-{
-    return m_adapter && m_adapter->IsLogin();
-}
-
-bool CPDFVipSdkAdapter::IsAnonymous()
-{
-    return m_adapter && m_adapter->IsAnonymous();
-}
+// clang-format off
+void CPDFVipSdkAdapter::setPageProvider(IVipPageProvider *provider) { m_pageProvider = provider; }
+bool CPDFVipSdkAdapter::GetUserInfo(vip_sdk::UserInfo &info) { return m_adapter && m_adapter->GetUserInfo(info); }
+bool CPDFVipSdkAdapter::GetLocalUserInfo(LocalUserInfo &info) { return m_adapter && m_adapter->GetLocalUserInfo(info); }
+bool CPDFVipSdkAdapter::IsLogin() { return m_adapter && m_adapter->IsLogin(); }
+bool CPDFVipSdkAdapter::IsAnonymous() { return m_adapter && m_adapter->IsAnonymous(); }
+// clang-format on
 
 void CPDFVipSdkAdapter::SetCurrentVipFrom(int from)
 {
@@ -114,40 +97,15 @@ void CPDFVipSdkAdapter::UnRegisterUserInfoChangeCallBack(IUserInfoChangeCallBack
     m_callbacks.erase(callback);
 }
 
-bool CPDFVipSdkAdapter::GetUserCertificate(std::wstring &certificate)
-{
-    return m_adapter && m_adapter->GetUserCertificate(certificate);
-}
-
-bool CPDFVipSdkAdapter::Logout()
-{
-    return m_adapter && m_adapter->Logout();
-}
-
-bool CPDFVipSdkAdapter::IsLocalUserInfoHasKeyByCache(const std::wstring &key)
-{
-    return m_adapter && m_adapter->IsLocalUserInfoHasKeyByCache(key);
-}
-
-bool CPDFVipSdkAdapter::RefreshLocalUserInfoCache()
-{
-    return m_adapter && m_adapter->RefreshLocalUserInfoCache();
-}
-
-bool CPDFVipSdkAdapter::StartFrontTask()
-{
-    return m_adapter && m_adapter->StartFrontTask();
-}
-
-bool CPDFVipSdkAdapter::GetStrUserInfo(QString &info)
-{
-    return m_adapter && m_adapter->GetStrUserInfo(info);
-}
-
-bool CPDFVipSdkAdapter::LogoutForever(int *result)
-{
-    return m_adapter && m_adapter->LogoutForever(result);
-}
+// clang-format off
+bool CPDFVipSdkAdapter::GetUserCertificate(std::wstring &certificate) { return m_adapter && m_adapter->GetUserCertificate(certificate); }
+bool CPDFVipSdkAdapter::Logout() { return m_adapter && m_adapter->Logout(); }
+bool CPDFVipSdkAdapter::IsLocalUserInfoHasKeyByCache(const std::wstring &key) { return m_adapter && m_adapter->IsLocalUserInfoHasKeyByCache(key); }
+bool CPDFVipSdkAdapter::RefreshLocalUserInfoCache() { return m_adapter && m_adapter->RefreshLocalUserInfoCache(); }
+bool CPDFVipSdkAdapter::StartFrontTask() { return m_adapter && m_adapter->StartFrontTask(); }
+bool CPDFVipSdkAdapter::GetStrUserInfo(QString &info) { return m_adapter && m_adapter->GetStrUserInfo(info); }
+bool CPDFVipSdkAdapter::LogoutForever(int *result) { return m_adapter && m_adapter->LogoutForever(result); }
+// clang-format on
 
 bool CPDFVipSdkAdapter::SetUserInfo(const wchar_t *openId, const wchar_t *token, const wchar_t *nickname,
                                     const wchar_t *avatar)

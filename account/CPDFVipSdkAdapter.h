@@ -7,8 +7,8 @@
 #include <memory>
 #include <set>
 
-/// Opens account pages in the host application's own way. The arguments are those of OpenVipGUIPage(), unchanged, and
-/// so is the result. Not owned by whom it is set at.
+/// Opens account pages in the host application's own way. Gets the arguments of OpenVipGUIPage() unchanged; what it
+/// answers is that function's result.
 class IVipPageProvider
 {
 public:
@@ -45,11 +45,12 @@ public:
     /// Creates the adapter, which starts the membership SDK; once until Uninitialize(). The argument is not used. The
     /// adapter's product is always 13, whatever getCurrentVipSdkId() says.
     void Initialize(bool unused);
-    /// Destroys the adapter, which stops the SDK. What was registered here is not registered with a later adapter.
+    /// Destroys the adapter, which stops the SDK. Callbacks are not carried over to a later adapter.
     void Uninitialize();
     /// The adapter, not owned by the caller; null without one. `out` is set to false.
     IPDFVipSdkAdapter *getCurrentVipSdkAdapter(bool &out);
-    /// Has `provider` open the account pages instead of the adapter; null ends that. It must outlive its being set.
+    /// Has `provider` open the account pages instead of the adapter; null ends that. The caller keeps it alive until
+    /// then.
     void setPageProvider(IVipPageProvider *provider);
 
     bool GetUserInfo(vip_sdk::UserInfo &info) override;

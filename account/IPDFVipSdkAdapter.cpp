@@ -1,16 +1,7 @@
 #include "account/IPDFVipSdkAdapter.h"
 
-bool IPDFVipSdkAdapter::IsLocalUserInfoHasKeyByCache(const std::wstring & /*key*/)
-{
-    return false;
-}
-
-bool IPDFVipSdkAdapter::RefreshLocalUserInfoCache()
-{
-    return false;
-}
-
-bool IPDFVipSdkAdapter::StartFrontTask()
-{
-    return false;
-}
+// clang-format off
+bool IPDFVipSdkAdapter::IsLocalUserInfoHasKeyByCache(const std::wstring & /*key*/) { return false; }
+bool IPDFVipSdkAdapter::RefreshLocalUserInfoCache() { return false; }
+bool IPDFVipSdkAdapter::StartFrontTask() { return false; }
+// clang-format on

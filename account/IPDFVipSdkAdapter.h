@@ -18,8 +18,7 @@ struct UserInfo;
 class ONDPDFTOOLUTILS_EXPORT IPDFVipSdkAdapter
 {
 public:
-    /// An account page. Other numbers than the named ones are passed on unchanged; what they open is up to whoever
-    /// opens pages.
+    /// An account page. Other numbers than the named ones are allowed, too, and passed on unchanged.
     enum VIP_GUI_PAGE : int {
         VIP_GUI_PAGE_LOGIN = 1,
         VIP_GUI_PAGE_MAIN = 2,
@@ -28,7 +27,7 @@ public:
         VIP_GUI_PAGE_FORGOT_PASSWORD = 12,
     };
 
-    /// What the user wants to do that needs a membership. Opaque here: passed on to whoever opens the page.
+    /// What the user wants to do that needs a membership. Only passed on here.
     enum VIP_PRIVILEGE : int {};
 
     /// The logged-in user.

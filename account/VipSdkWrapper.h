@@ -7,7 +7,7 @@ namespace vip_sdk {
 class IVipSdkCoreInterface;
 class IVipSdkTelemInterface;
 
-/// Starts and stops the membership SDK and finds its services. Threads as VipSdkInterfaceMgr has it.
+/// Starts and stops the membership SDK and finds its services. For threads see VipSdkInterfaceMgr.
 class ONDPDFTOOLUTILS_EXPORT VipSdkWrapper
 {
 public:

@@ -8,8 +8,8 @@
 /// Which edition of the product this is, and where its executables and constant configuration lie, for code that was
 /// written for another platform's installation layout.
 ///
-/// One instance, made on first use. Not locked: for the user-interface thread at start-up; what only reads may be
-/// called from any thread afterwards. Wide texts are UTF-32.
+/// One instance, made on first use. Not locked: initialize it on the user-interface thread at start-up; afterwards the
+/// const functions may be called from any thread. Wide texts are UTF-32.
 class ONDPDFTOOLUTILS_EXPORT CPDFEdition
 {
 public:
@@ -18,8 +18,8 @@ public:
     CPDFEdition(const CPDFEdition &) = delete;
     CPDFEdition &operator=(const CPDFEdition &) = delete;
 
-    /// Fills the folders and paths below, which are empty until then, unless that was done already. True. The argument
-    /// is not used: the edition is always that of ProductCfgUtil.
+    /// Fills the folders and paths below, which are empty until then; nothing if that was done already. Always true.
+    /// The argument is not used: the edition is always that of ProductCfgUtil.
     bool Initialize(PDFEdition::EDITION edition);
     /// Lets the next Initialize() fill them anew; until then they keep their values.
     void Uninitialize();

@@ -46,30 +46,13 @@ QString inApplication(const std::string &relative)
     return paths ? QString::fromStdString(paths->GetAppConfigPath(relative)) : QString();
 }
 
-QString appConfig(bool create)
-{
-    return userDataDir(create) + QLatin1String("config.ini");
-}
-
-QString configData()
-{
-    return inApplication("cfgdata/cfgdata.ini");
-}
-
-QString versionConfig()
-{
-    return inApplication("data/mainversion.ini");
-}
-
-QString serverFile()
-{
-    return inApplication("ressrc\\chs\\upnest.svr");
-}
-
-QString applicationDir()
-{
-    return QString::fromStdString(MacPath::getAppDirPath());
-}
+// clang-format off
+QString appConfig(bool create) { return userDataDir(create) + QLatin1String("config.ini"); }
+QString configData() { return inApplication("cfgdata/cfgdata.ini"); }
+QString versionConfig() { return inApplication("data/mainversion.ini"); }
+QString serverFile() { return inApplication("ressrc\\chs\\upnest.svr"); }
+QString applicationDir() { return QString::fromStdString(MacPath::getAppDirPath()); }
+// clang-format on
 
 QString parentAppDir()
 {

@@ -75,30 +75,13 @@ MacConfigPath::MacConfigPath()
 
 MacConfigPath::~MacConfigPath() = default;
 
-std::string MacConfigPath::GetExeDir() const
-{
-    return m_exeDir;
-}
-
-std::string MacConfigPath::GetExeName() const
-{
-    return m_exeName;
-}
-
-std::string MacConfigPath::GetMainAppRootDir() const
-{
-    return m_mainAppRootDir;
-}
-
-std::string MacConfigPath::GetMainAppName() const
-{
-    return m_mainAppName;
-}
-
-std::string MacConfigPath::GetUserDataDir() const
-{
-    return m_userDataDir;
-}
+// clang-format off
+std::string MacConfigPath::GetExeDir() const { return m_exeDir; }
+std::string MacConfigPath::GetExeName() const { return m_exeName; }
+std::string MacConfigPath::GetMainAppRootDir() const { return m_mainAppRootDir; }
+std::string MacConfigPath::GetMainAppName() const { return m_mainAppName; }
+std::string MacConfigPath::GetUserDataDir() const { return m_userDataDir; }
+// clang-format on
 
 std::string MacConfigPath::GetAppConfigDir() const
 {

@@ -57,25 +57,12 @@ masked::View productNamePrefix()
 
 } // namespace
 
-bool MacGlobalConfig::IsEnableFileLog()
-{
-    return isOn(g_nEnableFileLog, "enable_log");
-}
-
-bool MacGlobalConfig::IsEnableSandBox()
-{
-    return isOn(g_nEnableSandBox, "enable_sbx");
-}
-
-bool MacGlobalConfig::IsAppleStorePKG()
-{
-    return isOn(g_nIsAppleStorePKG, "app_store");
-}
-
-bool MacGlobalConfig::isInternationalApp()
-{
-    return isOn(g_nIsInternationalApp, "app_international");
-}
+// clang-format off
+bool MacGlobalConfig::IsEnableFileLog() { return isOn(g_nEnableFileLog, "enable_log"); }
+bool MacGlobalConfig::IsEnableSandBox() { return isOn(g_nEnableSandBox, "enable_sbx"); }
+bool MacGlobalConfig::IsAppleStorePKG() { return isOn(g_nIsAppleStorePKG, "app_store"); }
+bool MacGlobalConfig::isInternationalApp() { return isOn(g_nIsInternationalApp, "app_international"); }
+// clang-format on
 
 std::string MacGlobalConfig::GetShareGroupName()
 {
@@ -95,40 +82,15 @@ std::string MacGlobalConfig::GetMainAppIdentifier()
     return forEdition(product::kIdentifierDomestic, product::kIdentifierInternational).str();
 }
 
-std::string MacGlobalConfig::GetSubAppIdentifier(const std::string &sub)
-{
-    return GetMainAppIdentifier() + "." + sub;
-}
-
-std::string MacGlobalConfig::GetProductName(bool plain)
-{
-    return productName(plain).str();
-}
-
-std::wstring MacGlobalConfig::GetProductNameW(bool plain)
-{
-    return productName(plain).wstr();
-}
-
-std::string MacGlobalConfig::GetProductNamePrefix()
-{
-    return productNamePrefix().str();
-}
-
-std::wstring MacGlobalConfig::GetProductNamePrefixW()
-{
-    return productNamePrefix().wstr();
-}
-
-std::string MacGlobalConfig::GetProductId()
-{
-    return isInternationalApp() ? "502" : "44";
-}
-
-std::wstring MacGlobalConfig::GetProductIdW()
-{
-    return isInternationalApp() ? L"502" : L"44";
-}
+// clang-format off
+std::string MacGlobalConfig::GetSubAppIdentifier(const std::string &sub) { return GetMainAppIdentifier() + "." + sub; }
+std::string MacGlobalConfig::GetProductName(bool plain) { return productName(plain).str(); }
+std::wstring MacGlobalConfig::GetProductNameW(bool plain) { return productName(plain).wstr(); }
+std::string MacGlobalConfig::GetProductNamePrefix() { return productNamePrefix().str(); }
+std::wstring MacGlobalConfig::GetProductNamePrefixW() { return productNamePrefix().wstr(); }
+std::string MacGlobalConfig::GetProductId() { return isInternationalApp() ? "502" : "44"; }
+std::wstring MacGlobalConfig::GetProductIdW() { return isInternationalApp() ? L"502" : L"44"; }
+// clang-format on
 
 std::vector<std::string> MacGlobalConfig::GetReporterWhiteList()
 {

@@ -12,9 +12,9 @@
 /// and "show_name". In the international edition the user chooses one of them; the choice is a value of the emulated
 /// registry (MacReg). The domestic edition is always in Chinese.
 ///
-/// Static and without state, callable from any thread. All texts are UTF-8. The list is read anew on every call; one
-/// that is missing, malformed, or larger than 1 MiB has no languages, and what is no object or no text in it is passed
-/// over. Nothing throws.
+/// Static and without state, callable from any thread; nothing throws. All texts are UTF-8. The list is read anew on
+/// every call. A list that is missing, malformed or larger than 1 MiB counts as empty; entries that are no objects and
+/// members that are no texts are skipped.
 class ONDPDFTOOLUTILS_EXPORT MacGlobalSetting
 {
 public:
@@ -22,8 +22,8 @@ public:
     /// "english_name" is the system language's; otherwise "en". In the domestic edition "zh", with nothing read.
     /// Creates the registry's folder but stores nothing.
     static std::string GetCurrentLanguage();
-    /// Stores the language whose "show_name" is `showName` as the user's choice; the first one of several. Changes
-    /// nothing when there is none, or it has no code.
+    /// Makes the first language whose "show_name" is `showName` the user's choice. Changes nothing if there is none, or
+    /// it has no code.
     static void SetCurrentLanguage(const std::string &showName);
     /// Every "show_name" in the order of the list.
     static std::vector<std::string> GetSupportLanguageList();

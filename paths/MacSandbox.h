@@ -25,7 +25,7 @@ struct SharedPath
 class ONDPDFTOOLUTILS_EXPORT MacSandbox
 {
 public:
-    /// What to launch. It refers to a list of the caller, which has to last until the launch was asked for.
+    /// What to launch. `arguments` refers to the caller's list, which must outlive the call.
     struct LaunchParams
     {
         /// Path of the application: required by openApp(), and for openURL() the application that is to open the URL.

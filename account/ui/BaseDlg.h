@@ -18,8 +18,8 @@ public:
     /// Of the dialog's corners, in device-independent pixels.
     static constexpr int kCornerRadius = 10;
 
-    /// The image with its corners cut off round. The radius is in device-independent pixels of the image, whose density
-    /// the result keeps. Null for a null image.
+    /// The image with round corners, transparent outside them, at the same pixel density. The radius is in
+    /// device-independent pixels. Null for a null image.
     static QPixmap getRoundedPixmap(const QPixmap &pixmap, int radius);
 
 protected:

@@ -10,8 +10,8 @@ class Ui_OndVipLoginUI;
 
 /// The login dialog: asks for e-mail address and password, logs in on the thread of the requests (GlobalRequestTaskMgr)
 /// and closes when that succeeded; an unknown address makes an account. Return logs in, Escape closes, a screen reader
-/// announces errors. Application-modal; deletes itself when it is closed, so that it is made with new. To be made after
-/// OndVipInternationFactory::Initial() and used on the thread of the user interface.
+/// announces errors. Application-modal. Make it with new: it deletes itself when it is closed. Use it on the
+/// user-interface thread, after OndVipInternationFactory::Initial().
 ///
 /// It may be closed while a login is under way, which goes on; its result is for the dialog that is open by then, or
 /// for nobody. It is the login callback of the requests from its making, and again from each login on; its end
