@@ -3,7 +3,6 @@
 #include "config/ConfigFileUtil.h"
 #include "config/GlobalConfigFile.h"
 #include "config/IniFile_p.h"
-#include "config/InstallTime_p.h"
 #include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
@@ -12,6 +11,7 @@
 #include "paths/MacUtils.h"
 #include "paths/platform/Applications_p.h"
 
+#include <algorithm>
 #include <identity.h>
 
 namespace {
@@ -47,6 +47,15 @@ ProductInfo storedProductInfo()
     info.uuid = ini::text(registry.value(QStringLiteral("product/uuid")));
     info.svrid = ini::text(registry.value(QStringLiteral("product/svrid")));
     return info;
+}
+
+int installDays(qint64 installTime, const QDateTime &now)
+{
+    // Beyond it QDateTime's milliseconds, and then the days of an int, would overflow.
+    constexpr qint64 furthest = 400'000'000'000;
+    const qint64 time = std::clamp(installTime, -furthest, furthest);
+    const qint64 days = QDateTime::fromSecsSinceEpoch(time).daysTo(now);
+    return days < 0 ? 0 : static_cast<int>(days) + 1;
 }
 
 ProductInfoHelper::ProductInfoHelper(PDFEdition::EDITION edition)

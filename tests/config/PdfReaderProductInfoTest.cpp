@@ -1,7 +1,6 @@
-#include "config/PdfReaderProductInfo.h"
+#include "config/PdfReaderProductInfo_p.h"
 
 #include "config/CPDFEdition.h"
-#include "config/InstallTime_p.h"
 #include "config/InstallationId_p.h"
 #include "config/ProductInfoForCooperation.h"
 #include "tests/support/FakePlatform.h"

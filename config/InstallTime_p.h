@@ -1,8 +1,0 @@
-#pragma once
-
-#include <QDateTime>
-
-/// Calendar days, local time, from the installation to `now`, plus one: the day of installation is day 1. 0 for an
-/// installation on a later day. `installTime` in seconds since the Unix epoch; one further from it than 400 thousand
-/// million, some twelve thousand years, counts as that far.
-[[nodiscard]] int installDays(qint64 installTime, const QDateTime &now);
