@@ -1,24 +1,33 @@
 #include "config/ConfigFileUtil.h"
 
-#include "config/IniFile_p.h"
 #include "config/Locations_p.h"
-#include "config/WriteTurn_p.h"
+#include "config/ini/IniStore_p.h"
 #include "vipsdk/include/OndIniWrapper.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <filesystem>
 
 namespace {
 
-int valueIn(const QString &path, const QString &key, int defaultValue)
+int valueIn(const ini::Content &file, const QString &key, int defaultValue)
 {
-    const QSettings settings(ini::readable(path), QSettings::IniFormat);
-    return settings.value(key, defaultValue).toInt();
+    return key.isEmpty() ? defaultValue : ini::number(file.value(key, defaultValue));
 }
 
-void setValueIn(const QString &path, const QString &key, int value)
+int valueIn(const QString &path, const QString &key, int defaultValue)
 {
-    ini::change(path, [&](QSettings &settings) { settings.setValue(key, value); });
+    return valueIn(ini::load(path), key, defaultValue);
+}
+
+void setValuesIn(const QString &path, const std::vector<QString> &keys, const std::vector<int> &values)
+{
+    ini::Changes changes;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (const QString key = ini::normalized(keys[i]); !key.isEmpty())
+            changes[key] = QByteArray::number(values[i]);
+    }
+    ini::change(path, changes);
 }
 
 QString userOverlay()
@@ -46,7 +55,7 @@ int ConfigFileUtil::GetLocalAppCfgValueInt(const QString &key, int defaultValue)
 void ConfigFileUtil::SetLocalAppCfgValueInt(const QString &key, int value)
 {
     if (!key.isEmpty())
-        setValueIn(locations::appConfig(true), key, value);
+        setValuesIn(locations::appConfig(true), {key}, {value});
 }
 
 int ConfigFileUtil::GetCfgdataFileValueInt(const QString &key, int defaultValue)
@@ -62,7 +71,7 @@ int ConfigFileUtil::GetCfgdataFileValueIntUser(const QString &key, int defaultVa
 void ConfigFileUtil::SetCfgdataFileValueIntUser(const QString &key, int value)
 {
     if (!key.isEmpty())
-        setValueIn(userOverlay(), key, value);
+        setValuesIn(userOverlay(), {key}, {value});
 }
 
 void ConfigFileUtil::GetLocalAppCfgForCountValueInt(std::vector<QString> &keys, std::vector<int> &values, int count,
@@ -70,31 +79,26 @@ void ConfigFileUtil::GetLocalAppCfgForCountValueInt(std::vector<QString> &keys, 
 {
     if (!isBatch(keys, values, count))
         return;
-    const QSettings settings(ini::readable(counterStore()), QSettings::IniFormat);
+    const ini::Content file = ini::load(counterStore());
     for (std::size_t i = 0; i < keys.size(); ++i)
-        values[i] = keys[i].isEmpty() ? defaultValue : settings.value(keys[i], defaultValue).toInt();
+        values[i] = valueIn(file, keys[i], defaultValue);
 }
 
 void ConfigFileUtil::SetLocalAppCfgForCountValueInt(const std::vector<QString> &keys, const std::vector<int> &values,
                                                     int count)
 {
-    if (!isBatch(keys, values, count))
-        return;
-    ini::change(counterStore(), [&](QSettings &settings) {
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            if (!keys[i].isEmpty())
-                settings.setValue(keys[i], values[i]);
-        }
-    });
+    if (isBatch(keys, values, count))
+        setValuesIn(counterStore(), keys, values);
 }
 
 void ConfigFileUtil::ClearLocalAppCfgForCount()
 {
     const QString path = counterStore();
-    const WriteTurn turn(path.toStdString());
     if (!QFile::exists(path))
         return;
-    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    const ini::Turn turn(path); // one that does not come leaves the store to be deleted all the same
+    if (!QFileInfo(path).isSymLink())
+        QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     if (QFile::remove(path))
         return;
     std::error_code error;
@@ -111,5 +115,11 @@ QString ConfigFileUtil::GetProductVersion()
 
 bool ConfigFileUtil::IsSound(const QString &path)
 {
-    return ini::readable(path) == path;
+    return ini::isSound(path);
+}
+
+void ConfigFileUtil::ForEachLine(
+    const QString &path, const std::function<void(int, const QString &, const std::optional<QVariant> &)> &visit)
+{
+    ini::load(path).forEach([&visit](const ini::Entry &entry) { visit(entry.line, entry.key, entry.value); });
 }

@@ -3,6 +3,9 @@
 #include "config/Export.h"
 
 #include <QString>
+#include <QVariant>
+#include <functional>
+#include <optional>
 #include <vector>
 
 /// Single integer settings in the product's INI files, and the product's version date.
@@ -12,10 +15,11 @@
 /// thread. Writers of the same file at the same moment, in other processes too, do not lose each other's keys.
 ///
 /// Nothing fails outward. An empty key is refused before a file is opened: a getter answers its default, a setter does
-/// nothing. A file that is missing or unreadable, is no regular one, has more than 16 MiB or a serialized value
-/// ("@Variant(...)") reads as if it had no key; of these only a missing one is written, and created with its folders. A
-/// stored text that is no integer reads as 0, of one that exceeds an int the lower 32 bits. Writing keeps all keys of a
-/// file, but not its comments.
+/// nothing. A file that is missing or unreadable, is no regular one or has more than 16 MiB reads as if it had no key;
+/// of these only a missing one is written, and created with its folders. A stored text that is no integer reads as 0,
+/// of one that exceeds an int the lower 32 bits; a value that QSettings would have to unpack ("@Variant(...)") as
+/// absent. Writing changes the key and leaves the rest of the file as it stands; it waits for others for at most five
+/// seconds.
 class ONDPDFTOOLUTILS_EXPORT ConfigFileUtil
 {
 public:
@@ -45,8 +49,13 @@ public:
     /// it stands there; empty when there is none.
     static QString GetProductVersion();
 
-    /// Whether the stores of this library read and write an INI file at all: a regular file of at most 16 MiB in which
-    /// no value is a serialized one ("@Variant(..."), since unpacking what such a value claims to hold may end the
-    /// process. What is not sound counts as empty and is left as it is.
+    /// Whether the stores of this library read and write an INI file at all: a regular one of at most 16 MiB. What is
+    /// not sound counts as empty and is left as it is.
     static bool IsSound(const QString &path);
+    /// Visits what the stores read in an INI file, in its order, for who looks for mistakes: the number of the line,
+    /// the key and the value. The key is null for a line that is passed over, since it is neither [section], KEY=VALUE
+    /// nor ;comment; there is no value where it would have to be unpacked. Nothing is visited in a file that is not
+    /// sound.
+    static void ForEachLine(const QString &path,
+                            const std::function<void(int, const QString &, const std::optional<QVariant> &)> &visit);
 };

@@ -37,12 +37,11 @@ std::optional<std::string> textOf(const QJsonValue &language, const std::string 
     return text.isString() ? std::optional(text.toString().toStdString()) : std::nullopt;
 }
 
-/// The code of the first language whose text `key` is `value`; empty when there is none.
-std::string codeOf(const std::string &key, const std::string &value)
+/// The code of the first language whose text `key` is `value`.
+std::optional<std::string> codeOf(const std::string &key, const std::string &value)
 {
     std::string code;
-    MacGlobalSetting::GetParticularLanguageInfo(key, value, "code", code);
-    return code;
+    return MacGlobalSetting::GetParticularLanguageInfo(key, value, "code", code) ? std::optional(code) : std::nullopt;
 }
 
 } // namespace
@@ -56,18 +55,17 @@ std::string MacGlobalSetting::GetCurrentLanguage()
     const QString choice = registry.value(kChoiceName, kNoChoice).toString();
     if (choice != QLatin1String(kNoChoice))
         return choice.toStdString();
-    const std::string code = codeOf("english_name", QLocale::languageToString(QLocale().language()).toStdString());
-    return code.empty() ? "en" : code;
+    return codeOf("english_name", QLocale::languageToString(QLocale().language()).toStdString()).value_or("en");
 }
 
 void MacGlobalSetting::SetCurrentLanguage(const std::string &showName)
 {
-    const std::string code = codeOf("show_name", showName);
-    if (code.empty())
+    const std::optional<std::string> code = codeOf("show_name", showName);
+    if (!code)
         return;
     MacReg registry;
     registry.open(kRegistryKey, false);
-    registry.setValue(kChoiceName, QString::fromStdString(code));
+    registry.setValue(kChoiceName, QString::fromStdString(*code));
 }
 
 std::vector<std::string> MacGlobalSetting::GetSupportLanguageList()

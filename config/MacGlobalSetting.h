@@ -22,8 +22,8 @@ public:
     /// "english_name" is the system language's; otherwise "en". In the domestic edition "zh", with nothing read.
     /// Creates the registry's folder but stores nothing.
     static std::string GetCurrentLanguage();
-    /// Makes the first language whose "show_name" is `showName` the user's choice. Changes nothing if there is none, or
-    /// it has no code.
+    /// Makes the first language whose "show_name" is `showName` the user's choice; one without a code as the empty
+    /// text. Changes nothing if there is none.
     static void SetCurrentLanguage(const std::string &showName);
     /// Every "show_name" in the order of the list.
     static std::vector<std::string> GetSupportLanguageList();

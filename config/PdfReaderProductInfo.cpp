@@ -1,13 +1,12 @@
 #include "config/PdfReaderProductInfo_p.h"
 
 #include "config/ConfigFileUtil.h"
-#include "config/GlobalConfigFile.h"
-#include "config/IniFile_p.h"
 #include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
 #include "config/ProductCfgUtil.h"
 #include "config/ProductInfoForCooperation.h"
+#include "config/ini/IniStore_p.h"
 #include "paths/MacUtils.h"
 #include "paths/platform/Applications_p.h"
 
@@ -31,9 +30,7 @@ bool isInstalled(masked::View bundleId)
 ProductInfo storedProductInfo()
 {
     MacReg registry;
-    // Opening a key creates the registry's folder.
-    if (isPathExist(locations::userDataDir(false).toStdString() + "reg/"))
-        registry.open(QStringLiteral("common"), true);
+    registry.open(QStringLiteral("common"), true);
     const auto value = [&registry](const char *name) { return registry.value(QLatin1String(name), 0); };
     ProductInfo info;
     info.tid1 = value("product/tid1").toInt();
@@ -170,5 +167,5 @@ bool PdfReaderProductInfo::IsHasCloudPdf() const { return isInstalled(product::k
 
 void PdfReaderProductInfo::SetTryNo(int value)
 {
-    ini::setValue(locations::serverFile(), "Common", "TryNo", QByteArray::number(value));
+    ini::change(locations::serverFile(), {{QStringLiteral("Common/TryNo"), QByteArray::number(value)}});
 }

@@ -1,13 +1,15 @@
 #include "config/ProductCfgUtil.h"
 
 #include "config/AccountId_p.h"
-#include "config/IniFile_p.h"
 #include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
-#include "config/QtVersion_p.h"
+#include "config/ini/IniStore_p.h"
 #include "runtime/MacGlobalUrl.h"
 
+#include <QHash>
 #include <identity.h>
+#include <mutex>
+#include <optional>
 
 template class SingleTon<ProductCfgUtil>;
 
@@ -83,32 +85,62 @@ const Entries &entries()
     return all;
 }
 
-QString value(const QSettings &settings, const ProductCfgParser &parser, const Text &entry)
-{
-    return parser.GetStringValue(entry.section, entry.key, ini::text(settings, entry.path, entry.byDefault));
-}
-
-int value(const QSettings &settings, const ProductCfgParser &parser, const Number &entry)
-{
-    return parser.GetIntValue(entry.section, entry.key, settings.value(entry.path, entry.byDefault).toInt());
-}
-
 } // namespace
 
-ProductCfgUtil::ProductCfgUtil()
-    : m_settings(ini::readable(locations::inApplication("cfgdata/componentConfig.ini")), QSettings::IniFormat),
-      m_parser(ProductCfgParser::Reader)
+/// The component configuration and what was asked of it: to find a key takes a walk through the file.
+struct ProductCfgUtil::Component
 {
-    qt::readAsUtf8(m_settings);
+    std::optional<QString> text(const QString &path)
+    {
+        return remembered(texts, path, [&] { return content.text(path); });
+    }
+
+    std::optional<int> number(const QString &path)
+    {
+        return remembered(numbers, path, [&] {
+            const std::optional<QVariant> value = content.value(path);
+            return value ? std::optional(ini::number(*value)) : std::nullopt;
+        });
+    }
+
+    template <typename Value, typename Find>
+    std::optional<Value> remembered(QHash<QString, std::optional<Value>> &known, const QString &path, Find find)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        auto found = known.constFind(path);
+        if (found == known.constEnd())
+            found = known.insert(path, find());
+        return *found;
+    }
+
+    QString value(const ProductCfgParser &parser, const Text &entry)
+    {
+        return parser.GetStringValue(entry.section, entry.key, text(entry.path).value_or(entry.byDefault));
+    }
+
+    int value(const ProductCfgParser &parser, const Number &entry)
+    {
+        return parser.GetIntValue(entry.section, entry.key, number(entry.path).value_or(entry.byDefault));
+    }
+
+    const ini::Content content = ini::load(locations::inApplication("cfgdata/componentConfig.ini"), true);
+    std::mutex mutex;
+    QHash<QString, std::optional<QString>> texts;
+    QHash<QString, std::optional<int>> numbers;
+};
+
+ProductCfgUtil::ProductCfgUtil() : m_component(std::make_unique<Component>()), m_parser(ProductCfgParser::Reader)
+{
     initEdition();
     initSpecialEditionCfg();
 }
 
+ProductCfgUtil::~ProductCfgUtil() = default;
+
 void ProductCfgUtil::initEdition()
 {
-    m_edition = m_settings.value(QStringLiteral("product/product_edition"), m_edition).toInt();
-    const QSettings server(ini::readable(locations::serverFile()), QSettings::IniFormat);
-    m_edition = server.value(QStringLiteral("Common/Edition"), m_edition).toInt();
+    m_edition = m_component->number(QStringLiteral("product/product_edition")).value_or(m_edition);
+    m_edition = ini::number(ini::load(locations::serverFile()).value(QStringLiteral("Common/Edition"), m_edition));
 }
 
 void ProductCfgUtil::initSpecialEditionCfg()
@@ -119,54 +151,54 @@ void ProductCfgUtil::initSpecialEditionCfg()
 
 QString ProductCfgUtil::getStringValue(const QString &section, const QString &key, const QString &defaultValue) const
 {
-    return value(m_settings, m_parser, Text(section, key, defaultValue));
+    return m_component->value(m_parser, Text(section, key, defaultValue));
 }
 
 int ProductCfgUtil::getIntValue(const QString &section, const QString &key, int defaultValue) const
 {
-    return value(m_settings, m_parser, Number(section, key, defaultValue));
+    return m_component->value(m_parser, Number(section, key, defaultValue));
 }
 
 // One line per getter, so that they can be read beside the table.
 // clang-format off
 int ProductCfgUtil::getProductEdition() const { return m_edition; }
 
-QString ProductCfgUtil::getProductName() const { return value(m_settings, m_parser, entries().productName); }
-QString ProductCfgUtil::getTopLeftTitle() const { return value(m_settings, m_parser, entries().topLeftTitle); }
-QString ProductCfgUtil::getWindowTitle() const { return value(m_settings, m_parser, entries().windowTitle); }
+QString ProductCfgUtil::getProductName() const { return m_component->value(m_parser, entries().productName); }
+QString ProductCfgUtil::getTopLeftTitle() const { return m_component->value(m_parser, entries().topLeftTitle); }
+QString ProductCfgUtil::getWindowTitle() const { return m_component->value(m_parser, entries().windowTitle); }
 
-QString ProductCfgUtil::getAssociateExe() const { return value(m_settings, m_parser, entries().associateExe); }
-QString ProductCfgUtil::getAssociateDesc() const { return value(m_settings, m_parser, entries().associateDesc); }
-QString ProductCfgUtil::getAssociateBackDesc() const { return value(m_settings, m_parser, entries().associateBackDesc); }
-QString ProductCfgUtil::getAssociateDlgPrefix() const { return value(m_settings, m_parser, entries().associateDlgPrefix); }
+QString ProductCfgUtil::getAssociateExe() const { return m_component->value(m_parser, entries().associateExe); }
+QString ProductCfgUtil::getAssociateDesc() const { return m_component->value(m_parser, entries().associateDesc); }
+QString ProductCfgUtil::getAssociateBackDesc() const { return m_component->value(m_parser, entries().associateBackDesc); }
+QString ProductCfgUtil::getAssociateDlgPrefix() const { return m_component->value(m_parser, entries().associateDlgPrefix); }
 
-QString ProductCfgUtil::getOfficalUrl() const { return value(m_settings, m_parser, entries().officalUrl); }
-QString ProductCfgUtil::getLicenceUrl() const { return value(m_settings, m_parser, entries().licenceUrl); }
-QString ProductCfgUtil::getPrivacy() const { return value(m_settings, m_parser, entries().privacy); }
-QString ProductCfgUtil::getCopyRight() const { return value(m_settings, m_parser, entries().copyRight); }
+QString ProductCfgUtil::getOfficalUrl() const { return m_component->value(m_parser, entries().officalUrl); }
+QString ProductCfgUtil::getLicenceUrl() const { return m_component->value(m_parser, entries().licenceUrl); }
+QString ProductCfgUtil::getPrivacy() const { return m_component->value(m_parser, entries().privacy); }
+QString ProductCfgUtil::getCopyRight() const { return m_component->value(m_parser, entries().copyRight); }
 
-bool ProductCfgUtil::isTolvaProduct() const { return value(m_settings, m_parser, entries().isTolvaProduct) != 0; }
-bool ProductCfgUtil::getHelpEnable() const { return value(m_settings, m_parser, entries().helpEnable) != 0; }
-int ProductCfgUtil::getVipId() const { return value(m_settings, m_parser, entries().vipId); }
+bool ProductCfgUtil::isTolvaProduct() const { return m_component->value(m_parser, entries().isTolvaProduct) != 0; }
+bool ProductCfgUtil::getHelpEnable() const { return m_component->value(m_parser, entries().helpEnable) != 0; }
+int ProductCfgUtil::getVipId() const { return m_component->value(m_parser, entries().vipId); }
 
-QString ProductCfgUtil::getServiceName() const { return value(m_settings, m_parser, entries().serviceName); }
-QString ProductCfgUtil::getInstallRegName() const { return value(m_settings, m_parser, entries().installRegName); }
-QString ProductCfgUtil::getReaderExeName() const { return value(m_settings, m_parser, entries().readerExeName); }
-QString ProductCfgUtil::getCacheDirName() const { return value(m_settings, m_parser, entries().cacheDirName); }
-QString ProductCfgUtil::getInternationReportId() const { return value(m_settings, m_parser, entries().internationReportId); }
-QString ProductCfgUtil::getInternationReportPrefix() const { return value(m_settings, m_parser, entries().internationReportPrefix); }
+QString ProductCfgUtil::getServiceName() const { return m_component->value(m_parser, entries().serviceName); }
+QString ProductCfgUtil::getInstallRegName() const { return m_component->value(m_parser, entries().installRegName); }
+QString ProductCfgUtil::getReaderExeName() const { return m_component->value(m_parser, entries().readerExeName); }
+QString ProductCfgUtil::getCacheDirName() const { return m_component->value(m_parser, entries().cacheDirName); }
+QString ProductCfgUtil::getInternationReportId() const { return m_component->value(m_parser, entries().internationReportId); }
+QString ProductCfgUtil::getInternationReportPrefix() const { return m_component->value(m_parser, entries().internationReportPrefix); }
 // clang-format on
 
 QStringList ProductCfgUtil::getAssociateAvoid() const
 {
-    const QString programs = value(m_settings, m_parser, entries().associateAvoid);
+    const QString programs = m_component->value(m_parser, entries().associateAvoid);
     return programs.split(QLatin1Char('|'), Qt::SkipEmptyParts, Qt::CaseSensitive);
 }
 
 int ProductCfgUtil::getServiceAppId() const
 {
     const bool isTolvaAccount = account_id::get([this] { return isTolvaProduct(); }) == vip_sdk::PRODUCT_ID_TOLVA;
-    return value(m_settings, m_parser, isTolvaAccount ? entries().ocrAppIdTolva : entries().ocrAppId);
+    return m_component->value(m_parser, isTolvaAccount ? entries().ocrAppIdTolva : entries().ocrAppId);
 }
 
 QString ProductCfgUtil::getProductHost() const

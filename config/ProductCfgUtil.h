@@ -5,18 +5,18 @@
 #include "config/ProductCfgParser.h"
 #include "config/SingleTon.h"
 
-#include <QSettings>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 /// Branding and installation settings of the product: names and titles, file-association texts, web addresses, ids and
 /// switches. Reached through SingleTon<ProductCfgUtil>::GetInstance().
 ///
 /// The values are those of the component configuration ("cfgdata/componentConfig.ini" in the bundle's resources), an
 /// INI file as QSettings reads it, in UTF-8; quotes are needed only around texts with a semicolon or a backslash. Every
-/// key has a default. A file that is missing, unreadable, larger than 16 MiB or holds a serialized value
-/// ("@Variant(...)") leaves all keys at their defaults; a text that is no integer reads as 0 where one is wanted. The
-/// file is read when the instance is made, and never written. The getters may be called from any thread.
+/// key has a default, which also stands for a value that QSettings would have to unpack ("@Variant(...)"); a file that
+/// is missing, unreadable or larger than 16 MiB gives all of them. An integer that is none reads as 0. The file is read
+/// when the instance is made and never written. The getters may be called from any thread.
 class ONDPDFTOOLUTILS_EXPORT ProductCfgUtil
 {
 public:
@@ -79,12 +79,15 @@ public:
 private:
     friend class SingleTon<ProductCfgUtil>;
 
+    struct Component;
+
     ProductCfgUtil();
+    ~ProductCfgUtil();
 
     void initEdition();
     void initSpecialEditionCfg();
 
-    QSettings m_settings;
+    std::unique_ptr<Component> m_component;
     ProductCfgParser m_parser;
     int m_edition = PDFEdition::Independent;
 };

@@ -1,9 +1,9 @@
 #include "paths/PathUtils.h"
 
-#include "config/IniFile_p.h"
 #include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/ProductCfgUtil.h"
+#include "config/ini/IniStore_p.h"
 #include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
 #include "paths/PathRecorder.h"
@@ -13,7 +13,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
-#include <QSettings>
 #include <identity.h>
 
 using locations::created;
@@ -161,8 +160,7 @@ QString PathUtils::getRenderCacheDir(const QString &filePath) { return created(i
 
 bool PathUtils::isSwithToStandard()
 {
-    const QSettings settings(ini::readable(inUserData("we_cache_cfg.ini")), QSettings::IniFormat);
-    return settings.value(QStringLiteral("tryNoChange/switch"), false).toBool();
+    return ini::load(inUserData("we_cache_cfg.ini")).value(QStringLiteral("tryNoChange/switch"), false).toBool();
 }
 
 QString PathUtils::getThumbnailDir()

@@ -66,6 +66,7 @@ TEST_F(MacGlobalSettingTest, BadListsEndInTheDefaults)
         {"broken UTF-8", list("[\"\xff\"," + good + "]"), 0, "en"},
         {"nested too deeply", std::string(100'000, '['), 0, "en"},
         {"too large", list("[" + good + "]" + std::string(1 << 20, ' ')), 0, "en"},
+        {"no code, which is stored", list(R"([{"english_name":"English","show_name":""}])"), 1, ""},
     };
     m_bundle.writeGlobalFile("[common]\napp_international=1\n");
     for (const auto &[name, content, count, language] : rows) {

@@ -88,7 +88,7 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {log, kPipe, ": a FIFO: log lines are lost while nobody reads it"},
         {log, kLoop, ": cannot be looked at (Too many levels of symbolic links): log lines are lost"},
         {resources + "cfgdata/componentConfig.ini", kMissing, ": missing: names, addresses, ids and switches are the defaults"},
-        {resources + "data/mainversion.ini", "[version]\ndate=@Variant(\\0)\n", ": too large, or with a serialized value: it is not read"},
+        {resources + "data/mainversion.ini", "[version]\ndate=@Variant(\\0)\n", ":2: version/date is a serialized value and reads as absent"},
         {bundle.contents("MacOS/orvell-account"), "", ": missing or not executable: account pages cannot be opened"},
         {resources + "ressrc/chs/upnest.svr", kFolder, ": no regular file: there is no distribution data"},
         {resources + "data/help.pdf", "", ": no PDF document: the welcome document is not brought up to date"},

@@ -8,8 +8,12 @@
 #include "paths/RegularFile_p.h"
 #include "tools/inspect/Registry.h"
 
-#include <QSettings>
+#include <QLockFile>
+#include <QSysInfo>
 #include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <map>
 #include <unistd.h>
 #include <vector>
 
@@ -47,11 +51,74 @@ std::string resource(const char *name)
     return MacConfigPath::GetInstance()->GetAppConfigPath(name);
 }
 
-bool isMalformed(const std::string &path)
+/// The keys that are read as numbers, by the end of their file's path.
+const std::map<std::string, QStringList> kNumbers = {
+    {"cfgdata/componentConfig.ini",
+     {"product/product_edition", "product/ocr_app_id", "product/ocr_app_id_tolva", "product/is_tv_product",
+      "product/is_help_enable", "product/vip_id"}},
+    {"ressrc/chs/upnest.svr",
+     {"Common/Edition", "Common/product_id", "Common/tid1", "Common/tid2", "Common/tod1", "Common/tod2", "Common/TryNo",
+      "Common/switch_generate_uuid"}},
+    {"cfgdata/cfgdata.ini.user", {"account/account"}},
+    {"reg/common.ini",
+     {"product/tid1", "product/tid2", "product/tod1", "product/tod2", "product/iid", "product/pid", "product/tryno",
+      "product/installtime"}},
+};
+
+QStringList numbersOf(const std::string &path)
 {
-    const QSettings settings(QString::fromStdString(path), QSettings::IniFormat);
-    static_cast<void>(settings.allKeys()); // sections are looked at when they are asked for
-    return settings.status() == QSettings::FormatError;
+    for (const auto &[end, keys] : kNumbers) {
+        if (path.size() > end.size() && path.compare(path.size() - end.size(), end.size(), end) == 0)
+            return keys;
+    }
+    return {};
+}
+
+/// What of the first hundred lines with a mistake is lost.
+void checkLines(const std::string &path, Findings &findings)
+{
+    const QStringList numbers = numbersOf(path);
+    int count = 0;
+    ConfigFileUtil::ForEachLine(
+        QString::fromStdString(path), [&](int line, const QString &key, const std::optional<QVariant> &value) {
+            bool isNumber = true;
+            if (value && numbers.contains(key))
+                value->toLongLong(&isNumber);
+            if ((value && isNumber) || ++count > 100)
+                return;
+            if (key.isNull())
+                findings.problem(path, "neither [section], KEY=VALUE nor ;comment: the line is passed over", line);
+            else
+                findings.problem(
+                    path,
+                    key.toStdString()
+                        + (value ? " is no number and reads as 0" : " is a serialized value and reads as absent"),
+                    line);
+        });
+}
+
+/// What a lock file says that keeps the writers of a store waiting.
+void checkLock(const std::string &store, Findings &findings)
+{
+    const std::string path = store + ".lock";
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(path, error).type();
+    if (type == fs::file_type::not_found)
+        return;
+    if (type != fs::file_type::regular)
+        return findings.problem(path, "no regular file: what it locks takes no changes");
+    qint64 process = 0;
+    QString host;
+    QString program;
+    if (!QLockFile(QString::fromStdString(path)).getLockInfo(&process, &host, &program))
+        findings.note(path, "names no owner: the next change may wait for some seconds");
+    else if (host != QSysInfo::machineHostName())
+        findings.note(path,
+                      "of another machine, " + host.toStdString() + ": the next change may wait for some seconds");
+    else if (::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH)
+        findings.note(path, "stale: its owner, process " + std::to_string(process) + ", is gone");
+    else
+        findings.note(path, "held by process " + std::to_string(process) + ", " + program.toStdString());
 }
 
 void checkContent(const std::string &path, Form form, const std::string &loss, Findings &findings)
@@ -68,13 +135,16 @@ void checkContent(const std::string &path, Form form, const std::string &loss, F
     else if (form != Form::pdf && content.contains('\0'))
         findings.problem(path, "binary, no text: what it says is lost");
     else if (form == Form::ini && !ConfigFileUtil::IsSound(QString::fromStdString(path)))
-        findings.problem(path, "too large, or with a serialized value: it is not read");
-    else if (form == Form::ini && isMalformed(path))
-        findings.problem(path, "malformed: lines that are neither [section], KEY=VALUE nor ;comment are passed over");
+        findings.problem(path, "too large: it is not read");
+    else if (form == Form::ini)
+        checkLines(path, findings);
 }
 
 void checkStore(const std::string &path, Findings &findings)
 {
+    checkLock(path, findings);
+    if (typeOf(path) == fs::file_type::not_found)
+        return;
     checkContent(path, Form::ini, ": it holds nothing, and takes nothing", findings);
     if (typeOf(path) == fs::file_type::regular && !isWritable(path))
         findings.problem(path, "read-only: changes are lost");
@@ -157,10 +227,8 @@ void checkStores(Findings &findings)
     const std::string overlay = PathUtils::getConfigDataPath().toStdString() + ".user";
     const MacConfigPath *paths = MacConfigPath::GetInstance();
     for (const std::string &path :
-         {paths->GetUserDataPath("config.ini"), paths->GetUserDataPath("config_count.ini"), overlay}) {
-        if (typeOf(path) != fs::file_type::not_found)
-            checkStore(path, findings);
-    }
+         {paths->GetUserDataPath("config.ini"), paths->GetUserDataPath("config_count.ini"), overlay})
+        checkStore(path, findings);
     if (!isWritable(fs::path(overlay).parent_path()))
         findings.note(overlay, "its folder is not writable: the choice of the account's product is lost");
     checkRegistry(findings);

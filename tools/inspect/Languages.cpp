@@ -24,7 +24,7 @@ void choose(const std::string &showName)
     if (!find(showName, code))
         throw WrongUse("no language called " + showName + " in the menu; the action without a name lists them");
     MacGlobalSetting::SetCurrentLanguage(showName);
-    requireSaved(QStringLiteral("common"));
+    requireSaved(QStringLiteral("common"), QStringLiteral("language/current_language"), QString::fromStdString(code));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "tools/inspect/Registry.h"
 
-#include "config/ConfigFileUtil.h"
 #include "config/MacConfigPath.h"
 #include "config/MacReg.h"
 #include "paths/PathUtils.h"
@@ -8,10 +7,6 @@
 
 #include <CLI/CLI.hpp>
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <array>
 #include <memory>
 
@@ -53,7 +48,7 @@ void write(const QString &key, const QString &name, const QString &value)
         open(registry, key, false);
         registry.setValue(name, value);
     }
-    requireSaved(key);
+    requireSaved(key, name, value);
 }
 
 Json read(const QString &key, const QString *name)
@@ -82,19 +77,14 @@ bool hasRegistry()
     return PathUtils::isDirPathExist(QString::fromStdString(registryFolder()));
 }
 
-void requireSaved(const QString &key)
+void requireSaved(const QString &key, const QString &name, const QString &value)
 {
     MacReg registry;
     open(registry, key, false);
+    if (registry.value(name).toString() == value)
+        return;
     const QString path = QDir::cleanPath(QString::fromStdString(registryFolder()) + key + QStringLiteral(".ini"));
-    const QTemporaryDir folder; // a copy, since this process remembers what it could not write
-    const QString copy = folder.filePath(QStringLiteral("copy.ini"));
-    bool isSaved = ConfigFileUtil::IsSound(path) && QFile::copy(path, copy);
-    const QSettings saved(isSaved ? copy : QString(), QSettings::IniFormat);
-    for (const QString &name : registry.names())
-        isSaved = isSaved && saved.value(name) == registry.value(name);
-    if (!isSaved)
-        throw std::runtime_error("the value cannot be written to " + path.toStdString());
+    throw std::runtime_error("the value cannot be written to " + path.toStdString());
 }
 
 Run registry(CLI::App &command)

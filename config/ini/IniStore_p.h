@@ -1,0 +1,41 @@
+#pragma once
+
+#include "config/ini/IniContent_p.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// The INI files that the stores of this library stand on. Callable from any thread; nothing is kept between calls.
+namespace ini {
+
+/// Whether a file can be read: a regular one of at most 16 MiB. Opening a FIFO would wait for a writer.
+[[nodiscard]] bool isSound(const QString &path);
+/// The file as it is now; an empty one for what is missing, not sound or cannot be read.
+[[nodiscard]] Content load(const QString &path, bool isUtf8 = false);
+/// Sets values in the file, which is replaced as a whole or not at all; what others write at the same moment is kept
+/// (Turn). Creates a missing file, readable by its owner alone, and its folders. Whether the values stand there now;
+/// false, and nothing is changed, when the file is not sound, would exceed 16 MiB, or cannot be read or written.
+bool change(const QString &path, const Changes &changes);
+
+/// A writer's turn at a file: its lock file, which QSettings makes and heeds too, in all processes and threads. Waits
+/// at most five seconds, since a process that is stopped in its turn must not stop all others; less for a lock that a
+/// dead process left, or that nobody has touched for long.
+class Turn
+{
+public:
+    explicit Turn(const QString &path);
+    ~Turn();
+    Turn(const Turn &) = delete;
+    Turn &operator=(const Turn &) = delete;
+
+    [[nodiscard]] bool isOurs() const { return m_lock >= 0; }
+
+private:
+    bool take();
+    [[nodiscard]] int openStale() const;
+
+    QByteArray m_path; // of the lock file
+    int m_lock = -1;
+};
+
+} // namespace ini
