@@ -68,36 +68,48 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
     const std::string support = bundle.supportDir(), data = bundle.makeUserDataDir().string();
     const std::string mk = bundle.globalFile(), plist = bundle.contents("Info.plist");
     const std::string log = data + "/pdforvell-inspect.log", resources = bundle.contents("Resources/").string();
-    const std::string languages = resources + "cfgdata/language.json";
-    const std::string noVersion =
-        ": unreadable, malformed, or without CFBundleShortVersionString: the version is empty";
+    const std::string component = resources + "cfgdata/componentConfig.ini", config = data + "/config.ini";
+    const std::string languages = resources + "cfgdata/language.json", accounts = data + "/../ondvipsdk/accounts.json";
+    const std::string noVersion = ": unreadable, malformed, or without CFBundleShortVersionString";
     std::string deep = "<plist>";
     for (int i = 0; i < 100'000; ++i)
         deep += "<dict>";
+    const std::string longLine =
+        "[common]\nlist=" + std::string(190, '=') + "\ngroup_name=" + std::string(300, 'g') + "\n";
     // clang-format off
     const std::array<std::string, 3> rows[] = {
-        // path, content, the finding behind the path (whole for the folder of all applications)
-        {mk, "[common]\nenable_log=1\ngarbage\n", ":3: malformed line: every switch is off"},
-        {mk, "[common]\r\n\r\napp_store = 2\r\n", ":3: app_store is neither 0 nor 1 and counts as off"},
-        {mk, "[o]\nenable_log=0\n[common]\nenable_log=0\n x=1\n", ":4: enable_log takes in the indented lines below it"},
-        {mk, "[common]\napp_store=1\napp_store=0\n", ":3: app_store is set more than once, and the first value counts"},
-        {mk, "", ": no section [common]: every switch is off"},
-        {mk, kMissing, ": missing: every switch is off"},
-        {data, kMissing, "/: does not exist: log lines are lost"},
-        {support, "", data + "/: does not exist and cannot be made in " + support},
-        {log, kPipe, ": a FIFO: log lines are lost while nobody reads it"},
-        {log, kLoop, ": cannot be looked at (Too many levels of symbolic links): log lines are lost"},
-        {resources + "cfgdata/componentConfig.ini", kMissing, ": missing: names, addresses, ids and switches are the defaults"},
-        {resources + "data/mainversion.ini", "[version]\ndate=@Variant(\\0)\n", ":2: version/date is a serialized value and reads as absent"},
-        {bundle.contents("MacOS/orvell-account"), "", ": missing or not executable: account pages cannot be opened"},
-        {resources + "ressrc/chs/upnest.svr", kFolder, ": no regular file: there is no distribution data"},
-        {resources + "data/help.pdf", "", ": no PDF document: the welcome document is not brought up to date"},
-        {languages, "[", ": malformed, too large, or without languages: there is none to choose"},
-        {languages, R"({"languages":[{"show_name":"x","code":"a"},{"show_name":"x"}]})", ": \"x\" stands in the menu more than once, and means the first"},
-        {data + "/reg", "", "/: no folder: the registry holds nothing"},
-        {data + "/reg/a/key.ini", kPipe, ": no regular file: it holds nothing, and takes nothing"},
+        // path, content, what is found behind the path (whole for the folder of all applications)
+        {mk, "[common]\nenable_log=1\ngarbage\n", ":3: a line that is neither [section], key=value nor ;comment"},
+        {mk, "[common]\r\n\r\napp_store = 2\r\n", ":3: app_store is neither 0 nor 1"},
+        {mk, "[common]\nenable_log=0\n x=1\n", ":3: enable_log takes in the indented line below it"},
+        {mk, "[common]\napp_store=1\napp_store=0\n", ":3: app_store is set more than once"},
+        {mk, "[common]\nenable_lgo=1\n", ":2: enable_lgo is not a key that is read"},
+        {mk, longLine, ":3: a line of more than 199 bytes, which is not read as one"},
+        {mk, "", ": there is no section [common]"},
+        {mk, kMissing, ": missing"},
+        {data, kMissing, ": does not exist"},
+        {data, "", ": something that is no folder lies here"},
+        {support, "", data + ": does not exist, and cannot be made in " + support},
+        {log, kPipe, ": a FIFO"},
+        {log, kLoop, ": cannot be looked at (Too many levels of symbolic links)"},
+        {component, kMissing, ": missing"},
+        {component, "[product]\nproduct_edition=three\n", ":2: product/product_edition is no number"},
+        {component, "[product]\n\nprodct_name=x\n", ":3: product/prodct_name is not a key that the library reads"},
+        {component, "[product]\nproduct_name=\xfc\n", ": not in UTF-8"},
+        {resources + "data/mainversion.ini", "[version]\ndate=@Variant(\\0)\n", ":2: version/date is a serialized value, which is not unpacked"},
+        {bundle.contents("MacOS/orvell-account"), "", ": missing or not executable"},
+        {resources + "ressrc/chs/upnest.svr", kFolder, ": no regular file"},
+        {resources + "data/help.pdf", "", ": no PDF document"},
+        {languages, "[", ": malformed, or without languages"},
+        {languages, R"({"languages":[{"show_name":"x","code":"a"},{"show_name":"x","code":"b"}]})", ": \"x\" stands in the menu more than once"},
+        {languages, R"({"languages":[{"show_name":"x","code":"a"},{"code":"b"}]})", ": entry 2 has no name"},
+        {config, "[a]\nb\n", ":2: a line that is neither [section], KEY=VALUE nor ;comment"},
+        {config + ".lock", kFolder, ": something that is no file lies in the place of a lock"},
+        {config + ".lock", "", ": a lock that names nobody"},
+        {data + "/reg", "", ": no folder"},
+        {data + "/reg/a/key.ini", kPipe, ": no regular file"},
         {data + "/reg/common.ini", "[language]\ncurrent_language=xx\n", ": the language in use, \"xx\", is not one of the menu"},
-        {plist, kMissing, ": missing: name, identifier and version are empty"},
+        {plist, kMissing, ": missing"},
         {plist, deep, noVersion},
         {plist, std::string(kBinaryPlist, 40), noVersion},
     };
@@ -109,8 +121,12 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
             fs::rename(path, bundle.dir() / "aside");
         put(path, content);
         const json doctor = bundle.inspectJson({}).at("doctor"); // while every section answers
-        json findings = doctor.at("problems");
-        findings.insert(findings.end(), doctor.at("notes").begin(), doctor.at("notes").end());
+        json findings = json::array();
+        for (const json &row : doctor.at("checks"))
+            if (row.at("state") != "ok")
+                findings.push_back(row.at("path").get<std::string>()
+                                   + (row.at("line") == 0 ? "" : ":" + row.at("line").dump()) + ": "
+                                   + row.at("text").get<std::string>());
         EXPECT_EQ(findings, json::array({finding}));
         EXPECT_NE(bundle.inspect({"log", "message"}).exitStatus, -1) << "neither hangs nor crashes: " << finding;
         fs::remove_all(path);
@@ -118,6 +134,32 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
             fs::rename(bundle.dir() / "aside", path);
         fs::remove_all(log);
     }
+    EXPECT_EQ(bundle.inspect({"doctor"}).exitStatus, 0);
+    put(mk, "");
+    EXPECT_EQ(bundle.inspect({"doctor"}).exitStatus, 1);
+}
+
+TEST(Inspector, ReportTellsNobodyWhoTheUserIs)
+{
+    const RealBundle bundle;
+    const std::string page = bundle.dir() / "report.html", data = bundle.makeUserDataDir();
+    put(bundle.globalFile(), "[common]\nenable_log=1\napp_international=1\n");
+    ASSERT_EQ(bundle.inspect({"login", "jo@example.org"}, "opensesame\n").exitStatus, 0);
+    const json account = bundle.inspectJson({"account"}).at("account");
+    ASSERT_EQ(account.at("email"), "jo@example.org");
+    static_cast<void>(
+        bundle.inspect({"log", "opened " + QString::fromStdString(bundle.home()) + "/a <b>.pdf token=abcdefgh"}));
+    EXPECT_EQ(bundle.inspect({"report", page.c_str()}).exitStatus, 0);
+    const std::string text = test::readFile(page);
+    for (const std::string &secret : {std::string("jo@example.org"), account.at("open_id").get<std::string>(),
+                                      bundle.home(), std::string("abcdefgh")})
+        EXPECT_EQ(text.find(secret), std::string::npos) << secret;
+    EXPECT_NE(text.find("opened ~/a &lt;b&gt;.pdf token=&lt;token 1&gt;"), std::string::npos) << text;
+    EXPECT_NE(text.find("e-mail address (1)"), std::string::npos) << "what was taken out is said";
+    EXPECT_EQ(text.find("http-equiv"), std::string::npos);
+    const json report = bundle.inspectJson({"report"}).at("report");
+    EXPECT_EQ(report.at("sections").size(), 9U);
+    EXPECT_EQ(bundle.inspect({"report", "/none/report.html"}).exitStatus, 1);
 }
 
 TEST(Inspector, AddressesDifferExactlyByEditionPackageAndTestMarker)
@@ -276,4 +318,40 @@ TEST(Inspector, WritesAManPageAndCompletionsThatWork)
     const test::ProcessResult page = sh("! command -v groff >/dev/null || groff -t -man -Tascii -ww -P-c man");
     EXPECT_EQ(page.exitStatus, 0);
     EXPECT_EQ(page.errors, "") << "warnings";
+}
+
+TEST(Inspector, PrintsJsonAsTheSchemaSays)
+{
+    const RealBundle bundle;
+    static_cast<void>(bundle.makeUserDataDir());
+    put(bundle.globalFile(), "[common]\nenable_log=1\napp_international=1\nx=y\n");
+    const std::string script = R"(
+import json, sys
+try:
+    from jsonschema import Draft202012Validator as Validator
+except ImportError:
+    sys.exit(77)
+validator = Validator(json.load(open(sys.argv[1])))
+for line in sys.stdin:
+    for error in validator.iter_errors(json.loads(line)):
+        print(error.json_path, error.message[:200])
+)";
+    std::string answers;
+    for (const QStringList &arguments : {QStringList(),
+                                         {"report"},
+                                         {"digest", bundle.globalFile().c_str(), "/none"},
+                                         {"parse", "-a=b"},
+                                         {"page", "99"},
+                                         {"log", "x"},
+                                         {"registry", "a", "b", "c"},
+                                         {"language", "Deutsch"},
+                                         {"create-paths"}})
+        answers += bundle.inspectJson(arguments).dump() + '\n';
+    const test::ProcessResult result = test::runProcess(
+        "/usr/bin/python3", {"-c", script.c_str(), OND_TEST_SOURCE_DIR "/tools/inspect/pdforvell-inspect.schema.json"},
+        bundle.home(), answers);
+    if (result.exitStatus == 77)
+        GTEST_SKIP() << "needs the Python module jsonschema";
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_EQ(result.output, "");
 }

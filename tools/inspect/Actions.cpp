@@ -9,6 +9,7 @@
 #include "tools/inspect/Languages.h"
 #include "tools/inspect/Paths.h"
 #include "tools/inspect/Registry.h"
+#include "tools/inspect/SupportReport.h"
 #include "tools/inspect/Terminal.h"
 
 #include <CLI/CLI.hpp>
@@ -125,6 +126,7 @@ const std::vector<Action> &actions()
         {"page", "Open an account page through the account helper", openPage},
         {"parse", "Print the switches and values of a command line", parse, false, true},
         {"registry", "Print all values of a key, one of them, or write one", registry},
+        {"report", "Write everything that support asks for on one page, without what says who the user is", report},
         {"watch", "Print every change of the account until interrupted", watch, true},
     };
     return all;

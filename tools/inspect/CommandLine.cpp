@@ -1,51 +1,26 @@
 #include "tools/inspect/CommandLine.h"
 
+#include "tools/inspect/Checks.h"
 #include "tools/inspect/Sections.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <numeric>
 #include <unistd.h>
 
 namespace inspect {
 
 namespace {
 
-/// How many letters have to be put in, taken out or replaced to make one word of the other.
-std::size_t distance(const std::string &a, const std::string &b)
-{
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row.back();
-}
-
-/// The word that was probably meant, as a question; empty when none is near.
+/// The word that was probably meant, as a question.
 std::string suggestion(const std::string &word)
 {
-    std::string nearest;
-    std::size_t least = 1 + word.size() / 3;
-    const auto consider = [&](const std::string &name) {
-        const std::size_t letters = distance(word, name);
-        if (letters <= least && (nearest.empty() || letters < least)) {
-            least = letters;
-            nearest = name;
-        }
-    };
+    std::vector<std::string> names = {"--json", "--help", "--version", "--color"};
     for (const Section &section : sections())
-        consider(section.name);
+        names.emplace_back(section.name);
     for (const Action &action : actions())
-        consider(action.name);
-    for (const char *option : {"--json", "--help", "--version", "--color"})
-        consider(option);
-    return nearest.empty() ? "" : "; did you mean " + nearest + "?";
+        names.emplace_back(action.name);
+    const std::string name = nearest(word, names);
+    return name.empty() ? "" : "; did you mean " + name + "?";
 }
 
 std::string sectionNames()

@@ -3,21 +3,19 @@
 #include "config/GlobalConfigFile.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
+#include "config/MacGlobalSetting.h"
 #include "paths/MacBookmark.h"
 #include "paths/MacSandbox.h"
 #include "paths/MacUtils.h"
 #include "paths/PathUtils.h"
-#include "paths/RegularFile_p.h"
 #include "paths/StringUtils.h"
+#include "runtime/MacGlobalUrl.h"
 #include "tools/inspect/Account.h"
-#include "tools/inspect/FileChecks.h"
+#include "tools/inspect/Checks.h"
 
-#include <INIReader.h>
 #include <QDir>
 #include <algorithm>
-#include <cctype>
-#include <filesystem>
-#include <sstream>
+#include <dlfcn.h>
 #include <unistd.h>
 #include <vector>
 
@@ -27,7 +25,13 @@ namespace inspect {
 
 namespace {
 
-constexpr char kSection[] = "common";
+constexpr char kReinstall[] = "Install the product again.";
+constexpr char kLinesLost[] = "Lines of the diagnostic log are lost.";
+
+bool isInBundle()
+{
+    return !MacConfigPath::GetInstance()->GetMainAppRootDir().empty();
+}
 
 bool isFull(const fs::path &path)
 {
@@ -36,224 +40,220 @@ bool isFull(const fs::path &path)
     return !error && space.capacity != 0 && space.available == 0;
 }
 
-std::string trimmed(const std::string &text)
+void checkBundle(Checklist &list)
 {
-    const std::size_t begin = text.find_first_not_of(" \t\r");
-    return begin == std::string::npos ? "" : text.substr(begin, text.find_last_not_of(" \t\r") + 1 - begin);
-}
-
-bool isSameName(const std::string &a, const std::string &b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
-
-/// The lines that begin with `key` in the section of the switches.
-std::vector<int> linesOf(const std::string &path, const std::string &key)
-{
-    std::istringstream file(readRegularFile(path, kMaxGlobalFileSize).bytes.toStdString());
-    std::vector<int> found;
-    std::string section;
-    int number = 0;
-    for (std::string line; std::getline(file, line);) {
-        ++number;
-        line = trimmed(line);
-        if (!line.empty() && line.front() == '[')
-            section = line.substr(1, line.find(']') - 1);
-        else if (isSameName(section, kSection) && isSameName(trimmed(line.substr(0, line.find_first_of("=:"))), key))
-            found.push_back(number);
-    }
-    return found;
-}
-
-int lineOf(const std::string &path, const std::string &key)
-{
-    const std::vector<int> lines = linesOf(path, key);
-    return lines.empty() ? 0 : lines.front();
-}
-
-/// A key whose text has several lines was set more than once, or took in the indented lines below it.
-void checkSingle(const INIReader &file, const std::string &path, const std::string &key, Findings &findings)
-{
-    if (file.Get(kSection, key, "").find('\n') == std::string::npos)
-        return;
-    const std::vector<int> lines = linesOf(path, key);
-    if (lines.size() > 1)
-        findings.problem(path, key + " is set more than once, and the first value counts", lines.back());
-    else
-        findings.problem(path, key + " takes in the indented lines below it", lineOf(path, key));
-}
-
-void checkSwitch(const INIReader &file, const std::string &path, const std::string &key, Findings &findings)
-{
-    checkSingle(file, path, key, findings);
-    const std::string text = file.Get(kSection, key, "");
-    const std::string first = trimmed(text.substr(0, text.find('\n')));
-    if (first.empty() || first == "0" || first == "1")
-        return;
-    const char *effect = file.GetInteger(kSection, key, 0) == 1 ? "on" : "off";
-    findings.problem(path, key + " is neither 0 nor 1 and counts as " + effect, lineOf(path, key));
-}
-
-void checkGlobalFile(Findings &findings)
-{
-    const std::string path = GetDatPath();
-    const auto [state, content] = readRegularFile(path, kMaxGlobalFileSize);
-    if (state == FileContent::State::missing)
-        return findings.problem(path, "missing: every switch is off");
-    if (state == FileContent::State::irregular)
-        return findings.problem(path, "no regular file: every switch is off");
-    if (state == FileContent::State::tooLarge)
-        return findings.problem(path, "too large to be read: every switch is off");
-    if (state == FileContent::State::unreadable)
-        return findings.problem(path, "cannot be read: every switch is off");
-    if (content.contains('\0'))
-        return findings.problem(path, "binary, no text: every switch is off");
-
-    const INIReader file(content.constData(), static_cast<std::size_t>(content.size()));
-    if (file.ParseError() > 0)
-        return findings.problem(path, "malformed line: every switch is off", file.ParseError());
-    if (!file.HasSection(kSection))
-        return findings.problem(path, std::string("no section [") + kSection + "]: every switch is off");
-    for (const char *key : {"enable_log", "enable_sbx", "app_store", "app_international"})
-        checkSwitch(file, path, key, findings);
-    checkSingle(file, path, "group_name", findings);
-}
-
-void checkBundle(Findings &findings)
-{
-    const MacConfigPath *paths = MacConfigPath::GetInstance();
+    list.begin("bundle", "Application bundle");
+    if (!isInBundle())
+        return list.problem({"the executable lies outside an .app folder",
+                             "Every place of the application is empty, and every setting the default.",
+                             "Start the program from within the application's bundle.",
+                             MacConfigPath::GetInstance()->GetExeDir()});
     const std::string plist = MacUtils::GetMainAppPListFullPath();
-    if (paths->GetMainAppRootDir().empty())
-        return findings.problem(paths->GetExeDir(), "no bundle: the executable lies outside an .app folder");
     const fs::file_type type = typeOf(plist);
-    if (type != fs::file_type::regular) {
-        const std::string state = type == fs::file_type::not_found ? "missing" : "no regular file";
-        return findings.problem(plist, state + ": name, identifier and version are empty");
-    }
-
+    const char *effect = "The application's name, identifier and version are empty.";
+    if (type != fs::file_type::regular)
+        return list.problem(
+            {type == fs::file_type::not_found ? "missing" : "no regular file", effect, kReinstall, plist});
     const std::string version = MacUtils::GetMainBundleVersionString();
     std::vector<int> fields;
     if (version.empty())
-        findings.problem(plist, "unreadable, malformed, or without CFBundleShortVersionString: the version is empty");
+        list.problem({"unreadable, malformed, or without CFBundleShortVersionString", "The version is empty.",
+                      kReinstall, plist});
     else if (!VersionToIntVec(version, fields))
-        findings.problem(plist, "version \"" + version + "\" is not three decimal fields and reads as 0");
+        list.problem({"the version \"" + version + "\" is not three decimal fields", "The version reads as 0.",
+                      "Set CFBundleShortVersionString to three numbers, as in 1.2.3.", plist});
     if (!version.empty() && (MacUtils::GetAppName().empty() || MacUtils::GetOrgName().empty()))
-        findings.problem(plist, "CFBundleName or CFBundleIdentifier is missing");
+        list.problem({"CFBundleName or CFBundleIdentifier is missing", effect, kReinstall, plist});
 }
 
-void checkAccountHelper(Findings &findings)
+/// The real name of the file that a function of the library was loaded from.
+std::string fileOf(const void *function)
 {
+    Dl_info info{};
+    std::error_code error;
+    if (::dladdr(function, &info) == 0)
+        return {};
+    return fs::canonical(info.dli_fname, error).string();
+}
+
+void checkLibraries(Checklist &list)
+{
+    list.begin("libraries", "Libraries");
+    const std::string root = MacConfigPath::GetInstance()->GetMainAppRootDir();
+    const std::string file = fileOf(reinterpret_cast<const void *>(&isPathExist));
+    if (!root.empty() && !file.empty() && file.rfind(root, 0) != 0)
+        list.problem({"the library comes from outside the bundle", "It may be of another version than the product.",
+                      "Unset LD_LIBRARY_PATH or DYLD_LIBRARY_PATH, or install the product again.", file});
+    const std::string name = fs::path(file).filename().string();
+    const bool tellsVersion = name.find_first_of("0123456789") != std::string::npos;
+    if (tellsVersion && name.find(OND_VERSION) == std::string::npos)
+        list.problem({"the library is of another version than this program, which is " OND_VERSION,
+                      "Answers may be wrong, and programs may crash.", kReinstall, file});
+}
+
+void checkAccountHelper(Checklist &list)
+{
+    list.begin("account-helper", "Account helper");
     const std::string path = accountHelperPath();
     if (typeOf(path) != fs::file_type::regular || ::access(path.c_str(), X_OK) != 0)
-        findings.problem(path, "missing or not executable: account pages cannot be opened");
+        list.problem({"missing or not executable", "The login and the account's pages cannot be opened.",
+                      "Install the product again, or make the file executable.", path});
 }
 
-void checkMissingUserData(const fs::path &directory, Findings &findings)
+void checkMissingUserData(const fs::path &directory, Checklist &list)
 {
     fs::path existing = directory;
     while (existing.has_relative_path() && !isPathExist(existing.string()))
         existing = existing.parent_path();
     if (!fs::is_directory(existing) || !isWritable(existing))
-        findings.problem(directory.string(), "does not exist and cannot be made in " + existing.string());
+        list.problem({"does not exist, and cannot be made in " + existing.string(), "Nothing is kept for the user.",
+                      fs::is_directory(existing) ? "Give the user permission to write to that folder."
+                                                 : "Move away what lies there: it is no folder.",
+                      directory.string()});
     else if (MacGlobalConfig::IsEnableFileLog())
-        findings.problem(directory.string(), "does not exist: log lines are lost");
+        list.problem({"does not exist", kLinesLost, "Start the product once, or make the folder.", directory.string()});
     else
-        findings.note(directory.string(), "does not exist yet");
+        list.note({"does not exist yet", "None: the product makes it when it has something to keep.", "Nothing to do.",
+                   directory.string()});
 }
 
-void checkUserData(Findings &findings)
+void checkUserData(Checklist &list)
 {
-    const std::string directory = MacConfigPath::GetInstance()->GetUserDataDir();
-    if (!isPathExist(directory))
-        checkMissingUserData(directory, findings);
+    list.begin("user-data", "User data");
+    std::string directory = MacConfigPath::GetInstance()->GetUserDataDir();
+    while (directory.size() > 1 && directory.back() == '/')
+        directory.pop_back(); // behind which a file would not be found
+    const char *effect = "Nothing is kept for the user.";
+    if (typeOf(directory) == fs::file_type::not_found)
+        checkMissingUserData(directory, list);
     else if (typeOf(directory) != fs::file_type::directory)
-        findings.problem(directory, "no folder: user data cannot be stored");
+        list.problem({"something that is no folder lies here", effect, "Move it away.", directory});
     else if (!isWritable(directory))
-        findings.problem(directory, "not writable: user data cannot be stored");
+        list.problem({"not writable", effect, "Give the user permission to write to it.", directory});
     else if (isFull(directory))
-        findings.problem(directory, "no space left on its disk");
+        list.problem({"no space left on its disk", effect, "Make room on the disk.", directory});
 }
 
-void checkLog(Findings &findings)
+void checkLog(Checklist &list)
 {
+    list.begin("log", "Diagnostic log");
     const std::string path = MacConfigPath::GetInstance()->GetLogPath();
+    const char *moveAway = "Move it away.";
     std::error_code error;
     const fs::file_type type = fs::status(path, error).type();
     if (type == fs::file_type::none)
-        return findings.problem(path, "cannot be looked at (" + error.message() + "): log lines are lost");
+        return list.problem({"cannot be looked at (" + error.message() + ")", kLinesLost, moveAway, path});
     if (type == fs::file_type::not_found)
         return;
     if (type == fs::file_type::fifo)
-        findings.problem(path, "a FIFO: log lines are lost while nobody reads it");
+        list.problem({"a FIFO", "Lines are lost while nobody reads it.", moveAway, path});
     else if (type != fs::file_type::regular)
-        findings.problem(path, "no regular file: log lines are lost");
+        list.problem({"no regular file", kLinesLost, moveAway, path});
     else if (!isWritable(path))
-        findings.problem(path, "read-only: log lines are lost");
+        list.problem({"read-only", kLinesLost, "Give the user permission to write to it.", path});
     else if (isFull(path))
-        findings.problem(path, "no space left on its disk: log lines are lost");
+        list.problem({"no space left on its disk", kLinesLost, "Make room on the disk.", path});
     else if (!MacGlobalConfig::IsEnableFileLog())
-        findings.note(path, "the log is on because this file exists");
+        list.note({"the log is on because this file exists", "The file grows without bound.",
+                   "Remove it when the log is not needed any more.", path});
 }
 
-void checkTemporaryFolder(Findings &findings)
+void checkTemporaryFolder(Checklist &list)
 {
+    list.begin("temporary-folder", "Temporary files");
     if (PathUtils::getTempDir().isEmpty())
-        findings.problem(QDir::tempPath().toStdString(),
-                         "no folder for temporary files: edited pictures get no backup");
+        list.problem({"there is no folder for temporary files", "Edited pictures get no backup.",
+                      "Make the folder, or set TMPDIR to one that can be written to.", QDir::tempPath().toStdString()});
 }
 
-void checkBookmarks(Findings &findings)
+void checkBookmarks(Checklist &list)
 {
+    list.begin("bookmarks", "Remembered permissions");
+    const char *effect = "The product asks for permission again when it needs it.";
     for (const MacBookmark::Entry &entry : MacBookmark::entries()) {
+        const std::string renew = "Open the file or folder once in the product, and allow the access.";
         if (entry.state == MacBookmark::State::stale)
-            findings.problem(entry.path, "its bookmark is stale: the folder or file was replaced");
+            list.problem({"its bookmark is stale: the folder or file was replaced", effect, renew, entry.path});
         else if (entry.state == MacBookmark::State::unresolvable)
-            findings.problem(entry.path, "its bookmark does not resolve");
+            list.problem({"its bookmark does not resolve", effect, renew, entry.path});
     }
 }
 
-void checkContainer(Findings &findings)
+void checkContainer(Checklist &list)
 {
+    list.begin("container", "Container of the application group");
     if (MacSandbox::isSandBox())
         return; // it is the user data folder then
     const std::string path = MacSandbox::getSharedPath("");
     const fs::file_type type = typeOf(path);
+    const char *effect = "The product's programs do not share files.";
     if (type != fs::file_type::not_found && type != fs::file_type::directory)
-        findings.problem(path, "the container of the application group is no folder");
+        list.problem({"no folder", effect, "Move it away.", path});
     else if (type == fs::file_type::directory && !isWritable(path))
-        findings.problem(path, "the container of the application group is not writable");
+        list.problem(
+            {"not writable", effect,
+             "Give the user permission to write to it; on macOS, sign the product with the group's entitlement.",
+             path});
 }
 
-Json finding(const std::string &file, const std::string &what, int line)
+void checkMarkers(Checklist &list)
 {
-    return file + (line > 0 ? ":" + std::to_string(line) : "") + ": " + what;
+    list.begin("markers", "Markers for testing");
+    const std::string folder = MacConfigPath::GetInstance()->GetUserDataDir();
+    bool usesTestServer = false;
+    static_cast<void>(MacGlobalUrl::GetDefSvrHost(&usesTestServer));
+    if (usesTestServer)
+        list.note({"the marker for the test servers lies here", "Services are asked on the test servers.",
+                   "Remove it unless this machine is for testing.", folder});
+    if (MacGlobalSetting::IsEnableDebug())
+        list.note({"the marker for debugging lies here", "The product shows what is meant for its developers.",
+                   "Remove it unless this machine is for testing.", folder});
 }
 
 } // namespace
 
-void Findings::problem(const std::string &file, const std::string &what, int line)
+void Checklist::begin(const char *id, const char *name)
 {
-    m_problems.push_back(finding(file, what, line));
+    m_rows.push_back({{"id", id}, {"name", name}, {"state", "ok"}});
 }
 
-void Findings::note(const std::string &file, const std::string &what)
+void Checklist::add(const char *state, const Finding &finding)
 {
-    m_notes.push_back(finding(file, what, 0));
+    Json row = m_rows.back();
+    if (row.at("state") == "ok")
+        m_rows.erase(m_rows.size() - 1);
+    row["state"] = state;
+    row["text"] = finding.text;
+    row["effect"] = finding.effect;
+    row["remedy"] = finding.remedy;
+    row["path"] = finding.path;
+    row["line"] = finding.line;
+    m_rows.push_back(row);
+}
+
+Json Checklist::json() const
+{
+    return {{"schema", 1}, {"checks", m_rows}};
 }
 
 Json examination()
 {
-    Findings findings;
-    for (const auto check : {checkBundle, checkAccountHelper, checkGlobalFile, checkBundledFiles, checkUserData,
-                             checkStores, checkLog, checkTemporaryFolder, checkBookmarks, checkContainer})
-        check(findings);
-    return {{"problems", findings.problems()}, {"notes", findings.notes()}};
+    Checklist list;
+    for (const auto check : {checkBundle, checkLibraries, checkUserData, checkLog, checkTemporaryFolder, checkBookmarks,
+                             checkContainer, checkMarkers})
+        check(list);
+    if (isInBundle()) {
+        for (const auto check : {checkAccountHelper, checkGlobalFile, checkBundledFiles, checkLanguages, checkStores})
+            check(list);
+    }
+    checkAccountStore(list);
+    return list.json();
 }
 
 bool hasProblems(const Json &examination)
 {
-    return !examination.at("problems").empty();
+    const Json &rows = examination.at("checks");
+    return std::any_of(rows.begin(), rows.end(), [](const Json &row) { return row.at("state") == "problem"; });
 }
 
 } // namespace inspect

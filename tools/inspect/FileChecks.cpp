@@ -1,21 +1,17 @@
-#include "tools/inspect/FileChecks.h"
-
 #include "config/ConfigFileUtil.h"
 #include "config/MacConfigPath.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacGlobalSetting.h"
 #include "paths/PathUtils.h"
 #include "paths/RegularFile_p.h"
+#include "tools/inspect/Checks.h"
 #include "tools/inspect/Registry.h"
 
 #include <QLockFile>
-#include <QSysInfo>
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
-#include <map>
+#include <set>
 #include <unistd.h>
-#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -23,11 +19,17 @@ namespace inspect {
 
 namespace {
 
-enum class Form { text, ini, pdf };
+constexpr int kMaxIniSize = 16 << 20;
+constexpr int kMaxLanguagesSize = 1 << 20;
+constexpr int kMaxDocumentSize = 64 << 20;
+constexpr int kMaxFindings = 20; // of one kind in one file: a foreign file has thousands
 
-constexpr int kLargestChecked = 256 << 20; // bytes: more than any of the files may have
+constexpr char kReinstall[] = "Install the product again.";
+constexpr char kMoveAway[] = "Move it away: the product makes a new one.";
 
-/// A file of the bundle's resources.
+enum class Form { text, ini, utf8Ini, pdf };
+
+/// A file of the bundle's resources, and what its loss means.
 struct BundledFile
 {
     const char *name;
@@ -36,153 +38,212 @@ struct BundledFile
 };
 
 constexpr BundledFile kBundledFiles[] = {
-    {"cfgdata/componentConfig.ini", Form::ini, "names, addresses, ids and switches are the defaults"},
-    {"cfgdata/cfgdata.ini", Form::ini, "its settings are the defaults"},
-    {"cfgdata/loadcfg.ini", Form::ini, "no folder is kept from loading by itself"},
-    {"cfgdata/language.json", Form::text, "there is no language to choose"},
-    {"ressrc/chs/upnest.svr", Form::ini, "there is no distribution data"},
-    {"data/mainversion.ini", Form::ini, "the version date is empty"},
-    {"data/help.pdf", Form::pdf, "the welcome document is not brought up to date"},
-    {"ThirdPartyLegalNotices.txt", Form::text, "there are no legal notices to show"},
+    {"cfgdata/componentConfig.ini", Form::utf8Ini, "Names, addresses, ids and switches are the defaults."},
+    {"cfgdata/cfgdata.ini", Form::ini, "Its settings are the defaults."},
+    {"cfgdata/loadcfg.ini", Form::ini, "No folder is kept from loading by itself."},
+    {"ressrc/chs/upnest.svr", Form::ini, "There is no distribution data: channel and try number are defaults."},
+    {"data/mainversion.ini", Form::ini, "The version date is empty."},
+    {"data/help.pdf", Form::pdf, "The welcome document is not brought up to date."},
+    {"ThirdPartyLegalNotices.txt", Form::text, "There are no legal notices to show."},
 };
+
+/// The keys of INI files that the library reads, by file; a key that is nearly one of them is a slip of the pen.
+const std::vector<std::string> &knownKeys()
+{
+    static const std::vector<std::string> all = {
+        "product/product_name",
+        "product/product_edition",
+        "product/ocr_app_id",
+        "product/ocr_app_id_tolva",
+        "product/is_tv_product",
+        "product/is_help_enable",
+        "product/vip_id",
+        "product/service_name",
+        "product/reg_name",
+        "product/host",
+        "product/guid",
+        "product/uninstall_key",
+        "title/top_left_title",
+        "title/window_title",
+        "associate/executor",
+        "associate/description",
+        "associate/backup",
+        "associate/avoid",
+        "associate_dialog/product_name",
+        "about/offical_url",
+        "about/licence_url",
+        "about/privacy_url",
+        "about/copyright",
+        "file/reader_name",
+        "file/cache_dir",
+        "internation/report_id",
+        "internation/report_prefix",
+        "version/date",
+        "Common/Edition",
+        "Common/TryNo",
+        "Common/tid1",
+        "Common/tid2",
+        "Common/tod1",
+        "Common/tod2",
+        "Common/product_id",
+        "Common/chan_name",
+        "Common/uuid_reg",
+        "Common/uuid_reg_key",
+        "Common/switch_generate_uuid",
+        "product/tid1",
+        "product/tid2",
+        "product/tod1",
+        "product/tod2",
+        "product/iid",
+        "product/pid",
+        "product/tryno",
+        "product/installtime",
+        "product/uuid",
+        "product/svrid",
+        "language/current_language",
+        "account/account",
+    };
+    return all;
+}
+
+/// Those of them that are numbers.
+const std::set<std::string> &numbers()
+{
+    static const std::set<std::string> all = {
+        "product/product_edition",
+        "product/ocr_app_id",
+        "product/ocr_app_id_tolva",
+        "product/is_tv_product",
+        "product/is_help_enable",
+        "product/vip_id",
+        "Common/Edition",
+        "Common/TryNo",
+        "Common/tid1",
+        "Common/tid2",
+        "Common/tod1",
+        "Common/tod2",
+        "Common/product_id",
+        "Common/switch_generate_uuid",
+        "product/tid1",
+        "product/tid2",
+        "product/tod1",
+        "product/tod2",
+        "product/iid",
+        "product/pid",
+        "product/tryno",
+        "product/installtime",
+        "account/account",
+    };
+    return all;
+}
 
 std::string resource(const char *name)
 {
     return MacConfigPath::GetInstance()->GetAppConfigPath(name);
 }
 
-/// The keys that are read as numbers, by the end of their file's path.
-const std::map<std::string, QStringList> kNumbers = {
-    {"cfgdata/componentConfig.ini",
-     {"product/product_edition", "product/ocr_app_id", "product/ocr_app_id_tolva", "product/is_tv_product",
-      "product/is_help_enable", "product/vip_id"}},
-    {"ressrc/chs/upnest.svr",
-     {"Common/Edition", "Common/product_id", "Common/tid1", "Common/tid2", "Common/tod1", "Common/tod2", "Common/TryNo",
-      "Common/switch_generate_uuid"}},
-    {"cfgdata/cfgdata.ini.user", {"account/account"}},
-    {"reg/common.ini",
-     {"product/tid1", "product/tid2", "product/tod1", "product/tod2", "product/iid", "product/pid", "product/tryno",
-      "product/installtime"}},
-};
-
-QStringList numbersOf(const std::string &path)
+bool isUtf8(const QByteArray &bytes)
 {
-    for (const auto &[end, keys] : kNumbers) {
-        if (path.size() > end.size() && path.compare(path.size() - end.size(), end.size(), end) == 0)
-            return keys;
-    }
-    return {};
+    return QString::fromUtf8(bytes).toUtf8() == bytes;
 }
 
-/// What of the first hundred lines with a mistake is lost.
-void checkLines(const std::string &path, Findings &findings)
+void checkLine(int line, const QString &key, const std::optional<QVariant> &value, const std::string &path,
+               Checklist &list)
 {
-    const QStringList numbers = numbersOf(path);
-    int count = 0;
-    ConfigFileUtil::ForEachLine(
-        QString::fromStdString(path), [&](int line, const QString &key, const std::optional<QVariant> &value) {
-            bool isNumber = true;
-            if (value && numbers.contains(key))
-                value->toLongLong(&isNumber);
-            if ((value && isNumber) || ++count > 100)
-                return;
-            if (key.isNull())
-                findings.problem(path, "neither [section], KEY=VALUE nor ;comment: the line is passed over", line);
-            else
-                findings.problem(
-                    path,
-                    key.toStdString()
-                        + (value ? " is no number and reads as 0" : " is a serialized value and reads as absent"),
-                    line);
-        });
+    if (key.isNull())
+        return list.problem({"a line that is neither [section], KEY=VALUE nor ;comment", "It is passed over.",
+                             "Mend the line, or put a ; in front of it.", path, line});
+    const std::string name = key.toStdString();
+    if (!value)
+        return list.problem({name + " is a serialized value, which is not unpacked", "It counts as absent.",
+                             "Write it as plain text, or take it out.", path, line});
+    bool isNumber = true;
+    static_cast<void>(value->toLongLong(&isNumber));
+    if (numbers().count(name) != 0 && !isNumber)
+        return list.problem({name + " is no number", "It counts as 0.", "Write a whole number.", path, line});
+    const std::string meant = nearest(name, knownKeys());
+    if (!meant.empty())
+        list.note({name + " is not a key that the library reads", "It may have no effect.",
+                   "Write " + meant + ", if that is what is meant.", path, line});
 }
 
-/// What a lock file says that keeps the writers of a store waiting.
-void checkLock(const std::string &store, Findings &findings)
+void checkIni(const QByteArray &bytes, bool mustBeUtf8, const std::string &path, Checklist &list)
+{
+    if (mustBeUtf8 && !isUtf8(bytes))
+        list.problem({"not in UTF-8", "Letters beyond ASCII read as others.", "Save the file in UTF-8.", path});
+    const std::size_t most = list.size() + kMaxFindings;
+    ConfigFileUtil::ForEachLine(QString::fromStdString(path),
+                                [&](int line, const QString &key, const std::optional<QVariant> &value) {
+                                    if (list.size() < most)
+                                        checkLine(line, key, value, path, list);
+                                });
+}
+
+/// Of a file that is there.
+void checkContent(const std::string &path, Form form, const char *loss, const char *remedy, Checklist &list)
+{
+    const int limit = form == Form::pdf || form == Form::text ? kMaxDocumentSize : kMaxIniSize;
+    const FileContent file = readRegularFile(path, limit);
+    if (file.state == FileContent::State::irregular)
+        list.problem({"no regular file", loss, remedy, path});
+    else if (file.state == FileContent::State::tooLarge)
+        list.problem({"larger than " + std::to_string(limit >> 20) + " MiB", loss, remedy, path});
+    else if (!file.isRead())
+        list.problem({"cannot be read", loss, "Give the user permission to read it.", path});
+    else if (form == Form::pdf && !file.bytes.startsWith("%PDF-"))
+        list.problem({"no PDF document", loss, remedy, path});
+    else if (form != Form::pdf && file.bytes.contains('\0'))
+        list.problem({"binary, no text", "What it says is lost.", remedy, path});
+    else if (form == Form::ini || form == Form::utf8Ini)
+        checkIni(file.bytes, form == Form::utf8Ini, path, list);
+}
+
+void checkLock(const std::string &store, Checklist &list)
 {
     const std::string path = store + ".lock";
     std::error_code error;
     const fs::file_type type = fs::symlink_status(path, error).type();
     if (type == fs::file_type::not_found)
         return;
+    const char *effect = "Changes wait for it, five seconds at most.";
     if (type != fs::file_type::regular)
-        return findings.problem(path, "no regular file: what it locks takes no changes");
+        return list.problem(
+            {"something that is no file lies in the place of a lock", "Changes are lost.", "Move it away.", path});
     qint64 process = 0;
     QString host;
     QString program;
     if (!QLockFile(QString::fromStdString(path)).getLockInfo(&process, &host, &program))
-        findings.note(path, "names no owner: the next change may wait for some seconds");
-    else if (host != QSysInfo::machineHostName())
-        findings.note(path,
-                      "of another machine, " + host.toStdString() + ": the next change may wait for some seconds");
+        list.note({"a lock that names nobody", effect, "Remove it when no program of the product runs.", path});
+    else if (!host.isEmpty() && host != QSysInfo::machineHostName())
+        list.note({"a lock of another machine, " + host.toStdString(), effect,
+                   "Remove it unless that machine uses the same folder.", path});
     else if (::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH)
-        findings.note(path, "stale: its owner, process " + std::to_string(process) + ", is gone");
-    else
-        findings.note(path, "held by process " + std::to_string(process) + ", " + program.toStdString());
+        list.note({"a lock of a program that has ended", effect, "Remove it.", path});
 }
 
-void checkContent(const std::string &path, Form form, const std::string &loss, Findings &findings)
+void checkStore(const std::string &path, Checklist &list)
 {
-    const auto [state, content] = readRegularFile(path, kLargestChecked);
-    if (state == FileContent::State::missing || state == FileContent::State::irregular)
-        findings.problem(path, "no regular file" + loss);
-    else if (state == FileContent::State::unreadable)
-        findings.problem(path, "cannot be read" + loss);
-    else if (state == FileContent::State::tooLarge)
-        findings.problem(path, "too large" + loss);
-    else if (form == Form::pdf && !content.startsWith("%PDF-"))
-        findings.problem(path, "no PDF document" + loss);
-    else if (form != Form::pdf && content.contains('\0'))
-        findings.problem(path, "binary, no text: what it says is lost");
-    else if (form == Form::ini && !ConfigFileUtil::IsSound(QString::fromStdString(path)))
-        findings.problem(path, "too large: it is not read");
-    else if (form == Form::ini)
-        checkLines(path, findings);
-}
-
-void checkStore(const std::string &path, Findings &findings)
-{
-    checkLock(path, findings);
+    checkLock(path, list);
     if (typeOf(path) == fs::file_type::not_found)
         return;
-    checkContent(path, Form::ini, ": it holds nothing, and takes nothing", findings);
+    checkContent(path, Form::ini, "It holds nothing, and takes nothing.", kMoveAway, list);
     if (typeOf(path) == fs::file_type::regular && !isWritable(path))
-        findings.problem(path, "read-only: changes are lost");
+        list.problem({"read-only", "Changes are lost.", "Give the user permission to write to it.", path});
 }
 
-void checkLanguages(Findings &findings)
+void checkRegistry(Checklist &list)
 {
-    const std::string path = resource("cfgdata/language.json");
-    const std::vector<std::string> names = MacGlobalSetting::GetSupportLanguageList();
-    if (names.empty() && typeOf(path) == fs::file_type::regular)
-        findings.problem(path, "malformed, too large, or without languages: there is none to choose");
-    for (auto name = names.begin(); name != names.end(); ++name) {
-        std::string code;
-        if (std::find(names.begin(), name, *name) != name)
-            findings.problem(path, "\"" + *name + "\" stands in the menu more than once, and means the first");
-        else if (MacGlobalSetting::GetParticularLanguageInfo("show_name", *name, "code", code) && code.empty())
-            findings.problem(path, "\"" + *name + "\" has no code and cannot be chosen");
-    }
-
-    const std::string common = registryFolder() + "common.ini";
-    std::string name;
-    if (names.empty() || !MacGlobalConfig::isInternationalApp() || typeOf(common) != fs::file_type::regular)
-        return;
-    const std::string code = MacGlobalSetting::GetCurrentLanguage();
-    if (!MacGlobalSetting::GetParticularLanguageInfo("code", code, "show_name", name))
-        findings.problem(common, "the language in use, \"" + code + "\", is not one of the menu");
-}
-
-void checkRegistry(Findings &findings)
-{
-    const std::string folder = registryFolder();
-    const fs::file_type type = typeOf(folder.substr(0, folder.size() - 1)); // a file has no "/" behind it
+    std::string folder = registryFolder();
+    folder.pop_back(); // a file has no "/" behind it
+    const fs::file_type type = typeOf(folder);
     if (type == fs::file_type::not_found)
         return;
     if (type != fs::file_type::directory)
-        return findings.problem(folder, "no folder: the registry holds nothing");
+        return list.problem(
+            {"no folder", "The registry holds nothing, the chosen language neither.", "Move it away.", folder});
     if (!isWritable(folder))
-        findings.problem(folder, "not writable: changes to the registry are lost");
+        list.problem(
+            {"not writable", "Changes to the registry are lost.", "Give the user permission to write to it.", folder});
     std::vector<std::string> keys;
     std::error_code error;
     for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
@@ -190,10 +251,40 @@ void checkRegistry(Findings &findings)
             keys.push_back(entry->path().string());
     }
     if (error)
-        findings.problem(folder, "cannot be looked at (" + error.message() + ")");
+        list.problem({"cannot be looked at (" + error.message() + ")", "Its values are lost.",
+                      "Give the user permission to read it.", folder});
     std::sort(keys.begin(), keys.end());
     for (const std::string &path : keys)
-        checkStore(path, findings);
+        checkStore(path, list);
+}
+
+/// Whether the list can be chosen from.
+bool checkLanguageEntries(const QByteArray &bytes, const std::string &path, Checklist &list)
+{
+    const Json all = Json::parse(bytes.begin(), bytes.end(), nullptr, false);
+    const Json entries = all.is_object() ? all.value("languages", Json()) : Json();
+    if (!entries.is_array() || entries.empty()) {
+        list.problem({"malformed, or without languages", "There is no language to choose.", kReinstall, path});
+        return false;
+    }
+    std::set<std::string> names;
+    int number = 0;
+    for (const Json &entry : entries) {
+        const auto text = [&entry](const char *key) {
+            return entry.is_object() && entry.contains(key) && entry[key].is_string() ? entry[key].get<std::string>()
+                                                                                      : "";
+        };
+        const std::string name = text("show_name");
+        const std::string which = name.empty() ? "entry " + std::to_string(number + 1) : '"' + name + '"';
+        if (name.empty() || text("code").empty())
+            list.problem({which + " has no " + (name.empty() ? "name" : "code"), "It cannot be chosen.",
+                          "Give it \"show_name\" and \"code\".", path});
+        else if (!names.insert(name).second)
+            list.problem(
+                {which + " stands in the menu more than once", "Both mean the first.", "Take one of them out.", path});
+        ++number;
+    }
+    return true;
 }
 
 } // namespace
@@ -209,29 +300,50 @@ bool isWritable(const fs::path &path)
     return ::access(path.c_str(), W_OK) == 0;
 }
 
-void checkBundledFiles(Findings &findings)
+void checkBundledFiles(Checklist &list)
 {
+    list.begin("bundled-files", "Files of the bundle");
     for (const BundledFile &file : kBundledFiles) {
         const std::string path = resource(file.name);
-        const std::string loss = std::string(": ") + file.loss;
-        if (!path.empty() && typeOf(path) == fs::file_type::not_found)
-            findings.note(path, "missing" + loss);
-        else if (!path.empty())
-            checkContent(path, file.form, loss, findings);
+        if (typeOf(path) == fs::file_type::not_found)
+            list.note({"missing", file.loss, kReinstall, path});
+        else
+            checkContent(path, file.form, file.loss, kReinstall, list);
     }
-    checkLanguages(findings);
 }
 
-void checkStores(Findings &findings)
+void checkLanguages(Checklist &list)
 {
+    list.begin("languages", "Languages");
+    const std::string path = resource("cfgdata/language.json");
+    const FileContent file = readRegularFile(path, kMaxLanguagesSize);
+    if (!file.isRead())
+        return list.problem(
+            {file.state == FileContent::State::missing ? "missing" : "no readable file of at most 1 MiB",
+             "There is no language to choose.", kReinstall, path});
+    const std::string common = registryFolder() + "common.ini";
+    std::string name;
+    if (!checkLanguageEntries(file.bytes, path, list) || !MacGlobalConfig::isInternationalApp()
+        || typeOf(common) != fs::file_type::regular)
+        return;
+    const std::string code = MacGlobalSetting::GetCurrentLanguage();
+    if (!MacGlobalSetting::GetParticularLanguageInfo("code", code, "show_name", name))
+        list.problem({"the language in use, \"" + code + "\", is not one of the menu", "Texts may be in English.",
+                      "Choose a language: pdforvell-inspect language NAME.", common});
+}
+
+void checkStores(Checklist &list)
+{
+    list.begin("stores", "Settings, counters and registry");
     const std::string overlay = PathUtils::getConfigDataPath().toStdString() + ".user";
     const MacConfigPath *paths = MacConfigPath::GetInstance();
     for (const std::string &path :
          {paths->GetUserDataPath("config.ini"), paths->GetUserDataPath("config_count.ini"), overlay})
-        checkStore(path, findings);
+        checkStore(path, list);
     if (!isWritable(fs::path(overlay).parent_path()))
-        findings.note(overlay, "its folder is not writable: the choice of the account's product is lost");
-    checkRegistry(findings);
+        list.note({"its folder is not writable", "The choice of the account's product is lost.",
+                   "Give the user permission to write to the folder.", overlay});
+    checkRegistry(list);
 }
 
 } // namespace inspect

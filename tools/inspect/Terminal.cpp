@@ -106,6 +106,20 @@ std::size_t widthOf(const std::string &text)
     return width;
 }
 
+bool showsUtf8()
+{
+    const char *terminal = std::getenv("TERM");
+    for (const char *name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char *value = std::getenv(name);
+        if (value && *value) {
+            const QString locale = QString::fromUtf8(value).remove(QLatin1Char('-'));
+            return locale.endsWith(QLatin1String("UTF8"), Qt::CaseInsensitive)
+                && !(terminal && std::string(terminal) == "dumb");
+        }
+    }
+    return false;
+}
+
 void endInsteadOfAborting(const char *program)
 {
     static const char *name = program;

@@ -31,6 +31,9 @@ private:
 /// Columns that UTF-8 text takes on a terminal.
 [[nodiscard]] std::size_t widthOf(const std::string &text);
 
+/// Whether signs beyond ASCII can be shown: the user's locale is one of UTF-8, and the terminal no dumb one.
+[[nodiscard]] bool showsUtf8();
+
 /// Has Qt's fatal errors, such as that there is no display, end `program` with a line on standard error and status 1.
 /// By itself it would abort.
 void endInsteadOfAborting(const char *program);
