@@ -34,10 +34,6 @@ private:
 /// Whether signs beyond ASCII can be shown: the user's locale is one of UTF-8, and the terminal no dumb one.
 [[nodiscard]] bool showsUtf8();
 
-/// Has Qt's fatal errors, such as that there is no display, end `program` with a line on standard error and status 1.
-/// By itself it would abort.
-void endInsteadOfAborting(const char *program);
-
 /// Starts a program in the background; whether it goes on for `patience`, or ends well before. It outlives this
 /// process.
 [[nodiscard]] bool isStarted(const std::vector<std::string> &words, std::chrono::milliseconds patience);

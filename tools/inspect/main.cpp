@@ -1,8 +1,8 @@
+#include "tools/common/Fatal.h"
 #include "tools/inspect/CommandLine.h"
 #include "tools/inspect/Doctor.h"
 #include "tools/inspect/Generate.h"
 #include "tools/inspect/Sections.h"
-#include "tools/inspect/Terminal.h"
 
 #include <QLoggingCategory>
 #include <algorithm>

@@ -1,59 +1,70 @@
 #include "tools/orvell-account/CommandLine.h"
 
+#include <CLI/CLI.hpp>
 #include <QUrl>
 
 namespace {
 
-[[noreturn]] void refuse(const QString &argument)
+std::string checkWebAddress(const std::string &text)
 {
-    throw WrongUse("cannot do anything with \"" + argument.toStdString() + '"');
-}
-
-bool isNumber(const QString &text)
-{
-    bool ok = false;
-    text.toInt(&ok);
-    return ok;
-}
-
-bool isWebAddress(const QString &text)
-{
-    const QUrl url(text, QUrl::StrictMode);
-    return url.isValid() && !url.host().isEmpty()
+    const QUrl url(QString::fromStdString(text), QUrl::StrictMode);
+    const bool isOne = url.isValid() && !url.host().isEmpty()
         && (url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http"));
+    return isOne ? "" : "no web address: " + text;
+}
+
+/// The adapters write this one with a single dash, which is a row of short options elsewhere.
+std::string withTwoDashes(std::string argument)
+{
+    return argument.rfind("-url=", 0) == 0 ? '-' + argument : argument;
 }
 
 } // namespace
 
-Command parse(const QStringList &arguments)
+Command parse(std::vector<std::string> arguments)
 {
-    static const QStringList numbers = {"--pid", "--vipfrom", "--subpid", "--fid"};
+    CLI::App app("Shows the account's login dialog and pages for the product's programs.", "orvell-account");
+    app.set_help_flag("-h,--help", "Print this text and end");
+    app.set_version_flag("-V,--version", "orvell-account " OND_VERSION, "Print the version and end");
+    app.footer("Exit status:\n  0  done\n  1  not done, or declined\n  2  wrong use");
+    std::string page;
+    std::string url;
+    bool isConfirmed = false;
+    int action = 0;
+    int logoutForever = 0;
+    int unused = 0;
+    CLI::Option *web = app.add_option("--open_web", page, "Open the login dialog, or a page");
+    web->check(CLI::IsMember({"login", "main"}));
+    CLI::Option *open = app.add_option("--open_action", action, "Open the account's page")->check(CLI::IsMember({1}));
+    app.add_option("--url", url, "Address of the page, instead of the account's own")->check(checkWebAddress);
+    app.add_option("--logoutforever", logoutForever, "1: delete the account, after a question")
+        ->check(CLI::IsMember({1}));
+    app.add_flag("--yes", isConfirmed, "Do not ask before the account is deleted");
+    for (const char *number : {"--pid", "--vipfrom", "--subpid", "--fid"})
+        app.add_option(number, unused, "Passed by the product's programs, and not used");
+
+    arguments.erase(std::remove(arguments.begin(), arguments.end(), ""), arguments.end());
+    std::transform(arguments.begin(), arguments.end(), arguments.begin(), withTwoDashes);
+    std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
     Command command;
-    bool isAsked = false;
-    bool logoutForever = false;
-    for (const QString &argument : arguments) {
-        if (argument.isEmpty())
-            continue;
-        const QString name = argument.section(QLatin1Char('='), 0, 0);
-        const QString value = argument.section(QLatin1Char('='), 1);
-        if (argument == QLatin1String("--open_web=login") || argument == QLatin1String("--open_web=main")
-            || argument == QLatin1String("--open_action=1")) {
-            isAsked = true;
-            if (value == QLatin1String("login"))
-                command.action = Command::Action::login;
-        } else if (argument == QLatin1String("--logoutforever=1")) {
-            logoutForever = true;
-        } else if (argument == QLatin1String("--yes")) {
-            command.isConfirmed = true;
-        } else if (name == QLatin1String("-url") && isWebAddress(value)) {
-            command.url = value;
-        } else if (!numbers.contains(name) || !isNumber(value)) {
-            refuse(argument);
-        }
+    try {
+        app.parse(arguments);
+    } catch (const CLI::CallForHelp &) {
+        command.text = app.help();
+        return command;
+    } catch (const CLI::CallForVersion &request) {
+        command.text = request.what() + std::string("\n");
+        return command;
+    } catch (const CLI::ParseError &error) {
+        throw WrongUse(error.what());
     }
-    if (!isAsked)
+    if (web->empty() && open->empty())
         throw WrongUse("neither --open_web nor --open_action says what to open");
-    if (logoutForever)
+    command.isConfirmed = isConfirmed;
+    command.url = QString::fromStdString(url);
+    if (logoutForever == 1)
         command.action = Command::Action::logoutForever;
+    else if (page == "login")
+        command.action = Command::Action::login;
     return command;
 }

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 /// What the account helper is asked for.
 struct Command
@@ -10,6 +11,7 @@ struct Command
     enum class Action { login, openPage, logoutForever } action = Action::openPage;
     bool isConfirmed = false; ///< not to be asked about
     QString url; ///< of the page; empty for the account's own web site
+    std::string text; ///< to be printed in place of everything else: help or the version
 };
 
 /// A command line that the helper does not understand.
@@ -21,4 +23,4 @@ public:
 
 /// Understands what the account adapters start the helper with, and "--yes", which they do not pass. Empty arguments
 /// mean nothing. Throws WrongUse.
-[[nodiscard]] Command parse(const QStringList &arguments);
+[[nodiscard]] Command parse(std::vector<std::string> arguments);

@@ -3,6 +3,7 @@
 #include "account/ui/OndVipInternationFactory.h"
 #include "config/QtVersion_p.h"
 #include "tools/common/Escaped.h"
+#include "tools/common/Fatal.h"
 #include "tools/common/LoginError.h"
 #include "tools/orvell-account/CommandLine.h"
 
@@ -93,11 +94,13 @@ int openPage(const QString &url)
 
 int main(int argc, char *argv[])
 {
+    endInsteadOfAborting("orvell-account");
     try {
-        QStringList arguments;
-        for (int i = 1; i < argc; ++i)
-            arguments += QString::fromLocal8Bit(argv[i]);
-        const Command command = parse(arguments);
+        const Command command = parse({argv + 1, argv + argc});
+        if (!command.text.empty()) {
+            std::cout << command.text << std::flush;
+            return std::cout ? kDone : fail("the text cannot be written");
+        }
         if (command.action == Command::Action::logoutForever)
             return logoutForever(command.isConfirmed, argc, argv);
         qt::drawAtScreenScale();
