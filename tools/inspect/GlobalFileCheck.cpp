@@ -116,7 +116,8 @@ void checkLines(const INIReader &file, const std::string &path, const std::strin
         const std::string meant = nearest(key, known);
         if (std::find(known.begin(), known.end(), key) == known.end())
             list.note({key + " is not a key that is read", "It has no effect.",
-                       meant.empty() ? "Take it out." : "Did you mean " + meant + "?", path, number});
+                       meant.empty() ? "Take it out." : "Write " + meant + ", if that is what is meant.", path,
+                       number});
         else if (!seen.emplace(key, number).second)
             list.problem({key + " is set more than once", "As a switch the first value counts, as a text both.",
                           "Keep one of the lines.", path, number});

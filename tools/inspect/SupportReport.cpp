@@ -125,9 +125,12 @@ std::string checks(const Json &doctor)
         const std::string state = check.at("state");
         const char *sign = state == "ok" ? "✓" : state == "note" ? "!" : "✗";
         items += "<li class=\"" + (state == "ok" ? "good" : state) + "\"><b>" + sign + "</b>" + html(check.at("name"));
-        for (const char *part : {"text", "path", "effect", "remedy"})
-            if (check.contains(part))
-                items += "<br>" + html(check.at(part));
+        if (state != "ok") {
+            const int line = check.at("line");
+            items += "<br>" + html(check.at("text")) + "<br><code>" + html(check.at("path"))
+                + (line > 0 ? ":" + std::to_string(line) : "") + "</code><br>" + html(check.at("effect"))
+                + "<br>To mend it: " + html(check.at("remedy"));
+        }
         items += "</li>\n";
     }
     return "<ul class=\"checks\">\n" + items + "</ul>\n";
