@@ -45,6 +45,7 @@ TEST(Inspector, FollowsTheBundleWhereverItLies)
     const fs::path data = bundle.makeUserDataDir("Reader Copy");
     put(bundle.globalFile(), "[common]\napp_store=1\ngroup_name=group.test\n");
     put(bundle.contents("Info.plist"), std::string(kBinaryPlist, sizeof kBinaryPlist - 1));
+    put(data / "reg", kFolder);
     put(bundle.home() + "/data/applications/com.xundu.reader.desktop", "[Desktop Entry]\n");
     put(bundle.home() + "/Applications/Other Name.app/Contents/Info.plist",
         "<plist><dict><key>CFBundleIdentifier</key><string>com.lumo.reader</string></dict></plist>");

@@ -5,6 +5,7 @@
 #include "config/PdfReaderProductInfo.h"
 #include "config/ProductCfgUtil.h"
 #include "config/ProductInfoForCooperation.h"
+#include "tools/inspect/Registry.h"
 
 namespace inspect {
 
@@ -130,8 +131,15 @@ Json identity()
 {
     CPDFEdition *edition = CPDFEdition::GetInstance();
     edition->Initialize(PDFEdition::Independent);
-    Json answers = answersOf(*PdfReaderProductInfo::GetInstance(), kIdentity);
-    answers.update(answersOf(*edition, kEdition));
+    Json answers = answersOf(*edition, kEdition);
+    Json notAsked = Json::array();
+    if (hasRegistry()) {
+        answers.update(answersOf(*PdfReaderProductInfo::GetInstance(), kIdentity));
+    } else {
+        for (const auto &row : kIdentity)
+            notAsked.push_back(row.name);
+    }
+    answers["notAsked"] = notAsked;
     answers["GetProductVersion"] = jsonOf(ConfigFileUtil::GetProductVersion());
     answers["GetChanName"] = jsonOf(ProductInfoForCooperation().GetChanName(QString()));
     return answers;

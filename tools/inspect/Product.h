@@ -8,6 +8,8 @@ namespace inspect {
 [[nodiscard]] Json product();
 
 /// Who this installation is: edition, channel numbers, install time, versions, and other products on the machine.
+/// Creates nothing: without the registry's folder, which its record would create, the record's getters are named under
+/// "notAsked".
 [[nodiscard]] Json identity();
 
 } // namespace inspect
