@@ -1,0 +1,37 @@
+#include "config/ini/IniContent_p.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+} // namespace
+
+/// Whatever the bytes: all keys are found one by one as in the walk through the file, and a change is there afterwards,
+/// with every other value as it was.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));
+    const ini::Content content(bytes, size % 2 == 0);
+    const auto values = content.values();
+    int count = 0;
+    for (auto value = values.begin(); value != values.end() && ++count < 20; ++value) {
+        const bool isAskedFor = !value.key().isEmpty() && ini::normalized(value.key()) == value.key();
+        require(!isAskedFor || (content.contains(value.key()) && content.value(value.key()) == *value));
+        static_cast<void>(content.text(value.key()));
+    }
+    const QString first = values.isEmpty() ? QString() : ini::normalized(values.firstKey());
+    const ini::Changes changes{
+        {QStringLiteral("a/b"), "1"}, {QStringLiteral("k"), "2"}, {first.isEmpty() ? "a/b" : first, "1"}};
+    auto expected = values;
+    for (auto change = changes.begin(); change != changes.end(); ++change)
+        expected[change.key()] = QVariant(QString::fromLatin1(change.value()));
+    require(ini::Content(content.with(changes), size % 2 == 0).values() == expected);
+    return 0;
+}
