@@ -15,7 +15,7 @@ set -e
 } >&2
 build/consumer
 export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")
-"$compiler" -std=c++17 -fPIC $flags "$consumer/main.cpp" $(pkg-config --cflags --libs ondpdftoolutils) \
+"$compiler" -std=c++17 $flags "$consumer/main.cpp" $(pkg-config --cflags --libs ondpdftoolutils) \
     "-Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)" -o consumer
 ./consumer
 
