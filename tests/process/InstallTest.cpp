@@ -23,8 +23,6 @@ export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)
 echo "add_library(${other_qt}::Core INTERFACE IMPORTED)" >other.cmake
 "$cmake" -G "$generator" -S "$consumer" -B other "-DCMAKE_PREFIX_PATH=$PWD/prefix" "-DCMAKE_CXX_COMPILER=$compiler" \
     "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
-printf 'Name: other\nDescription: other\nVersion: 0\n' >"$PKG_CONFIG_PATH/${other_qt}Core.pc"
-pkg-config --print-errors ondpdftoolutils "${other_qt}Core" 2>&1 | grep -o "creates a conflict"
 )sh";
 
 } // namespace
@@ -42,5 +40,5 @@ TEST(Install, IsFoundAndUsedThroughCMakeAndPkgConfig)
                           OND_TEST_CXX, flags, OND_TEST_OTHER_QT},
                          dir / "home");
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\nthis project uses Qt\ncreates a conflict\n");
+    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\nthis project uses Qt\n");
 }
