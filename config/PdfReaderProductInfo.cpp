@@ -1,7 +1,6 @@
 #include "config/PdfReaderProductInfo_p.h"
 
 #include "config/ConfigFileUtil.h"
-#include "config/GlobalConfigFile.h"
 #include "config/Locations_p.h"
 #include "config/MacGlobalConfig.h"
 #include "config/MacReg.h"
@@ -31,9 +30,7 @@ bool isInstalled(masked::View bundleId)
 ProductInfo storedProductInfo()
 {
     MacReg registry;
-    // Opening a key creates the registry's folder; who looks at an installation shall leave nothing behind.
-    if (isPathExist(locations::userDataDir(false).toStdString() + "reg/"))
-        registry.open(QStringLiteral("common"), true);
+    registry.open(QStringLiteral("common"), true);
     const auto value = [&registry](const char *name) { return registry.value(QLatin1String(name), 0); };
     ProductInfo info;
     info.tid1 = value("product/tid1").toInt();

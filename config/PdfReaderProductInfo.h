@@ -33,7 +33,7 @@ struct ProductInfo
 class ONDPDFTOOLUTILS_EXPORT ProductInfoHelper
 {
 public:
-    /// Reads the files; nothing is created or written.
+    /// Reads the files. Creates the registry's folder (MacReg), but writes nothing.
     explicit ProductInfoHelper(PDFEdition::EDITION edition);
 
     ProductInfo GetProductInfo() const;

@@ -266,7 +266,6 @@ TEST_F(Account, PageAddressTellsLanguageCertificateAndInstallation)
 {
     m_bundle.writeGlobalFile("[common]\napp_international=1\n");
     EXPECT_EQ(OndVipGeneratorUtil::GetProductInfo().tid1, 0);
-    EXPECT_FALSE(std::filesystem::exists(m_bundle / "support")) << "asking creates nothing";
     m_bundle.writeRegistry("tid1=1\ntid2=2\ntod1=3\ntod2=-4\niid=5\npid=6\ntryno=7\ninstalltime=8\nuuid=a,b c\n");
     test::fakePlatform().info[""]["CFBundleShortVersionString"] = "1.2.3";
     test::writeFile(m_bundle / "Foo.app/Contents/Resources/cfgdata/language.json",

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <algorithm>
 #include <dlfcn.h>
+#include <regex>
 #include <unistd.h>
 #include <vector>
 
@@ -85,7 +86,7 @@ void checkLibraries(Checklist &list)
         list.problem({"the library comes from outside the bundle", "It may be of another version than the product.",
                       "Unset LD_LIBRARY_PATH or DYLD_LIBRARY_PATH, or install the product again.", file});
     const std::string name = fs::path(file).filename().string();
-    const bool tellsVersion = name.find_first_of("0123456789") != std::string::npos;
+    const bool tellsVersion = std::regex_search(name, std::regex(R"(\d+\.\d+\.\d+)"));
     if (tellsVersion && name.find(OND_VERSION) == std::string::npos)
         list.problem({"the library is of another version than this program, which is " OND_VERSION,
                       "Answers may be wrong, and programs may crash.", kReinstall, file});
