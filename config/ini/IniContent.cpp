@@ -23,6 +23,8 @@ constexpr View kBlanks = " \t";
 constexpr View kBetweenLines = " \t\r\n";
 constexpr View kSpaces = " \t\n\v\f\r";
 
+constexpr View kGeneral = "general";
+
 View viewOf(const QByteArray &bytes)
 {
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
@@ -33,20 +35,53 @@ std::size_t startOf(View bytes)
     return bytes.substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
 }
 
-View trimmed(View text, View blanks)
-{
-    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
-    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
-}
-
+/// The standard library calls memchr for each character.
 bool has(View characters, char c)
 {
-    return characters.find(c) != View::npos;
+    for (const char each : characters) {
+        if (each == c)
+            return true;
+    }
+    return false;
 }
+
+std::size_t skip(View text, View characters, std::size_t at)
+{
+    while (at < text.size() && has(characters, text[at]))
+        ++at;
+    return at;
+}
+
+std::size_t find(View text, View characters, std::size_t at)
+{
+    while (at < text.size() && !has(characters, text[at]))
+        ++at;
+    return at;
+}
+
+View trimmed(View text, View blanks)
+{
+    text.remove_prefix(skip(text, blanks, 0));
+    while (!text.empty() && has(blanks, text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+struct Special
+{
+    constexpr Special()
+    {
+        for (const char c : {'\n', '\r', '"', ';', '=', '\\'})
+            is[static_cast<unsigned char>(c)] = true;
+    }
+
+    bool is[256] = {};
+};
 
 bool isSpecial(char c)
 {
-    return c == '\n' || c == '\r' || c == '"' || c == ';' || c == '=' || c == '\\';
+    static constexpr Special special;
+    return special.is[static_cast<unsigned char>(c)];
 }
 
 bool isHex(char c)
@@ -83,6 +118,8 @@ QChar takeCharacter(View &name)
 
 bool isSame(View name, QStringView text)
 {
+    if (name.size() < static_cast<std::size_t>(text.size())) // an escape is longer than what it stands for
+        return false;
     return std::all_of(text.begin(), text.end(), [&](QChar c) { return !name.empty() && takeCharacter(name) == c; })
         && name.empty();
 }
@@ -95,15 +132,31 @@ QString decodedName(View name)
     return text;
 }
 
+bool isGeneral(View section)
+{
+    return section.size() == kGeneral.size() && qstrnicmp(section.data(), kGeneral.data(), kGeneral.size()) == 0;
+}
+
 /// What keys of a section begin with.
 QString prefixOf(View section)
 {
-    const auto is = [section](const char *name) { return qstrnicmp(section.data(), name, section.size()) == 0; };
-    if (section.size() == 7 && is("general"))
+    if (isGeneral(section))
         return {};
-    if (section.size() == 8 && is("%general"))
+    if (!section.empty() && section.front() == '%' && isGeneral(section.substr(1)))
         section.remove_prefix(1);
     return decodedName(section) + QLatin1Char('/');
+}
+
+/// What is left of a key behind the name of a section; empty when it lies elsewhere.
+QStringView restIn(View section, QStringView key)
+{
+    if (isGeneral(section))
+        return key;
+    if (!section.empty() && section.front() == '%' && isGeneral(section.substr(1)))
+        section.remove_prefix(1);
+    while (!section.empty() && !key.isEmpty() && takeCharacter(section) == key.front())
+        key = key.mid(1);
+    return section.empty() && !key.isEmpty() && key.front() == QLatin1Char('/') ? key.mid(1) : QStringView();
 }
 
 /// A line, as QSettings cuts it: line ends within quotes and behind a backslash belong to it.
@@ -114,7 +167,7 @@ struct Line
     std::size_t next = 0; // behind the mark and the comment that end it
     View name; // of a key
     View value; // has no data where the line has no "="
-    QString section; // prefix of its keys
+    View section = kGeneral; // the name in the last header
     bool isHeader = false;
     bool isMalformed = false;
     bool isOpen =
@@ -125,9 +178,9 @@ struct Line
 bool advance(View bytes, Line &line)
 {
     std::size_t at = std::max(line.next, startOf(bytes));
-    for (at = bytes.find_first_not_of(kBetweenLines, at); at != View::npos && bytes[at] == ';';)
-        at = bytes.find_first_not_of(kBetweenLines, bytes.find_first_of(kLineEnds, at));
-    if (at == View::npos)
+    for (at = skip(bytes, kBetweenLines, at); at < bytes.size() && bytes[at] == ';';)
+        at = skip(bytes, kBetweenLines, find(bytes, kLineEnds, at));
+    if (at >= bytes.size())
         return false;
     line.begin = at;
     std::size_t equals = View::npos;
@@ -148,18 +201,17 @@ bool advance(View bytes, Line &line)
     }
     line.isOpen = line.isOpen || isQuoted;
     line.end = std::min(at, bytes.size());
-    at = std::min(bytes.find_first_of(kLineEnds, line.end), bytes.size());
+    at = find(bytes, kLineEnds, line.end);
     line.next = std::min(at + (isPair(bytes, at) ? 2 : 1), bytes.size());
 
     const View whole = bytes.substr(line.begin, line.end - line.begin);
     line.isHeader = whole.front() == '[';
-    line.isMalformed = line.isHeader ? !has(whole, ']') : equals == View::npos;
+    line.isMalformed = line.isHeader ? whole.find(']') == View::npos : equals == View::npos;
     line.name = line.value = View();
     if (line.isHeader)
-        line.section = prefixOf(trimmed(whole.substr(1, whole.find(']') - 1), kSpaces));
+        line.section = trimmed(whole.substr(1, whole.find(']') - 1), kSpaces);
     else if (!line.isMalformed) {
-        line.name = bytes.substr(line.begin, equals - line.begin);
-        line.name = line.name.substr(0, line.name.find_last_not_of(kBlanks) + 1);
+        line.name = trimmed(bytes.substr(line.begin, equals - line.begin), kBlanks);
         line.value = bytes.substr(equals + 1, line.end - equals - 1);
     }
     return true;
@@ -452,13 +504,15 @@ std::optional<QByteArray> Content::find(const QString &key) const
     std::optional<QByteArray> found;
     QString foundIn;
     Line line;
-    QStringView rest = wanted;
+    QStringView rest = wanted; // of the key, in this section; empty if the key cannot be there
     while (advance(viewOf(m_bytes), line)) {
         if (line.isHeader)
-            rest = wanted.startsWith(line.section) ? QStringView(wanted).mid(line.section.size()) : QStringView();
-        else if (!line.isMalformed && !rest.isEmpty() && isSame(line.name, rest) && line.section >= foundIn) {
-            found = QByteArray::fromRawData(line.value.data(), static_cast<int>(line.value.size()));
-            foundIn = line.section;
+            rest = restIn(line.section, wanted);
+        else if (!line.isMalformed && !rest.isEmpty() && isSame(line.name, rest)) {
+            const QString section = prefixOf(line.section);
+            if (section >= foundIn)
+                found = QByteArray::fromRawData(line.value.data(), static_cast<int>(line.value.size()));
+            foundIn = std::max(section, foundIn);
         }
     }
     return found;
@@ -500,16 +554,18 @@ void Content::forEach(const std::function<void(const Entry &)> &visit) const
 {
     const View bytes = viewOf(m_bytes);
     Line line;
+    QString section;
     std::size_t counted = 0;
     int number = 1;
     while (advance(bytes, line)) {
+        if (line.isHeader)
+            section = prefixOf(line.section);
         for (; counted < line.begin; ++counted)
             number += bytes[counted] == '\n' || (bytes[counted] == '\r' && bytes[counted + 1] != '\n') ? 1 : 0;
         if (line.isMalformed)
-            visit({number, line.section, {}, {}});
+            visit({number, section, {}, {}});
         else if (!line.isHeader)
-            visit({number, line.section, line.section + decodedName(line.name),
-                   variantOf(partsOf(line.value, m_isUtf8))});
+            visit({number, section, section + decodedName(line.name), variantOf(partsOf(line.value, m_isUtf8))});
     }
 }
 
@@ -538,6 +594,7 @@ QByteArray Content::with(const Changes &changes) const
     const std::size_t start = startOf(bytes);
     bool isHeadless = false; // lines of the general section come first, without saying so
     std::size_t sectionBegin = View::npos;
+    QString prefix;
     QString current;
     auto own = sections.find(current);
     auto following = sections.upperBound(current);
@@ -546,21 +603,22 @@ QByteArray Content::with(const Changes &changes) const
         QString name;
         if (line.isHeader) {
             sectionBegin = line.begin;
-            current = line.section.left(line.section.size() - 1);
-            own = line.section == QLatin1String("/") ? sections.end() : sections.find(current);
+            prefix = prefixOf(line.section);
+            current = prefix.left(prefix.size() - 1);
+            own = prefix == QLatin1String("/") ? sections.end() : sections.find(current);
             following = sections.upperBound(current);
         } else if (!line.isMalformed) {
             isHeadless = isHeadless || sectionBegin == View::npos;
             name = decodedName(line.name);
-            const QString key = line.section + name;
+            const QString key = prefix + name;
             const auto [section, rest] = split(key);
             const auto found = key.startsWith(QLatin1Char('/')) ? sections.end() : sections.find(section);
             const auto place = found == sections.end() ? Places::iterator() : found->places.find(rest);
             // QSettings does not look into the general section for a key of another one.
-            if (found != sections.end() && place != found->places.end() && line.section >= place->oldSection
-                && (section.isEmpty() || !line.section.isEmpty())) {
+            if (found != sections.end() && place != found->places.end() && prefix >= place->oldSection
+                && (section.isEmpty() || !prefix.isEmpty())) {
                 place->old = trimmed(line.value, kBlanks);
-                place->oldSection = line.section;
+                place->oldSection = prefix;
             }
         }
         if (following != sections.end() && following->before <= current) {
