@@ -284,11 +284,37 @@ TEST_F(LocalSdk, ListenersAreToldOfWhatOthersDoWhereverTheStoreGoes)
     core.UnInitialize();
 }
 
-TEST_F(LocalSdk, ProcessEndsWithoutStoppingIt)
+TEST_F(LocalSdk, StartsAndStopsOnManyThreadsAtOnce)
 {
-    const auto startAndEnd = [] {
-        (new VipSdkCoreInterfaceImpl)->Initialize();
-        std::exit(0);
+    test::onThreads(4, [this](int thread) {
+        for (int i = 0; i < 500; ++i)
+            (i + thread) % 2 ? core.Initialize() : core.UnInitialize();
+    });
+    core.Initialize();
+    EXPECT_TRUE(core.StartFrontTask());
+    core.UnInitialize();
+    EXPECT_FALSE(core.StartFrontTask());
+}
+
+TEST_F(LocalSdk, ProcessEndsWithoutStoppingItAlthoughAListenerWaitsForThat)
+{
+    struct Waiting : Listener
+    {
+        void OnUserInfoChange() override
+        {
+            ++changes;
+            for (;;)
+                ::pause();
+        }
+    };
+    const auto startAndEnd = [this] {
+        ::alarm(60);
+        auto &service = *new VipSdkCoreInterfaceImpl;
+        auto &listener = *new Waiting;
+        service.AddUserInfoChangeListener(&listener);
+        service.Initialize();
+        setUserInfo(L"n");
+        std::exit(eventually([&] { return listener.changes == 1; }) ? 0 : 1);
     };
     EXPECT_EXIT(startAndEnd(), testing::ExitedWithCode(0), "");
 }

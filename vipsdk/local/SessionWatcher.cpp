@@ -1,7 +1,9 @@
 #include "vipsdk/local/SessionWatcher.h"
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <future>
 #include <set>
 #include <system_error>
 #include <thread>
@@ -18,15 +20,14 @@ constexpr std::chrono::milliseconds kInterval{300};
 /// A change of the store is several events, and a folder above it may be a busy one. One look is for all of them.
 constexpr std::chrono::milliseconds kSettleTime{20};
 
-/// The watchers that run. Services are never destroyed, so that their threads must end before the process does.
-class RunningWatchers
+/// What a notice that does not return may cost the process at its end.
+constexpr std::chrono::seconds kPatienceAtExit{2};
+
+/// The watchers that were started and still exist. Services may never be destroyed, so that their threads have to end
+/// at exit: what they tell of may be gone afterwards.
+class Watchers
 {
 public:
-    ~RunningWatchers()
-    {
-        for (SessionWatcher *watcher : all())
-            watcher->stop();
-    }
     void insert(SessionWatcher *watcher)
     {
         const std::lock_guard lock(m_mutex);
@@ -37,22 +38,33 @@ public:
         const std::lock_guard lock(m_mutex);
         m_watchers.erase(watcher);
     }
-
-private:
-    std::set<SessionWatcher *> all()
+    [[nodiscard]] std::set<SessionWatcher *> all()
     {
         const std::lock_guard lock(m_mutex);
         return m_watchers;
     }
 
+private:
     std::mutex m_mutex;
     std::set<SessionWatcher *> m_watchers;
 };
 
-RunningWatchers &runningWatchers()
+struct Exit
 {
-    static RunningWatchers watchers;
+    ~Exit();
+};
+
+Watchers &watchers()
+{
+    static auto &watchers = *new Watchers; // what is destroyed later may stop its watcher
+    static const Exit exit;
     return watchers;
+}
+
+Exit::~Exit()
+{
+    for (SessionWatcher *watcher : watchers().all())
+        watcher->stop(kPatienceAtExit);
 }
 
 } // namespace
@@ -60,6 +72,8 @@ RunningWatchers &runningWatchers()
 struct SessionWatcher::Running
 {
     FolderEvents events;
+    std::atomic<bool> isStopped{false};
+    std::promise<void> ended;
     std::thread thread;
     const pid_t process = ::getpid();
 };
@@ -69,36 +83,42 @@ SessionWatcher::SessionWatcher(const AccountService &service) : m_service(servic
 SessionWatcher::~SessionWatcher()
 {
     stop();
+    watchers().erase(this);
 }
 
 void SessionWatcher::start()
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_running && m_running->process == ::getpid() && !m_stop)
+        const bool isHere = m_running && m_running->process == ::getpid();
+        if (isHere && m_running->thread.get_id() == std::this_thread::get_id())
+            m_running->isStopped = false; // stopped and started again from a notice
+        if (isHere && !m_running->isStopped)
             return;
     }
     stop();
     const std::lock_guard lock(m_mutex);
-    m_stop = false;
-    if (m_running) // stopped and started again from a notice
+    if (m_running) // another thread was faster
         return;
     try {
         m_running = std::make_unique<Running>();
-        m_running->thread = std::thread(&SessionWatcher::run, this, std::ref(m_running->events),
-                                        m_service.state().value_or(SessionState()));
-        runningWatchers().insert(this);
+        m_running->thread = std::thread(
+            [this](Running *running, const SessionState &known) {
+                run(*running, known);
+                running->ended.set_value();
+            },
+            m_running.get(), m_service.state().value_or(SessionState()));
+        watchers().insert(this);
     } catch (const std::system_error &) { // the account works without notices too
         m_running.reset();
     }
 }
 
-void SessionWatcher::stop()
+void SessionWatcher::stop(std::optional<std::chrono::seconds> patience)
 {
     std::unique_ptr<Running> ending;
     {
         const std::lock_guard lock(m_mutex);
-        m_stop = true;
         if (!m_running)
             return;
         if (m_running->process != ::getpid()) {
@@ -106,19 +126,24 @@ void SessionWatcher::stop()
             static_cast<void>(m_running.release()); // NOLINT(bugprone-unused-return-value)
             return;
         }
+        m_running->isStopped = true;
         m_running->events.wake();
         if (m_running->thread.get_id() == std::this_thread::get_id())
             return;
         ending = std::move(m_running);
     }
+    if (patience && ending->ended.get_future().wait_for(*patience) != std::future_status::ready) {
+        ending->thread.detach();
+        static_cast<void>(ending.release()); // NOLINT(bugprone-unused-return-value): the thread's
+        return;
+    }
     ending->thread.join();
-    runningWatchers().erase(this);
 }
 
 bool SessionWatcher::lookNow()
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_running || m_running->process != ::getpid() || m_stop)
+    if (!m_running || m_running->process != ::getpid() || m_running->isStopped)
         return false;
     m_running->events.wake();
     return true;
@@ -137,20 +162,14 @@ void SessionWatcher::remove(vip_sdk::IUserInfoChangeListener *listener)
     m_listeners.erase(std::remove(m_listeners.begin(), m_listeners.end(), listener), m_listeners.end());
 }
 
-void SessionWatcher::run(FolderEvents &events, SessionState known)
+void SessionWatcher::run(Running &running, SessionState known)
 {
-    while (!isStopped()) {
-        const bool isWatched = watchStore(events); // before the look, so that no change falls between the two
+    while (!running.isStopped) {
+        const bool isWatched = watchStore(running.events); // before the look, so that no change falls between the two
         compare(known);
-        if (events.wait(isWatched ? kSafetyInterval : kInterval))
+        if (running.events.wait(isWatched ? kSafetyInterval : kInterval))
             std::this_thread::sleep_for(kSettleTime);
     }
-}
-
-bool SessionWatcher::isStopped()
-{
-    const std::lock_guard lock(m_mutex);
-    return m_stop;
 }
 
 /// Watches the store's folder, or the nearest one above it that there is; false when its events cannot be had.

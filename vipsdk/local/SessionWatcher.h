@@ -4,8 +4,10 @@
 #include "vipsdk/local/AccountService.h"
 #include "vipsdk/local/FolderEvents.h"
 
+#include <chrono>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace local_sdk {
@@ -21,10 +23,12 @@ public:
     SessionWatcher(const SessionWatcher &) = delete;
     SessionWatcher &operator=(const SessionWatcher &) = delete;
 
-    /// Changes from now on are told.
+    /// Changes from now on are told. Callable, like stop(), from any thread.
     void start();
-    /// Ends the thread, and waits for its end unless it is the caller.
-    void stop();
+    /// Ends the thread, and waits for its end unless it is the caller. A thread that takes longer than `patience`,
+    /// because a listener does not return, is left alone, and this object must outlive it: that is for exit, at which
+    /// every watcher is stopped.
+    void stop(std::optional<std::chrono::seconds> patience = {});
 
     /// Has the thread look now. False when it does not run.
     bool lookNow();
@@ -38,8 +42,7 @@ private:
 
     struct Running;
 
-    void run(FolderEvents &events, SessionState known);
-    [[nodiscard]] bool isStopped();
+    void run(Running &running, SessionState known);
     [[nodiscard]] bool watchStore(FolderEvents &events) const;
     void compare(SessionState &known);
     void tell(Notice notice);
@@ -48,7 +51,6 @@ private:
 
     std::mutex m_mutex; // guards what follows
     std::unique_ptr<Running> m_running;
-    bool m_stop = false;
 
     std::recursive_mutex m_listenerMutex; // held while listeners are called
     std::vector<vip_sdk::IUserInfoChangeListener *> m_listeners;
