@@ -72,13 +72,21 @@ std::uintptr_t threadHandle()
     return std::uintptr_t(::pthread_self()); // a number here, a pointer there: no named cast takes both
 }
 
-/// What the process that writes the first line leaves to its forks. Never destroyed: what ends after the program's own
+long offsetFromUtcNow()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    return local.tm_gmtoff;
+}
+
+/// What the process that first comes here leaves to its forks. Never destroyed: what ends after the program's own
 /// objects may still log.
 struct Origin
 {
     const std::string path = MacConfigPath::GetInstance()->GetLogPath();
     const pid_t process = ::getpid();
-    std::atomic<long> offsetFromUtc{0};
+    std::atomic<long> offsetFromUtc{offsetFromUtcNow()};
 };
 
 Origin &origin()
@@ -212,7 +220,8 @@ char *encode(char *to, char32_t c)
 
 bool CommonFileLog::IsLogEnable()
 {
-    return MacGlobalConfig::IsEnableFileLog() || (configPathOrNull() && std::filesystem::exists(origin().path));
+    const Origin *known = configPathOrNull() ? &origin() : nullptr; // for forks, whatever is asked next
+    return MacGlobalConfig::IsEnableFileLog() || (known && std::filesystem::exists(known->path));
 }
 
 void CommonFileLog::WriteLog(const std::string &message)

@@ -22,7 +22,7 @@
 /// Callable from any thread, and until the process is gone: a line from the destructor of a static object is written
 /// even if it is the first. So is a line from the child of a fork, before or without exec. If the process that forked
 /// had other threads, its child may log if the process has logged, or asked IsLogEnable(), before; otherwise the child
-/// may wait for ever. A child's lines keep the offset from UTC of the last line before the fork.
+/// may wait for ever. A child's lines have the offset from UTC that the log knew before the fork.
 class ONDPDFTOOLUTILS_EXPORT CommonFileLog
 {
 public:

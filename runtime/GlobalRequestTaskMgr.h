@@ -15,7 +15,7 @@ public:
     ///
     /// Called on the thread of the requests, so it must not touch widgets, and with the manager's mutex held: it must
     /// not call setLoginCallBack() or clearLoginCallBack(), nor wait for a thread that does. Everything else of the
-    /// manager it may call; unInit() waits its second for nothing then.
+    /// manager it may call, but unInit() then takes its whole second, for what it waits for is its caller.
     virtual void onLoginFinish(bool success, int code, bool flag);
 
 protected:

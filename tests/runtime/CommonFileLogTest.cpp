@@ -131,6 +131,19 @@ TEST_F(CommonFileLogTest, ForkedChildOfManyThreadsWaitsForNone)
     EXPECT_LT(std::abs(timeOf("]  parent").secsTo(timeOf("]  child"))), 3600) << "the time zone is the parent's";
 }
 
+TEST_F(CommonFileLogTest, ForkedChildKnowsTheTimeZoneOfAParentThatWroteNothing)
+{
+    ::setenv("TZ", "IST-5:30", 1);
+    EXPECT_FALSE(CommonFileLog::IsLogEnable());
+    CommonFileLog::WriteLog("parent");
+    test::writeFile(log, "");
+    const auto now = QDateTime::currentDateTime();
+    EXPECT_TRUE(test::succeedsInOwnProcess([] { CommonFileLog::WriteLog("child"); }));
+    const QString line = QString::fromStdString(test::readFile(log));
+    EXPECT_LT(std::abs(QDateTime::fromString(line.left(19), "yyyy-MM-dd hh:mm:ss").secsTo(now)), 3600)
+        << line.toStdString();
+}
+
 TEST_F(CommonFileLogTest, FirstLineMayComeFromAStaticDestructor)
 {
     test::writeFile(log, "");
