@@ -10,7 +10,7 @@ namespace platform {
 /// The running executable's path as the platform knows it (not canonical); nothing when it does not tell.
 [[nodiscard]] std::optional<std::string> executablePath();
 
-/// Path of the executable of the running bundle.
+/// The running executable's path as its bundle has it, else as executablePath() does.
 [[nodiscard]] std::string bundleExecutablePath();
 /// Path of the running bundle, without a trailing "/"; for an executable outside a bundle, its folder.
 [[nodiscard]] std::string bundlePath();

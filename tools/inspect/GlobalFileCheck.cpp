@@ -12,6 +12,7 @@ namespace {
 
 constexpr char kSection[] = "common";
 constexpr char kAllOff[] = "Every switch is off: no log, no sandbox, the domestic edition.";
+constexpr char kTooLong[] = "a line of more than 199 bytes, which is not read as one";
 constexpr std::size_t kLongestLine = 199; // bytes, as the reader takes them
 
 const std::vector<std::string> &switches()
@@ -36,6 +37,7 @@ std::string lowered(std::string text)
 struct Line
 {
     int number;
+    std::size_t size;
     std::string section;
     std::string key; // empty for a line that sets nothing
     bool isIndented;
@@ -55,9 +57,10 @@ std::vector<Line> linesOf(const std::string &content)
         const bool isIndented = raw[0] == ' ' || raw[0] == '\t';
         if (line[0] == '[') {
             section = lowered(line.substr(1, line.find(']') - 1));
-            lines.push_back({number, section, {}, isIndented});
+            lines.push_back({number, raw.size(), section, {}, isIndented});
         } else {
-            lines.push_back({number, section, lowered(trimmed(line.substr(0, line.find_first_of("=:")))), isIndented});
+            lines.push_back(
+                {number, raw.size(), section, lowered(trimmed(line.substr(0, line.find_first_of("=:")))), isIndented});
         }
     }
     return lines;
@@ -97,7 +100,9 @@ void checkLines(const INIReader &file, const std::string &path, const std::strin
     std::map<std::string, int> seen;
     bool hasSection = false;
     std::string before;
-    for (const auto &[number, section, key, isIndented] : linesOf(content)) {
+    for (const auto &[number, size, section, key, isIndented] : linesOf(content)) {
+        if (size > kLongestLine)
+            list.problem({kTooLong, "Its value is cut off, or another one.", "Shorten the line.", path, number});
         hasSection = hasSection || section == kSection;
         if (key.empty()) {
             if (section != kSection)
@@ -153,10 +158,9 @@ void checkGlobalFile(Checklist &list)
     const INIReader reader(path);
     if (reader.ParseError() > 0) {
         const auto [line, isTooLong] = lineOf(content, reader.ParseError());
-        return list.problem({isTooLong ? "a line of more than 199 bytes, which is not read as one"
-                                       : "a line that is neither [section], key=value nor ;comment",
-                             kAllOff, isTooLong ? "Shorten the line." : "Mend the line, or put a ; in front of it.",
-                             path, line});
+        return list.problem({isTooLong ? kTooLong : "a line that is neither [section], key=value nor ;comment", kAllOff,
+                             isTooLong ? "Shorten the line." : "Mend the line, or put a ; in front of it.", path,
+                             line});
     }
     checkLines(reader, path, content, list);
 }

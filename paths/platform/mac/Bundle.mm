@@ -3,6 +3,7 @@
 #include "paths/platform/mac/Strings_p.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <mach-o/dyld.h>
 
 namespace platform {
@@ -35,8 +36,13 @@ std::optional<std::string> executablePath()
 
 std::string bundleExecutablePath()
 {
+    // The bundle names the program of its CFBundleExecutable, whoever runs, and nothing where that is missing: for any
+    // other program of the bundle the loader knows better.
+    const std::string running = executablePath().value_or("");
     @autoreleasepool {
-        return toUtf8([[NSBundle mainBundle] executablePath]);
+        const std::string named = toUtf8([[NSBundle mainBundle] executablePath]);
+        std::error_code error;
+        return std::filesystem::equivalent(named, running, error) ? named : running;
     }
 }
 
