@@ -51,8 +51,8 @@ public:
     /// The executable's folder + "/" + `name`; the folder is empty when the platform does not tell.
     static std::string getResourcePath(const std::string &name);
 
-    /// Whether an application with exactly this bundle identifier is running. On macOS a program whose main thread has no
-    /// run loop sees the applications of its first question, and no start or end after it.
+    /// Whether an application with exactly this bundle identifier is running. On macOS a program whose main thread has
+    /// no run loop sees the applications of its first question, and no start or end after it.
     static bool IsProcessRunning(const std::string &bundleId);
 
     /// Milliseconds of a monotonic clock since an arbitrary start.
