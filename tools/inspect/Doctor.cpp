@@ -16,7 +16,6 @@
 #include <QDir>
 #include <algorithm>
 #include <dlfcn.h>
-#include <regex>
 #include <unistd.h>
 #include <vector>
 
@@ -86,7 +85,7 @@ void checkLibraries(Checklist &list)
         list.problem({"the library comes from outside the bundle", "It may be of another version than the product.",
                       "Unset LD_LIBRARY_PATH or DYLD_LIBRARY_PATH, or install the product again.", file});
     const std::string name = fs::path(file).filename().string();
-    const bool tellsVersion = std::regex_search(name, std::regex(R"(\d+\.\d+\.\d+)"));
+    const bool tellsVersion = std::count(name.begin(), name.end(), '.') > 2;
     if (tellsVersion && name.find(OND_VERSION) == std::string::npos)
         list.problem({"the library is of another version than this program, which is " OND_VERSION,
                       "Answers may be wrong, and programs may crash.", kReinstall, file});

@@ -20,37 +20,33 @@ const std::map<std::string, std::string> &privateMembers()
     return all;
 }
 
-std::string quoted(const std::string &text)
-{
-    return std::regex_replace(text, std::regex(R"([.*+?^${}()|\[\]\\])"), R"(\$&)");
-}
-
-std::string userName()
+QString userName()
 {
     const passwd *user = ::getpwuid(::getuid());
     const char *name = user ? user->pw_name : std::getenv("USER");
-    return name ? name : "";
+    return QString::fromUtf8(name);
 }
 
 } // namespace
 
 Mask::Mask()
 {
+    const auto add = [this](const char *kind, const QString &pattern) {
+        m_rules.push_back({kind, QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption)});
+    };
     // The home folder first: it is longer than the user's name, which it ends in.
-    const std::string home = QDir::homePath().toStdString();
+    const QString home = QDir::homePath();
     if (home.size() > 1)
-        m_rules.push_back({"home folder", std::regex(quoted(home) + R"((?=/|$|[^\w.-]))")});
-    m_rules.push_back({"e-mail address", std::regex(R"([\w.+-]+@[\w-]+(\.[\w-]+)+)")});
-    m_rules.push_back({"token",
-                       std::regex(R"(((token|password|passwd|certificate|sign|key)["']?\s*[=:]\s*["']?)([^\s"'&]{4,}))",
-                                  std::regex::icase)});
-    m_rules.push_back(
-        {"id", std::regex(R"(\b[0-9a-fA-F]{8}-[0-9a-fA-F]{4}-[0-9a-fA-F-]{18,}\b|\b[0-9a-fA-F]{24,}\b)")});
-    const std::pair<const char *, std::string> names[] = {
-        {"user name", userName()}, {"name of the machine", QSysInfo::machineHostName().toStdString()}};
+        add("home folder", QRegularExpression::escape(home) + R"((?=/|$|[^\w.-]))");
+    add("e-mail address", R"([\w.+-]+@[\w-]+(\.[\w-]+)+)");
+    // What names a token stays.
+    add("token", R"((?:token|password|passwd|certificate|sign|key)["']?\s*[=:]\s*["']?\K[^\s"'&]{4,})");
+    add("id", R"(\b[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f-]{18,}\b|\b[0-9a-f]{24,}\b)");
+    const std::pair<const char *, QString> names[] = {{"user name", userName()},
+                                                      {"name of the machine", QSysInfo::machineHostName()}};
     for (const auto &[kind, name] : names)
         if (name.size() > 1)
-            m_rules.push_back({kind, std::regex("\\b" + quoted(name) + "\\b")});
+            add(kind, "\\b" + QRegularExpression::escape(name) + "\\b");
 }
 
 std::string Mask::replacement(const std::string &kind, const std::string &text)
@@ -64,20 +60,19 @@ std::string Mask::replacement(const std::string &kind, const std::string &text)
 
 std::string Mask::masked(const std::string &text)
 {
-    std::string result = text;
+    QString result = QString::fromStdString(text);
     for (const Rule &rule : m_rules) {
-        std::string next;
-        auto end = result.cbegin();
-        for (std::sregex_iterator match(result.cbegin(), result.cend(), rule.pattern), none; match != none; ++match) {
-            // What names a token stays; the token itself is the third group.
-            const std::size_t group = rule.kind == "token" ? 3 : 0;
-            next.append(end, (*match)[group].first);
-            next += replacement(rule.kind, (*match)[group].str());
-            end = (*match)[group].second;
+        QString next;
+        int end = 0;
+        for (auto matches = rule.pattern.globalMatch(result); matches.hasNext();) {
+            const QRegularExpressionMatch match = matches.next();
+            next += result.mid(end, match.capturedStart() - end);
+            next += QString::fromStdString(replacement(rule.kind, match.captured().toStdString()));
+            end = static_cast<int>(match.capturedEnd());
         }
-        result = next.append(end, result.cend());
+        result = next + result.mid(end);
     }
-    return result;
+    return result.toStdString();
 }
 
 Json Mask::masked(const Json &answers)

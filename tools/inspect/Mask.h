@@ -2,8 +2,8 @@
 
 #include "tools/inspect/Report.h"
 
+#include <QRegularExpression>
 #include <map>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -28,7 +28,7 @@ private:
     struct Rule
     {
         std::string kind;
-        std::regex pattern;
+        QRegularExpression pattern;
     };
 
     std::string replacement(const std::string &kind, const std::string &text);
