@@ -251,17 +251,6 @@ TEST_F(Account, ListenersComeAndGoWhileNoticesAreGiven)
     sdk.join();
 }
 
-TEST(AccountDeathTest, AnAdapterThatIsLeftAtExitStopsTheSdk)
-{
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    scriptedSdk().succeeds = true; // made before the account, and so there until the account is gone
-    const auto leave = [] {
-        CPDFVipSdkAdapter::GetInstance()->Initialize(true);
-        std::exit(0);
-    };
-    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
-}
-
 TEST_F(Account, PageAddressTellsLanguageCertificateAndInstallation)
 {
     m_bundle.writeGlobalFile("[common]\napp_international=1\n");

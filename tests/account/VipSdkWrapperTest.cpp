@@ -39,7 +39,7 @@ TEST(VipSdkWrapper, InternationalEditionUsesTheSdksTelemetryAndStopsInReverse)
     EXPECT_EQ(VipSdkWrapper::GetVipTelemInterface(), nullptr);
 }
 
-TEST(VipSdkWrapper, DomesticEditionReportsFromItsOwnThreadAndPassesLoginsOn)
+TEST(VipSdkWrapper, DomesticEditionReportsFromItsOwnThread)
 {
     const test::FakeBundle bundle;
     int error = 7;
@@ -51,15 +51,9 @@ TEST(VipSdkWrapper, DomesticEditionReportsFromItsOwnThreadAndPassesLoginsOn)
     scriptedSdk().report = [&, test = std::this_thread::get_id()](const std::wstring &event, const auto &) {
         reported = event == L"event" && std::this_thread::get_id() != test;
     };
-    scriptedSdk().login = [](const std::wstring &user, const std::wstring &password, int &code, bool &created) {
-        code = 4572014;
-        created = false;
-        return user == L"u" && password == L"p";
-    };
     EXPECT_TRUE(CPDFNewVipSdkWrap::InitInstance());
     VipSdkWrapper::GetVipTelemInterface()->SendTelemData(new VipTelemData(L"event"));
     EXPECT_TRUE(test::eventually([&] { return reported.load(); }));
-    EXPECT_TRUE(CPDFNewVipSdkWrap::Login(L"u", L"p", error, flag) && error == 4572014 && !flag);
     EXPECT_TRUE(CPDFNewVipSdkWrap::UnInitInstance());
     EXPECT_EQ(scriptedSdk().calls, (Calls{"prepare product information", "start core", "stop core"}));
 }

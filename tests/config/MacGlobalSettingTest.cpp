@@ -6,7 +6,6 @@
 #include <QLocale>
 #include <gtest/gtest.h>
 #include <identity.h>
-#include <sys/stat.h>
 #include <tuple>
 
 namespace fs = std::filesystem;
@@ -78,7 +77,4 @@ TEST_F(MacGlobalSettingTest, BadListsEndInTheDefaults)
         EXPECT_FALSE(MacGlobalSetting::GetParticularLanguageInfo("code", "xx", "show_name", result)) << name;
         EXPECT_EQ(result, "kept");
     }
-    fs::remove(m_list);
-    ASSERT_EQ(::mkfifo(m_list.c_str(), 0600), 0);
-    EXPECT_TRUE(MacGlobalSetting::GetSupportLanguageList().empty()) << "FIFO without a writer";
 }
