@@ -13,7 +13,7 @@ public:
     explicit ReportSignalSender(QObject *parent = nullptr);
     ~ReportSignalSender() override;
 
-signals:
+Q_SIGNALS:
     /// Listeners are to stop waiting for a reply.
     void stopWaitForReply();
 };

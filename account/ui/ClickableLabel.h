@@ -12,7 +12,7 @@ class ONDPDFTOOLUTILS_EXPORT ClickableLabel : public QLabel
 public:
     using QLabel::QLabel;
 
-signals:
+Q_SIGNALS:
     /// A mouse button that was pressed here was released, here or elsewhere.
     void clicked();
 
