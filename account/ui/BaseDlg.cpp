@@ -3,13 +3,58 @@
 #include "config/QtVersion_p.h"
 
 #include <QApplication>
+#include <QCommonStyle>
+#include <QFocusFrame>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 
+namespace {
+
+/// Draws a frame around what has the focus, a gap away from it: on the dialog's own background, whatever colour the
+/// widget and the user's settings have.
+class FocusFrameStyle : public QCommonStyle
+{
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    {
+        if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin)
+            return kGap + kLine;
+        return QCommonStyle::pixelMetric(metric, option, widget);
+    }
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override
+    {
+        if (element != CE_FocusFrame)
+            return QCommonStyle::drawControl(element, option, painter, widget);
+        constexpr double kHalf = kLine / 2.0;
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(QColor(0x1D, 0x3B, 0x7A), kLine));
+        painter->drawRoundedRect(QRectF(widget->rect()).adjusted(kHalf, kHalf, -kHalf, -kHalf), kRadius, kRadius);
+    }
+
+private:
+    static constexpr int kGap = 2, kLine = 2, kRadius = 6;
+};
+
+/// A frame of one kind for all widgets of a window; styles and sheets draw it as they like, or hardly at all.
+void showFocusIn(QWidget *window)
+{
+    auto *frame = new QFocusFrame(window);
+    auto *style = new FocusFrameStyle;
+    style->setParent(frame);
+    frame->setStyle(style);
+    QObject::connect(qApp, &QApplication::focusChanged, frame, [window, frame](QWidget * /*old*/, QWidget *now) {
+        frame->setWidget(now && window->isAncestorOf(now) ? now : nullptr);
+    });
+}
+
+} // namespace
+
 BaseDlg::BaseDlg(QWidget *parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
 {
     setAttribute(Qt::WA_TranslucentBackground);
+    showFocusIn(this);
 }
 
 QPixmap BaseDlg::getRoundedPixmap(const QPixmap &pixmap, int radius)

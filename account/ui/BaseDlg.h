@@ -7,7 +7,8 @@
 
 /// A dialog without a frame, with round corners in place of one, painted with the palette's window brush. It is moved
 /// by dragging it wherever none of its widgets takes the mouse: it follows as soon as the mouse is
-/// QApplication::startDragDistance() away from where it was pressed, and to the pixel at the end of a drag.
+/// QApplication::startDragDistance() away from where it was pressed, and to the pixel at the end of a drag. Around
+/// whatever has the focus in it there is a frame.
 class ONDPDFTOOLUTILS_EXPORT BaseDlg : public QDialog
 {
     Q_OBJECT

@@ -5,6 +5,7 @@
 #include "ui_OndVipLoginUI.h"
 #include "vipsdk/include/VipSdkDefine.h"
 
+#include <QAccessibleWidget>
 #include <QAction>
 #include <QDesktopServices>
 #include <QIconEngine>
@@ -12,6 +13,7 @@
 #include <QPointer>
 #include <QSvgRenderer>
 #include <QTimer>
+#include <QToolButton>
 #include <QUrl>
 #include <utility>
 
@@ -19,6 +21,7 @@ namespace {
 
 constexpr QSize kDialogSize(450, 560);
 constexpr QSize kLogoSize(72, 72);
+constexpr int kLineEditPadding = 8; // right of the text; on the left there is the icon
 
 constexpr char kBackgroundSheet[] = "QLabel {background: transparent; border: none; border-radius: 10px;}";
 constexpr char kCloseSheet[] = "QAbstractButton {image: url(:img/res/dialog/close.svg);}";
@@ -98,11 +101,33 @@ private:
     QString m_path;
 };
 
+class Decoration : public QAccessibleWidget
+{
+public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.invisible = true;
+        return state;
+    }
+};
+
+/// Leaves a widget without a meaning out of what screen readers tell.
+void passOver(QWidget *widget)
+{
+    QAccessible::registerAccessibleInterface(new Decoration(widget, QAccessible::Graphic));
+}
+
 void initLineEdit(QLineEdit *edit, const QString &placeholder, const char *icon)
 {
     edit->setStyleSheet(kLineEditSheet);
     edit->setPlaceholderText(placeholder);
+    edit->setTextMargins(0, 0, kLineEditPadding, 0);
+    edit->setAttribute(Qt::WA_MacShowFocusRect, false); // the dialog's frame takes its place
     edit->addAction(QIcon(new SvgIcon(imagePath(icon))), QLineEdit::LeadingPosition);
+    passOver(edit->findChild<QToolButton *>());
 }
 
 } // namespace
@@ -129,6 +154,7 @@ void OndVipLoginUI::initUI()
 {
     m_ui->backgroundLabel->setStyleSheet(kBackgroundSheet);
     m_ui->backgroundLabel->setScaledContents(true);
+    passOver(m_ui->backgroundLabel);
     // Of itself Qt looks for the dense image only where it loads icons.
     const bool isDense = qApp->devicePixelRatio() > 1;
     const QPixmap background(imagePath(isDense ? "login_dlg_back_ground@2x.png" : "login_dlg_back_ground.png"));
@@ -143,7 +169,10 @@ void OndVipLoginUI::initUI()
     initLineEdit(m_ui->emailLineEdit, tr("Email"), "email.svg");
     initLineEdit(m_ui->passwordLineEdit, tr("Password"), "lock.svg");
     m_ui->errorLabel->setStyleSheet(kErrorSheet);
-    m_ui->errorLabel->clear();
+    QSizePolicy errorPolicy = m_ui->errorLabel->sizePolicy();
+    errorPolicy.setRetainSizeWhenHidden(true);
+    m_ui->errorLabel->setSizePolicy(errorPolicy);
+    setError({});
     m_ui->emailLineEdit->installEventFilter(this);
     m_ui->passwordLineEdit->installEventFilter(this);
 }
@@ -154,7 +183,8 @@ void OndVipLoginUI::initConnect()
     connect(m_ui->closeButton, &QPushButton::clicked, this, &OndVipLoginUI::closeDlg);
     connect(m_ui->loginButton, &QPushButton::clicked, this, &OndVipLoginUI::on_loginButton_clicked);
     connect(m_ui->forgetPasswordButton, &QPushButton::clicked, this, &OndVipLoginUI::on_forgetPassword_clicked);
-    connect(m_ui->showPasswordCheckBox, &QCheckBox::clicked, this, [this](bool checked) {
+    // Screen readers tick it without a click.
+    connect(m_ui->showPasswordCheckBox, &QCheckBox::toggled, this, [this](bool checked) {
         m_ui->passwordLineEdit->setEchoMode(checked ? QLineEdit::Normal : QLineEdit::Password);
     });
 }
@@ -167,11 +197,11 @@ void OndVipLoginUI::on_loginButton_clicked()
         showError(tr("Please enter username and password"));
         return;
     }
-    m_ui->errorLabel->clear();
-    m_ui->loginButton->setText(tr("Logging in..."));
+    setError({});
     if (m_ui->loginButton->hasFocus())
         m_ui->passwordLineEdit->setFocus(); // where a failure is put right; disabled, it would pass the focus on
-    m_ui->loginButton->setEnabled(false);
+    setBusy(true);
+    platform::announce(m_ui->loginButton, m_ui->loginButton->text());
     auto *requests = GlobalRequestTaskMgr::getInstance();
     requests->setLoginCallBack(this); // again, if another dialog was opened meanwhile
     requests->requestLogin(email, password);
@@ -198,13 +228,29 @@ void OndVipLoginUI::showResult(bool success, int code)
     } else {
         showError(tr("Login failed, %1").arg(errorMessage(code)));
     }
-    m_ui->loginButton->setText(tr("Log in / Sign up"));
-    m_ui->loginButton->setEnabled(true);
+    setBusy(false);
+}
+
+void OndVipLoginUI::setBusy(bool busy)
+{
+    for (QLineEdit *edit : {m_ui->emailLineEdit, m_ui->passwordLineEdit}) {
+        edit->setReadOnly(busy);
+        edit->setAttribute(Qt::WA_MacShowFocusRect, false); // which setReadOnly() turns on again
+    }
+    m_ui->busyBar->setVisible(busy);
+    m_ui->loginButton->setText(busy ? tr("Logging in...") : tr("Log in / Sign up"));
+    m_ui->loginButton->setEnabled(!busy);
+}
+
+void OndVipLoginUI::setError(const QString &text)
+{
+    m_ui->errorLabel->setText(text);
+    m_ui->errorLabel->setVisible(!text.isEmpty()); // else screen readers come by an element without a name
 }
 
 void OndVipLoginUI::showError(const QString &text)
 {
-    m_ui->errorLabel->setText(text);
+    setError(text);
     platform::announce(m_ui->errorLabel, text);
 }
 

@@ -9,9 +9,10 @@
 class Ui_OndVipLoginUI;
 
 /// The login dialog: asks for e-mail address and password, logs in on the thread of the requests (GlobalRequestTaskMgr)
-/// and closes when that succeeded; an unknown address makes an account. Return logs in, Escape closes, a screen reader
-/// announces errors. Application-modal. Make it with new: it deletes itself when it is closed. Use it on the
-/// user-interface thread, after OndVipInternationFactory::Initial().
+/// and closes when that succeeded; an unknown address makes an account. Meanwhile a bar moves, and the fields can only
+/// be read. Return logs in, Escape closes, a screen reader announces the login and errors. Application-modal. Make it
+/// with new: it deletes itself when it is closed. Use it on the user-interface thread, after
+/// OndVipInternationFactory::Initial().
 ///
 /// It may be closed while a login is under way, which goes on; its result is for the dialog that is open by then, or
 /// for nobody. It is the login callback of the requests from its making, and again from each login on; its end
@@ -36,7 +37,7 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-signals:
+Q_SIGNALS:
     /// The user logged in, or clicked the close button. Closes the dialog.
     void closeDlg();
 
@@ -45,7 +46,9 @@ private:
     void initConnect();
     void on_loginButton_clicked();
     void on_forgetPassword_clicked();
+    void setBusy(bool busy);
     void showResult(bool success, int code);
+    void setError(const QString &text);
     void showError(const QString &text);
 
     std::unique_ptr<Ui_OndVipLoginUI> m_ui;

@@ -26,7 +26,18 @@ struct LoginDialog
     [[nodiscard]] QPushButton *loginButton() const { return find<QPushButton>("loginButton"); }
     [[nodiscard]] QString error() const { return find<QLabel>("errorLabel")->text(); }
     void click(const char *name) const { QTest::mouseClick(find<QWidget>(name), Qt::LeftButton); }
-    void press(Qt::Key key) const { QTest::keyClick(dialog->focusWidget(), key); }
+    /// Real keys, for whatever has the focus.
+    void type(Qt::Key key) const { QTest::keyClick(dialog->windowHandle(), key); }
+    void type(const char *text) const
+    {
+        for (; *text; ++text)
+            QTest::keyClick(dialog->windowHandle(), *text);
+    }
+    [[nodiscard]] int spaceBetween(const char *upper, const char *lower) const
+    {
+        const auto *above = find<QWidget>(upper), *below = find<QWidget>(lower);
+        return below->geometry().top() - above->geometry().bottom() - 1;
+    }
     void logIn(const QString &email, const QString &password) const
     {
         find<QLineEdit>("emailLineEdit")->clear();

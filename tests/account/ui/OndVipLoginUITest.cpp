@@ -5,13 +5,15 @@
 #include "tests/account/ui/LoginDialog.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScriptedSdk.h"
+#include "vipsdk/include/VipSdkDefine.h"
 
 #include <QAbstractButton>
-#include <QAccessible>
 #include <QDesktopServices>
 #include <QSemaphore>
 #include <QTextBrowser>
+#include <algorithm>
 #include <atomic>
+#include <cmath>
 
 using test::LoginDialog;
 using test::runLoginDialog;
@@ -66,6 +68,22 @@ QStringList cutTexts(const QDialog &dialog)
     return cut;
 }
 
+/// Of two colours, as the Web Content Accessibility Guidelines (2.1) define it: 1 to 21.
+double contrast(QColor first, QColor second)
+{
+    const auto luminance = [](QColor color) {
+        const auto linear = [](double part) {
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    };
+    const auto [darker, lighter] = std::minmax({luminance(first), luminance(second)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+constexpr const char *kFocusOrder[] = {"emailLineEdit", "passwordLineEdit",     "showPasswordCheckBox",
+                                       "loginButton",   "forgetPasswordButton", "closeButton"};
+
 } // namespace
 
 TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
@@ -95,29 +113,122 @@ TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
             EXPECT_EQ(login.loginButton()->text(), "Log in / Sign up");
             EXPECT_EQ(login.dialog->focusWidget()->objectName(), "passwordLineEdit");
             EXPECT_EQ(cutTexts(*login.dialog), QStringList());
+            EXPECT_EQ(login.spaceBetween("hintLabel", "emailLineEdit"),
+                      login.spaceBetween("showPasswordCheckBox", "loginButton"));
         }
         EXPECT_EQ(m_seen, L" A@b/p%1 ") << "as entered";
     });
 }
 
-TEST_F(Login, KeyboardAndScreenReaderReachAll)
+TEST_F(Login, WorksByKeyboardAlone)
 {
-    runLoginDialog([](const LoginDialog &login) {
-        for (const char *next : {"emailLineEdit", "passwordLineEdit", "showPasswordCheckBox", "loginButton",
-                                 "forgetPasswordButton", "closeButton"}) {
-            QWidget *focused = login.dialog->focusWidget();
-            EXPECT_EQ(focused->objectName(), next);
-            EXPECT_NE(QAccessible::queryAccessibleInterface(focused)->text(QAccessible::Name), "") << next;
-            login.press(Qt::Key_Tab);
+    QTextBrowser browser;
+    QDesktopServices::setUrlHandler("https", &browser, "setSource");
+    runLoginDialog([&](const LoginDialog &login) {
+        for (const char *name : kFocusOrder) {
+            EXPECT_EQ(login.dialog->focusWidget()->objectName(), name);
+            login.type(Qt::Key_Tab);
         }
+        login.type("a@b.example");
+        login.type(Qt::Key_Tab);
+        login.type("wrong");
+        login.type(Qt::Key_Tab);
         for (const auto mode : {QLineEdit::Normal, QLineEdit::Password}) {
-            login.click("showPasswordCheckBox");
+            login.type(Qt::Key_Space);
             EXPECT_EQ(login.find<QLineEdit>("passwordLineEdit")->echoMode(), mode);
         }
-        login.press(Qt::Key_Return);
-        EXPECT_EQ(login.error(), "Please enter username and password");
-        login.press(Qt::Key_Escape);
+        m_code = vip_sdk::LOGIN_ERROR_WRONG_PASSWORD;
+        login.type(Qt::Key_Tab);
+        login.type(Qt::Key_Return);
+        login.type("not taken while busy");
+        EXPECT_TRUE(login.find<QWidget>("busyBar")->isVisible());
+        const QImage before = login.dialog->grab().toImage();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return login.dialog->grab().toImage() != before; })) << "something moves";
+        m_answer.release(2);
+        ASSERT_TRUE(login.waitForFailure());
+        EXPECT_FALSE(login.find<QWidget>("busyBar")->isVisible());
+        EXPECT_EQ(m_seen, L"a@b.example/wrong");
+
+        for (int i = 0; i < 3; ++i)
+            login.type(Qt::Key_Tab);
+        login.type(Qt::Key_Return);
+        EXPECT_TRUE(browser.source().toString().contains("/forgot-password?package_id=0&tid1=0&"));
+        for (int i = 0; i < 3; ++i)
+            login.type(Qt::Key_Backtab);
+        login.type("right"); // which replaces what was selected by the key
+        m_code = 0;
+        login.type(Qt::Key_Return);
         EXPECT_TRUE(login.waitForEnd());
+        EXPECT_EQ(m_seen, L"a@b.example/right");
+    });
+    for (const auto &[tabs, key] : {std::pair(0, Qt::Key_Escape), {5, Qt::Key_Return}, {5, Qt::Key_Space}}) {
+        runLoginDialog([tabs = tabs, key = key](const LoginDialog &login) {
+            login.logIn("a@b.example", "unanswered");
+            login.find<QWidget>("emailLineEdit")->setFocus();
+            for (int i = 0; i < tabs - 1; ++i) // over the disabled button
+                login.type(Qt::Key_Tab);
+            login.type(key);
+            EXPECT_TRUE(login.waitForEnd()) << key;
+        });
+    }
+}
+
+TEST_F(Login, ShowsWhereTheFocusIs)
+{
+    runLoginDialog([](const LoginDialog &login) {
+        const auto grab = [&] { return login.dialog->grab().toImage(); };
+        login.find<QWidget>("emailLineEdit")->clearFocus();
+        const QImage plain = grab();
+        login.find<QWidget>("emailLineEdit")->setFocus();
+        for (const char *name : kFocusOrder) {
+            const QImage focused = grab();
+            const auto *widget = login.find<QWidget>(name);
+            QRect frame({widget->mapTo(login.dialog, QPoint()), widget->size()});
+            frame.adjust(-3, -3, 3, 3);
+            const QPoint middle = frame.center();
+            for (const QPoint point : {QPoint(frame.left(), middle.y()), QPoint(frame.right(), middle.y()),
+                                       QPoint(middle.x(), frame.top()), QPoint(middle.x(), frame.bottom())})
+                EXPECT_GE(contrast(focused.pixelColor(point), plain.pixelColor(point)), 3) << name;
+            login.type(Qt::Key_Tab);
+        }
+    });
+}
+
+TEST_F(Login, LooksAsDrawn)
+{
+    QPalette dark(Qt::black);
+    dark.setColor(QPalette::Highlight, QColor(60, 90, 160));
+    QApplication::setPalette(dark);
+    QFont font = QApplication::font();
+    font.setPointSizeF(2 * font.pointSizeF());
+    QApplication::setFont(font);
+    runLoginDialog([](const LoginDialog &login) {
+        EXPECT_EQ(cutTexts(*login.dialog), QStringList());
+        auto *email = login.find<QLineEdit>("emailLineEdit");
+        email->setText(QString(100, 'm'));
+        const QImage image = login.dialog->grab().toImage();
+        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << "round corners";
+        for (auto *widget : login.dialog->findChildren<QWidget *>()) {
+            if (!widget->property("text").isValid() || widget->property("text").toString().isEmpty())
+                continue;
+            const QRect place =
+                QRect(widget->mapTo(login.dialog, QPoint()), widget->size()).marginsRemoved({3, 3, 3, 3});
+            QColor lightest = Qt::black, darkest = Qt::white;
+            for (int i = 0; i < place.width() * place.height(); ++i) {
+                const QColor color = image.pixelColor(place.topLeft() + QPoint(i % place.width(), i / place.width()));
+                lightest = color.lightness() > lightest.lightness() ? color : lightest;
+                darkest = color.lightness() < darkest.lightness() ? color : darkest;
+            }
+            EXPECT_GE(contrast(lightest, darkest), 3) << qPrintable(widget->objectName());
+        }
+        const int right = email->mapTo(login.dialog, email->rect().topRight()).x();
+        for (int y = 0; y < email->height(); ++y)
+            EXPECT_EQ(image.pixelColor(right - 5, email->mapTo(login.dialog, QPoint(0, y)).y()).lightness() < 100,
+                      false);
+        int dithered = 0;
+        for (int x = 30; x < 90; ++x)
+            dithered += image.pixel(x, 20) != image.pixel(x, 21) || image.pixel(x, 20) != image.pixel(x, 22) ? 1 : 0;
+        EXPECT_GT(dithered, 20) << "no bands";
     });
 }
 
@@ -170,14 +281,6 @@ TEST_F(Login, IsDraggedFromTheStartDistanceOn)
     });
 }
 
-TEST_F(Login, ForgottenPasswordIsTheBrowsersBusiness)
-{
-    QTextBrowser browser;
-    QDesktopServices::setUrlHandler("https", &browser, "setSource");
-    runLoginDialog([](const LoginDialog &login) { login.click("forgetPasswordButton"); });
-    EXPECT_TRUE(browser.source().toString().contains("/forgot-password?package_id=0&tid1=0&"));
-}
-
 TEST_F(Login, SpeaksChineseWhenThatComesLast)
 {
     ASSERT_TRUE(installTranslatorImpl(":/res/language/pdftoolutils_zh.qm"));
@@ -189,5 +292,7 @@ TEST_F(Login, SpeaksChineseWhenThatComesLast)
         ASSERT_TRUE(login.waitForFailure());
         EXPECT_EQ(login.error(), QStringLiteral("登录失败，未知错误码 5"));
         EXPECT_EQ(cutTexts(*login.dialog), QStringList());
+        EXPECT_EQ(login.spaceBetween("hintLabel", "emailLineEdit"),
+                  login.spaceBetween("showPasswordCheckBox", "loginButton"));
     });
 }
