@@ -17,13 +17,10 @@ using Lines = std::vector<std::string>;
 /// found here. Everything works without being set, so that whole programs run on it too.
 struct FakeMac
 {
-    /// Every call that has a nil, or a failure, to answer does so.
-    bool answersNil = false;
     /// The calls, each with all that it was told: "create /a options=2048".
     Lines asked;
 
     std::string executable; ///< empty: the running one
-    std::string mainBundle; ///< empty: the application bundle around the executable, else its folder
     std::vector<std::string> installedApplications;
     std::vector<std::pair<std::string, int>> runningApplications; ///< identifier and process
     bool opensUrls = true;
@@ -33,6 +30,7 @@ struct FakeMac
     NSInteger panelResponse = NSModalResponseOK;
     Lines panelUrls; ///< paths; "" is a URL that has none
 
+    bool createsBookmarks = true;
     bool staleBookmarks = false;
     bool deniesAccess = false;
     std::map<std::string, std::string> groupContainers;

@@ -2,6 +2,7 @@
 
 #include <CoreGraphics/CoreGraphics.h>
 #include <SystemConfiguration/SystemConfiguration.h>
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -13,6 +14,7 @@
 #include <thread>
 
 using test::fakeMac;
+using test::Lines;
 using Completion = void (^)(NSRunningApplication *, NSError *);
 
 namespace test {
@@ -26,18 +28,6 @@ FakeMac &fakeMac()
 } // namespace test
 
 namespace {
-
-/// Whether to answer. Leaves an object to the pool around the call, as the system's own calls do.
-bool answers()
-{
-    [[[NSObject alloc] init] autorelease];
-    return !fakeMac().answersNil;
-}
-
-id made(Class what)
-{
-    return answers() ? [[[what alloc] init] autorelease] : nil;
-}
 
 NSString *textOf(const std::string &utf8)
 {
@@ -124,8 +114,6 @@ extern "C" NSString *NSHomeDirectoryForUser(NSString *)
 extern "C" NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory directory, NSSearchPathDomainMask domain,
                                                         BOOL expand)
 {
-    if (!answers())
-        return nil;
     const bool support = directory == NSApplicationSupportDirectory && domain == NSUserDomainMask && expand;
     return @[ textOf(homeFolder() + "/Library/" + (support ? "Application Support" : "GNUstep")) ];
 }
@@ -133,18 +121,13 @@ extern "C" NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory di
 @implementation NSBundle (FakeMac)
 + (NSBundle *)mainBundle
 {
-    if (!answers())
-        return nil;
-    std::filesystem::path path = fakeMac().mainBundle;
-    if (path.empty()) {
-        path = std::filesystem::path(executable()).parent_path();
-        if (path.parent_path().filename() / path.filename() == "Contents/MacOS")
-            path = path.parent_path().parent_path();
-    }
+    std::filesystem::path path = std::filesystem::path(executable()).parent_path();
+    if (path.parent_path().filename() / path.filename() == "Contents/MacOS")
+        path = path.parent_path().parent_path();
     return [NSBundle bundleWithPath:textOf(path)];
 }
 
-ANSWER(-(NSString *)executablePath, answers() ? textOf(executable()) : nil)
+ANSWER(-(NSString *)executablePath, textOf(executable()))
 ANSWER(-(NSDictionary *)infoDictionary,
        [NSDictionary dictionaryWithContentsOfFile:[[self bundlePath] stringByAppendingString:@"/Contents/Info.plist"]])
 @end
@@ -153,7 +136,7 @@ ANSWER(-(NSDictionary *)infoDictionary,
 - (NSURL *)containerURLForSecurityApplicationGroupIdentifier:(NSString *)group
 {
     const auto known = fakeMac().groupContainers.find(utf8Of(group));
-    return answers() && known != fakeMac().groupContainers.end() ? [NSURL fileURLWithPath:textOf(known->second)] : nil;
+    return known != fakeMac().groupContainers.end() ? [NSURL fileURLWithPath:textOf(known->second)] : nil;
 }
 @end
 
@@ -165,7 +148,7 @@ ANSWER(-(NSDictionary *)infoDictionary,
 {
     const std::string path = utf8Of([self path]);
     ask("create ", path, " options=", options, (keys || base ? " more" : ""));
-    if (!answers()) {
+    if (!fakeMac().createsBookmarks) {
         *error = errorOf("refused");
         return nil;
     }
@@ -181,7 +164,7 @@ ANSWER(-(NSDictionary *)infoDictionary,
 {
     ask("resolve options=", options, (base ? " more" : ""));
     const std::string bytes(static_cast<const char *>([data bytes]), [data length]);
-    if (!answers() || bytes.compare(0, std::strlen(kBookmark), kBookmark) != 0) {
+    if (bytes.compare(0, std::strlen(kBookmark), kBookmark) != 0) {
         *error = errorOf("refused");
         return nil;
     }
@@ -191,14 +174,12 @@ ANSWER(-(NSDictionary *)infoDictionary,
 
 - (BOOL)startAccessingSecurityScopedResource
 {
-    answers();
     ask("start ", utf8Of([self path]));
     return !fakeMac().deniesAccess;
 }
 
 - (void)stopAccessingSecurityScopedResource
 {
-    answers();
     ask("stop ", utf8Of([self path]));
 }
 @end
@@ -226,7 +207,7 @@ ANSWER(-(NSString *)description, [NSString stringWithFormat:@"application %@", [
 + (id)runningApplicationWithProcessIdentifier:(pid_t)pid
 {
     for (const auto &application : fakeMac().runningApplications) {
-        if (answers() && application.second == pid)
+        if (application.second == pid)
             return [FakeApplication of:application];
     }
     return nil;
@@ -234,7 +215,7 @@ ANSWER(-(NSString *)description, [NSString stringWithFormat:@"application %@", [
 @end
 
 @implementation NSWorkspaceOpenConfiguration
-ANSWER(+(NSWorkspaceOpenConfiguration *)configuration, made(self))
+ANSWER(+(NSWorkspaceOpenConfiguration *)configuration, [[[self alloc] init] autorelease])
 SETTER(setActivates, BOOL, "activates=", int{value})
 SETTER(setHides, BOOL, "hides=", int{value})
 SETTER(setCreatesNewApplicationInstance, BOOL, "new=", int{value})
@@ -245,7 +226,7 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
 + (NSWorkspace *)sharedWorkspace
 {
     static NSWorkspace *shared = NSAllocateObject([NSWorkspace class], 0, nullptr); // -init asks a window server
-    return answers() ? shared : nil;
+    return shared;
 }
 - (NSArray *)runningApplications
 {
@@ -264,11 +245,9 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
 @implementation NSWorkspace (Launches)
 - (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)identifier
 {
-    for (const std::string &installed : fakeMac().installedApplications) {
-        if (installed == utf8Of(identifier))
-            return [NSURL fileURLWithPath:@"/Applications/Some.app"];
-    }
-    return nil;
+    const Lines &all = fakeMac().installedApplications;
+    const bool isThere = std::find(all.begin(), all.end(), utf8Of(identifier)) != all.end();
+    return isThere ? [NSURL fileURLWithPath:@"/Applications/Some.app"] : nil;
 }
 - (void)openURL:(NSURL *)url
         configuration:(NSWorkspaceOpenConfiguration *)configuration
@@ -309,17 +288,17 @@ SETTER(setCanChooseFiles, BOOL, "files=", int{value})
 {
     NSMutableArray *urls = [NSMutableArray array];
     for (const std::string &path : fakeMac().panelUrls)
-        [urls addObject:path.empty() ? made([StandIn class]) : [NSURL fileURLWithPath:textOf(path)]];
+        [urls addObject:path.empty() ? [[[StandIn alloc] init] autorelease] : [NSURL fileURLWithPath:textOf(path)]];
     return urls;
 }
 @end
 
 @implementation NSOpenPanel (FakeMac)
-ANSWER(+(NSOpenPanel *)openPanel, made([StandIn class]))
+ANSWER(+(NSOpenPanel *)openPanel, (id)[[[StandIn alloc] init] autorelease])
 @end
 
 @implementation NSScreen (FakeMac)
-ANSWER(+(NSScreen *)mainScreen, made([StandIn class]))
+ANSWER(+(NSScreen *)mainScreen, (id)[[[StandIn alloc] init] autorelease])
 @end
 
 /// A menu item that is its own submenu, without the window that GNUstep makes for each; and the application around it.
@@ -335,8 +314,8 @@ ANSWER(+(NSScreen *)mainScreen, made([StandIn class]))
 }
 ANSWER(-(NSMenu *)submenu, (NSMenu *)self)
 ANSWER(-(NSArray *)itemArray, [self representedObject])
-ANSWER(-(id)mainMenu, answers() ? self : nil)
-ANSWER(-(id)mainWindow, answers() ? self : nil)
+ANSWER(-(id)mainMenu, self)
+ANSWER(-(id)mainWindow, self)
 @end
 
 namespace test {
@@ -382,8 +361,6 @@ void NSAccessibilityPostNotificationWithUserInfo(id element, NSString *notificat
 int _NSGetExecutablePath(char *buffer, std::uint32_t *size)
 {
     const std::string path = executable();
-    if (fakeMac().answersNil)
-        return -1;
     if (*size <= path.size()) {
         *size = static_cast<std::uint32_t>(path.size()) + 1;
         return -1;
@@ -401,12 +378,11 @@ std::uint64_t mach_absolute_time()
 int mach_timebase_info(mach_timebase_info_data_t *info)
 {
     *info = {125, fakeMac().timebaseDenominator};
-    return fakeMac().answersNil ? 1 : 0;
+    return 0;
 }
 
 double CGEventSourceSecondsSinceLastEventType(CGEventSourceStateID state, CGEventType type)
 {
-    answers();
     return state == kCGEventSourceStateHIDSystemState && type == kCGAnyInputEventType ? 1.5 : 0.0;
 }
 
@@ -414,8 +390,7 @@ SCNetworkReachabilityRef SCNetworkReachabilityCreateWithAddress(CFAllocatorRef, 
 {
     static const char target = 0;
     const auto *internet = reinterpret_cast<const sockaddr_in *>(address);
-    if (!answers() || internet->sin_len != sizeof *internet || internet->sin_family != AF_INET
-        || internet->sin_addr.s_addr != 0)
+    if (internet->sin_len != sizeof *internet || internet->sin_family != AF_INET || internet->sin_addr.s_addr != 0)
         return nullptr;
     ++fakeMac().reachabilityTargets;
     return reinterpret_cast<SCNetworkReachabilityRef>(&target);
