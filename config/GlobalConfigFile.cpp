@@ -28,7 +28,7 @@ std::optional<INIReader> readGlobalFile()
 
 bool isPathExist(const std::string &path)
 {
-    if (path.empty())
+    if (path.empty() || path.find('\0') != std::string::npos) // where the system would take it to end
         return false;
     std::error_code error;
     const fs::file_type type = fs::status(path, error).type();

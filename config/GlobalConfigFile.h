@@ -18,8 +18,8 @@
 /// The size in bytes beyond which "mk.dat" is not read.
 inline constexpr int kMaxGlobalFileSize = 1 << 20;
 
-/// Whether anything exists at `path`: a file, a folder or any other type. False for the empty path, and when the file
-/// system does not tell.
+/// Whether anything exists at `path`: a file, a folder or any other type. False for the empty path, for one with
+/// a NUL, and when the file system does not tell.
 ONDPDFTOOLUTILS_EXPORT bool isPathExist(const std::string &path);
 
 /// Path of "mk.dat": in "Contents/Resources/" of the first bundle in the executable's canonical path; for an executable

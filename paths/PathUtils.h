@@ -218,8 +218,8 @@ public:
 
     /// Removes a file; whether that was done. Folders stay.
     static bool deleteFile(const QString &path);
-    /// Removes a folder and all it holds; whether that was done. Links are removed, what they lead to stays. The empty
-    /// path and the root folder are refused.
+    /// Removes a folder and all it holds; whether all of it went. Links are removed, what they lead to stays, also when
+    /// `path` is a link with "/" or "/." behind it. The empty path and the root folder are refused.
     static bool deleteDirectory(const QString &path);
 
     /// What copyFile() answers.
@@ -230,13 +230,15 @@ public:
         DestinationStays = 4, ///< Something exists at the destination and cannot be removed.
         CopyFailed = 5, ///< Nothing is left at the destination.
     };
-    /// Copies a file over another, unless checkFileSameBySize() says that they are the same, and answers a CopyResult.
+    /// Copies a file over another, unless checkFileSameBySize() says that they are the same or both paths lead to one
+    /// file, and answers a CopyResult.
     /// An existing destination is removed first, so that its room is free for the copy. The destination's folder must
     /// exist.
     static int copyFile(const QString &from, const QString &to);
     /// Copies the files of a folder, hidden ones included, whose names match one of the wildcards, in any case of
     /// letters (all, if there are none), into another folder, which is created when missing. Existing files there stay
-    /// as they are; folders are not copied. False only when `fromDir` does not exist.
+    /// as they are; folders are not copied, nor is what is no regular file. False only when `fromDir` does not exist or
+    /// `toDir` is empty.
     static bool copyFilterFileInDir(const QString &fromDir, const QString &toDir, const QStringList &nameFilters);
 
     /// Opens a file with the application that the system has for it; whether that was started. Main thread, with a
@@ -258,8 +260,8 @@ public:
     /// Suffixes of the picture formats that the reader inserts.
     static QStringList getSupportPicSuffix();
     /// Whether a picture is within the limits of insertion: 20971520 bytes (20 MiB), 10000 pixels in each direction.
-    /// Otherwise `error` receives a translated text. Nothing is decoded: what is no picture at all passes, and fails
-    /// where it is read.
+    /// Otherwise `error` receives a translated text. Nothing is decoded: what is no picture of those formats passes,
+    /// and fails where it is read.
     static bool isPicReadable(QString path, QString &error);
     /// The picture, turned as its orientation says. When it is wider than `maxWidth` or higher than `maxHeight` pixels,
     /// it is scaled down to fit both, in proportion; no side becomes less than 1 pixel. A null image when the file

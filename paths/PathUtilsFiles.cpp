@@ -107,6 +107,30 @@ QString firstFree(QString candidate, int numberedLimit, int giveUpLimit, Exists 
     return candidate;
 }
 
+/// A NUL ends a path for the system: what follows would be passed over.
+bool hasNul(const QString &path)
+{
+    return path.contains(QChar::Null);
+}
+
+/// Whether two paths lead to one file, through links too.
+bool areOneFile(const QString &a, const QString &b)
+{
+    std::error_code error;
+    return fs::equivalent(a.toStdString(), b.toStdString(), error);
+}
+
+/// The folder's own path: what ends in "/" or "/." leads through a link instead of naming it.
+std::string withoutEnd(std::string path)
+{
+    const auto endsIn = [&path](const std::string &end) {
+        return path.size() > end.size() && path.compare(path.size() - end.size(), end.size(), end) == 0;
+    };
+    while (endsIn("/") || endsIn("/."))
+        path.pop_back();
+    return path;
+}
+
 /// What opening may wait for a writer is never opened.
 bool isRegularFile(const QString &path)
 {
@@ -116,6 +140,13 @@ bool isRegularFile(const QString &path)
 bool canBeRead(const QString &path)
 {
     return isRegularFile(path) && QFile(path).open(QIODevice::ReadOnly);
+}
+
+/// Whether the file holds a picture of the formats that can be inserted. Others may have to be unpacked to tell a size.
+bool isSupportedPicture(const QString &path)
+{
+    return isRegularFile(path)
+        && PathUtils::getSupportPicSuffix().contains(QString::fromLatin1(QImageReader::imageFormat(path)));
 }
 
 bool isTurned(const QImageReader &reader)
@@ -183,7 +214,7 @@ QString PathUtils::getDirPathAlias(const QString &path)
 
 bool PathUtils::IsFilePathExist(const QString &path)
 {
-    if (path.contains(QChar::Null)) // at which the path would end
+    if (hasNul(path))
         return false;
     std::error_code error;
     const fs::file_status status = fs::status(path.toStdString(), error);
@@ -212,7 +243,7 @@ bool PathUtils::checkFileSameBySize(const QString &a, const QString &b)
 
 bool PathUtils::isFileInUse(const QString &path)
 {
-    return !QFile(path).open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
+    return hasNul(path) || !QFile(path).open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
 }
 
 bool PathUtils::isNetworkDiskPath(const QString &path)
@@ -242,21 +273,23 @@ bool PathUtils::deleteFile(const QString &path)
 
 bool PathUtils::deleteDirectory(const QString &path)
 {
-    QDir folder(path);
-    if (!isDirPathExist(path) || folder.canonicalPath() == QDir::rootPath())
+    if (hasNul(path) || !isDirPathExist(path))
         return false;
-    QString link = path;
-    while (link.endsWith(QLatin1Char('/')))
-        link.chop(1);
-    return QFileInfo(link).isSymLink() ? QFile::remove(link) : folder.removeRecursively();
+    std::error_code error;
+    fs::path folder = withoutEnd(path.toStdString());
+    if (!fs::is_symlink(folder, error)) // of a link, only itself goes
+        folder = fs::canonical(folder, error);
+    return !error && folder != folder.root_path() && fs::remove_all(folder, error) > 0 && !error;
 }
 
 int PathUtils::copyFile(const QString &from, const QString &to)
 {
-    if (checkFileSameBySize(from, to))
-        return Copied; // also what keeps a copy onto itself from removing the file
-    if (!QFileInfo::exists(from))
+    if (checkFileSameBySize(from, to) || (IsFilePathExist(from) && areOneFile(from, to)))
+        return Copied;
+    if (hasNul(from) || !QFileInfo::exists(from))
         return NoSource;
+    if (hasNul(to))
+        return CopyFailed;
     if (!canBeRead(from))
         return UnreadableSource;
     if (QFileInfo::exists(to) && !QFile::remove(to))
@@ -266,12 +299,14 @@ int PathUtils::copyFile(const QString &from, const QString &to)
 
 bool PathUtils::copyFilterFileInDir(const QString &fromDir, const QString &toDir, const QStringList &nameFilters)
 {
-    if (!isDirPathExist(fromDir))
+    if (!isDirPathExist(fromDir) || toDir.isEmpty()) // an empty name would mean wherever the process stands
         return false;
     const QDir target(toDir);
     target.mkpath(QStringLiteral("."));
-    for (const QFileInfo &file : QDir(fromDir).entryInfoList(nameFilters, QDir::Files | QDir::Hidden))
-        QFile::copy(file.filePath(), target.filePath(file.fileName()));
+    for (const QFileInfo &file : QDir(fromDir).entryInfoList(nameFilters, QDir::Files | QDir::Hidden)) {
+        if (file.isFile()) // links to FIFOs are listed, too
+            QFile::copy(file.filePath(), target.filePath(file.fileName()));
+    }
     return true;
 }
 
@@ -306,7 +341,7 @@ bool PathUtils::isPicReadable(QString path, QString &error)
         error = QObject::tr("Cannot insert pictures larger than 20M");
         return false;
     }
-    const QSize size = isRegularFile(path) ? shownSize(QImageReader(path)) : QSize();
+    const QSize size = isSupportedPicture(path) ? shownSize(QImageReader(path)) : QSize();
     if (std::max(size.width(), size.height()) > kMaxPictureSide) {
         error = QObject::tr("Cannot insert pictures with a resolution greater than 10000");
         return false;

@@ -27,7 +27,7 @@ TEST(MacBookmark, DocumentBringsItsFolderAlong)
     EXPECT_EQ(fakePlatform().synchronisations, 2) << "an entry is never renewed";
 
     fakePlatform().keepsUserDefaults = false;
-    for (const std::string &path : {std::string(), dir / "nothing", std::string("/")})
+    for (const std::string &path : {std::string(), dir / "nothing", std::string("/\0x", 3), std::string("/")})
         EXPECT_FALSE(MacBookmark::createBookmark(path)) << path;
     EXPECT_EQ(fakePlatform().systemLog,
               (Lines{"Error creating bookmark: no bookmark, " + folder,

@@ -7,10 +7,14 @@
 #include <QDateTime>
 #include <QLineEdit>
 #include <QTimer>
+#include <atomic>
 #include <csignal>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -135,6 +139,22 @@ TEST_F(PathUtilsTest, CopiesOneFile)
     }
     const QString broken = at("from") + QChar::Null;
     EXPECT_EQ(PathUtils::copyFile(broken, broken + "x"), 2) << "a NUL ends no path";
+    EXPECT_EQ(PathUtils::copyFile(at("from"), at("to") + QChar::Null), 5);
+    EXPECT_TRUE(PathUtils::isFileInUse(broken) && !PathUtils::deleteDirectory(at("") + QChar::Null));
+
+    // A file that grows meanwhile has two sizes, and is one file all the same, under its other name, too.
+    fs::create_symlink("grows", bundle / "alias");
+    std::ofstream grows(bundle / "grows");
+    std::atomic<bool> isCopied = false;
+    std::thread writer([&] {
+        while (!isCopied)
+            grows << 'x' << std::flush;
+    });
+    for (int i = 0; i < 500; ++i)
+        EXPECT_EQ(PathUtils::copyFile(at(i % 2 ? "alias" : "grows"), at("grows")), 1);
+    isCopied = true;
+    writer.join();
+    EXPECT_TRUE(QFile::exists(at("grows")));
 
     const QString from = make("from", QByteArray(100'000, 'x')), to = make("to/file", "in the way");
     std::signal(SIGXFSZ, SIG_IGN);
@@ -149,26 +169,44 @@ TEST_F(PathUtilsTest, FoldersLoseNoMoreThanTheyAreTold)
     for (const char *name : {"from/a.txt", "from/.b.txt", "from/c.png", "to/x/a.txt"})
         make(name, name);
     EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("none"), at("made"), {}) || QFile::exists(at("made")));
+    ::mkfifo((bundle / "fifo").c_str(), 0600);
+    fs::create_symlink("../fifo", bundle / "from/fifo.txt");
     EXPECT_TRUE(PathUtils::copyFilterFileInDir(at("from"), at("to/x"), {"*.txt"}));
+    EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("from"), "", {"*.txt"}) || QFile::exists("a.txt"));
     EXPECT_TRUE(QFile::exists(at("to/x/.b.txt")) && test::readFile(bundle / "to/x/a.txt") == "to/x/a.txt");
     EXPECT_FALSE(QFile::exists(at("to/x/c.png")));
 
-    for (const char *link : {"link", "to/link"})
+    for (const char *link : {"link", "link2", "to/link", "to/\xff"})
         fs::create_directory_symlink(bundle / "from", bundle / link);
+    const fs::path start = fs::current_path();
+    fs::current_path(bundle / "to");
+    for (int i = 0; i < 20; ++i) { // deeper than the longest path
+        const std::string name(255, 'd');
+        ASSERT_EQ(::mkdir(name.c_str(), 0700) + ::chdir(name.c_str()), 0);
+    }
+    fs::current_path(start);
     EXPECT_FALSE(PathUtils::deleteFile(at("from")) || PathUtils::deleteDirectory(""));
-    EXPECT_TRUE(PathUtils::deleteDirectory(at("link/")) && PathUtils::deleteDirectory(at("to")));
+    EXPECT_TRUE(PathUtils::deleteDirectory(at("link/")) && PathUtils::deleteDirectory(at("link2/.")));
+    EXPECT_TRUE(PathUtils::deleteDirectory(at("to/.")));
     EXPECT_TRUE(PathUtils::deleteFile(at("from/a.txt")) && !QFile::exists(at("link")) && !QFile::exists(at("to")));
 }
 
 TEST_F(PathUtilsTest, LimitsPicturesAsTheyAreShown)
 {
-    const QByteArray full = QByteArray("P6 10000 10000 255\n").leftJustified(20971520);
+    const auto bitmap = [](int width, int height) {
+        return "BM" + QByteArray(12, '\0') + QByteArray::fromHex("28000000")
+            + QByteArray(reinterpret_cast<const char *>(&width), 4)
+            + QByteArray(reinterpret_cast<const char *>(&height), 4) + QByteArray::fromHex("01001800")
+            + QByteArray(24, '\0');
+    };
+    const QByteArray full = bitmap(10000, 10000).leftJustified(20971520);
     QString error;
     EXPECT_TRUE(PathUtils::isPicReadable(make("a.png", full), error));
     EXPECT_FALSE(PathUtils::isPicReadable(make("a.png", full + ' '), error));
     EXPECT_EQ(error, "Cannot insert pictures larger than 20M");
-    EXPECT_FALSE(PathUtils::isPicReadable(make("a.png", "P6 1 10001 255\n"), error));
+    EXPECT_FALSE(PathUtils::isPicReadable(make("a.png", bitmap(1, 10001)), error));
     EXPECT_EQ(error, "Cannot insert pictures with a resolution greater than 10000");
+    EXPECT_TRUE(PathUtils::isPicReadable(make("a.svg", "<svg width='10001' height='1'/>"), error)) << "not unpacked";
 
     const QString path = at("picture.jpg");
     ASSERT_TRUE(QImage(101, 50, QImage::Format_RGB32).save(path));
