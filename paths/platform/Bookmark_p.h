@@ -8,10 +8,12 @@
 ///
 /// macOS: bookmarks of NSURL; the options are its NSURLBookmarkCreationOptions and NSURLBookmarkResolutionOptions.
 ///
-/// Elsewhere a bookmark holds the absolute path and what tells the thing there from a later one under that path: device
-/// and inode, and the time of birth where the file system has it, because inodes are used again. It resolves while
-/// something exists at the path, and is stale when that is not the same thing. A folder that was moved is not followed:
-/// its bookmark does not resolve. Options mean nothing there, since every path stands open that the user may open.
+/// Elsewhere a bookmark holds the absolute path and what tells a folder there from a later one under that path: the
+/// inode, and the time of birth where the file system has it, because inodes are used again. It resolves while
+/// something exists at the path, and is stale when a folder is not the same one, or no folder any more. A document is
+/// the one at its path, since saving replaces it. The device does not count, being another after the next mount. What
+/// was moved is not followed: its bookmark does not resolve. Options mean nothing there, since every path stands open
+/// that the user may open.
 namespace platform {
 
 struct CreatedBookmark

@@ -1,5 +1,6 @@
 #include "paths/MacBookmark.h"
 #include "paths/MacSandbox.h"
+#include "paths/MacUtils.h"
 #include "paths/platform/Applications_p.h"
 #include "paths/platform/UserDefaults_p.h"
 #include "paths/platform/UserDirectories_p.h"
@@ -9,6 +10,8 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
 #include <QTimer>
 #include <future>
 #include <gtest/gtest.h>
@@ -68,6 +71,18 @@ TEST_F(SandboxPlatform, BookmarksLeadOtherProcessesToTheSameFolderOnly)
     fs::remove(folder);
     fs::rename(home / "moved", folder);
     EXPECT_TRUE(opensElsewhere(folder)) << "back again";
+
+    // A document is the one at its path: saving puts another file there.
+    const std::string document = folder + "/a.pdf";
+    test::writeFile(document, "");
+    ASSERT_TRUE(MacBookmark::createBookmark(document));
+    test::writeFile(folder + "/saved", "");
+    fs::rename(folder + "/saved", document);
+    EXPECT_TRUE(opensElsewhere(document));
+    fs::remove(document);
+    fs::create_directory(document);
+    EXPECT_FALSE(opensElsewhere(document)) << "a folder is none";
+    EXPECT_TRUE(MacBookmark::createSharedBookmark(std::string("/\0x", 3)).empty());
 
     // Only whole data of this version resolves.
     const Bytes good = MacBookmark::createSharedBookmark(folder);
@@ -179,4 +194,30 @@ TEST_F(SandboxPlatform, PanelChoosesFiles)
     user.start(1);
     EXPECT_TRUE(MacSandbox::openNSFilePanel(home / "root", false, "", chosen));
     EXPECT_EQ(chosen, Lines{home / "root/folder/file.pdf"});
+
+    bool listsFolders = false;
+    QString title;
+    user.disconnect();
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        if (auto *panel = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
+            listsFolders = panel->testOption(QFileDialog::ShowDirsOnly);
+            title = panel->windowTitle();
+            static_cast<QDialog *>(panel)->accept();
+        }
+    });
+    EXPECT_TRUE(MacSandbox::requestPermission(home / "root/", ""));
+    EXPECT_TRUE(listsFolders) << "files cannot be chosen";
+    EXPECT_EQ(title.toStdString(), "授予访问权限 – " + (home / "root"));
+}
+
+TEST_F(SandboxPlatform, MenuShowsTitlesAsTheyAreTranslated)
+{
+    int argc = 0;
+    const QApplication application(argc, nullptr);
+    QMainWindow window;
+    const QAction *item = window.menuBar()->addMenu("File")->addAction("S&ave && close");
+    updateMacOSMenuTitles({{"Save & close", "&Sichern & schließen"}});
+    EXPECT_EQ(item->text(), "&&Sichern && schließen");
+    updateMacOSMenuTitles({{"&Sichern & schließen", "Save"}});
+    EXPECT_EQ(item->text(), "Save");
 }

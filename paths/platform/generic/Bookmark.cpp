@@ -20,12 +20,12 @@ struct Header
 {
     char signature[8] = {'b', 'o', 'o', 'k', '\r', '\n', '\x1a', '\x01'}; // the last is the version
     std::uint64_t pathSize = 0;
-    std::uint64_t device = 0;
+    std::uint64_t kind = 0; // S_IFDIR for a folder
     std::uint64_t inode = 0;
     std::int64_t birthSeconds = 0; // 0 where the file system does not know
     std::uint64_t birthNanoseconds = 0;
 };
-static_assert(sizeof(Header) == 48, "no gaps: headers are compared by their bytes");
+static_assert(sizeof(Header) == 48, "no gaps: headers are stored as their bytes");
 
 /// The header of a bookmark of what is at `path` now; nothing, with errno set, when there is nothing.
 std::optional<Header> headerFor(const std::string &path)
@@ -33,17 +33,28 @@ std::optional<Header> headerFor(const std::string &path)
     struct statx status
     {
     };
-    if (::statx(AT_FDCWD, path.c_str(), 0, STATX_INO | STATX_BTIME, &status) != 0)
+    if (path.find('\0') != std::string::npos) {
+        errno = ENOENT; // and not what lies at the part before it
+        return std::nullopt;
+    }
+    if (::statx(AT_FDCWD, path.c_str(), 0, STATX_TYPE | STATX_INO | STATX_BTIME, &status) != 0)
         return std::nullopt;
     Header header;
     header.pathSize = path.size();
-    header.device = (std::uint64_t{status.stx_dev_major} << 32) | status.stx_dev_minor;
+    header.kind = status.stx_mode & S_IFMT;
     header.inode = status.stx_ino;
     if (status.stx_mask & STATX_BTIME) {
         header.birthSeconds = status.stx_btime.tv_sec;
         header.birthNanoseconds = status.stx_btime.tv_nsec;
     }
     return header;
+}
+
+bool isSameFolder(const Header &then, const Header &now)
+{
+    const bool knowsBirth = then.birthSeconds != 0 && now.birthSeconds != 0;
+    return now.kind == S_IFDIR && then.inode == now.inode
+        && (!knowsBirth || (then.birthSeconds == now.birthSeconds && then.birthNanoseconds == now.birthNanoseconds));
 }
 
 struct Content
@@ -100,7 +111,8 @@ ResolvedBookmark resolveBookmark(const std::vector<unsigned char> &data, unsigne
     const std::optional<Header> now = headerFor(content->path);
     if (!now)
         return {failureAt(content->path), false, {}, {}};
-    const bool stale = std::memcmp(&*now, &content->header, sizeof(Header)) != 0;
+    const bool wasOrIsFolder = content->header.kind == S_IFDIR || now->kind == S_IFDIR;
+    const bool stale = wasOrIsFolder && !isSameFolder(content->header, *now);
     return {{}, stale, [path = content->path] { return canAccess(path); }, [] {}};
 }
 

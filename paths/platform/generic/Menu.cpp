@@ -24,10 +24,17 @@ QMenuBar *mainMenu()
     return nullptr;
 }
 
-/// The title as the user reads it: "&" marks the key that opens the item.
+/// The title as the user reads it: "&" marks the key that opens the item, and "&&" stands for one.
 QString withoutMnemonic(QString title)
 {
-    return title.remove(QRegularExpression("&(?!&)"));
+    const QRegularExpression mark("&(.?)");
+    return title.replace(mark, "\\1");
+}
+
+/// A text for an item that shows this title, and has no such key.
+QString withoutKey(QString title)
+{
+    return title.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -42,7 +49,7 @@ void retitleSubmenuItems(const std::function<std::optional<QString>(const QStrin
             continue;
         for (QAction *item : top->menu()->actions()) {
             if (const std::optional<QString> title = newTitle(withoutMnemonic(item->text())))
-                item->setText(*title);
+                item->setText(withoutKey(*title));
         }
     }
 }

@@ -24,12 +24,14 @@ public:
     {
         // Native dialogs choose either files or folders.
         setOption(DontUseNativeDialog);
-        setOption(ShowDirsOnly, request.foldersOnly);
         setFileMode(request.foldersOnly ? Directory : ExistingFile);
+        setOption(ShowDirsOnly, request.foldersOnly); // which the file mode clears
         if (!request.startFolder.empty())
             setDirectory(QFile::decodeName(request.startFolder.c_str()));
-        if (!m_prompt.isEmpty())
+        if (!m_prompt.isEmpty()) {
             setLabelText(Accept, m_prompt);
+            setWindowTitle(titleFor(request));
+        }
         if (auto *name = findChild<QLineEdit *>("fileNameEdit"); name && !request.foldersOnly)
             followHighlight(name);
     }
@@ -53,6 +55,13 @@ protected:
     }
 
 private:
+    /// What the panel is there for, in the only words that it is given.
+    QString titleFor(const OpenPanelRequest &request) const
+    {
+        const QString folder = QFile::decodeName(request.startFolder.c_str());
+        return folder.isEmpty() ? m_prompt : QStringLiteral("%1 \u2013 %2").arg(m_prompt, folder);
+    }
+
     /// In its file mode the dialog names no highlighted folder, and promises to enter it. Queued, because it changes
     /// the highlight before the name and the button.
     void followHighlight(QLineEdit *name)
