@@ -10,6 +10,7 @@
 #include <QDesktopServices>
 #include <QIconEngine>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QPointer>
 #include <QSvgRenderer>
 #include <QTimer>
@@ -70,15 +71,29 @@ QString imagePath(const char *name)
     return QStringLiteral(":/img/res/dialog/") + QLatin1String(name);
 }
 
+/// What `draw` draws, or drew for an earlier dialog.
+template <typename Draw> QPixmap drawnOnce(const QString &key, Draw draw)
+{
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        pixmap = draw();
+        QPixmapCache::insert(key, pixmap);
+    }
+    return pixmap;
+}
+
 /// An SVG image in the density of the densest screen.
 QPixmap svgPixmap(const QString &path, QSize size)
 {
-    QPixmap pixmap(size * qApp->devicePixelRatio());
-    pixmap.setDevicePixelRatio(qApp->devicePixelRatio());
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    QSvgRenderer(path).render(&painter, QRectF(QPointF(), size));
-    return pixmap;
+    const double density = qApp->devicePixelRatio();
+    return drawnOnce(QStringLiteral("%1 %2 %3 %4").arg(path).arg(size.width()).arg(size.height()).arg(density), [&] {
+        QPixmap pixmap(size * density);
+        pixmap.setDevicePixelRatio(density);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        QSvgRenderer(path).render(&painter, QRectF(QPointF(), size));
+        return pixmap;
+    });
 }
 
 /// An icon that is as dense as the screen also in hosts that do not ask Qt for dense icons.
@@ -157,8 +172,10 @@ void OndVipLoginUI::initUI()
     passOver(m_ui->backgroundLabel);
     // Of itself Qt looks for the dense image only where it loads icons.
     const bool isDense = qApp->devicePixelRatio() > 1;
-    const QPixmap background(imagePath(isDense ? "login_dlg_back_ground@2x.png" : "login_dlg_back_ground.png"));
-    m_ui->backgroundLabel->setPixmap(getRoundedPixmap(background, kCornerRadius));
+    const QString background = imagePath(isDense ? "login_dlg_back_ground@2x.png" : "login_dlg_back_ground.png");
+    m_ui->backgroundLabel->setPixmap(drawnOnce(background + QLatin1String(" rounded"), [&background] {
+        return getRoundedPixmap(QPixmap(background), kCornerRadius);
+    }));
     m_ui->logoLabel->setPixmap(svgPixmap(imagePath("logo_72x72.svg"), kLogoSize));
     m_ui->closeButton->setStyleSheet(kCloseSheet);
     m_ui->loginButton->setStyleSheet(kLoginSheet);
