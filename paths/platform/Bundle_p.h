@@ -7,7 +7,8 @@
 /// empty. Callable from any thread.
 namespace platform {
 
-/// The running executable's path as the platform knows it (not canonical); nothing when it does not tell.
+/// The running executable's path as the platform knows it (not canonical); nothing when it does not tell. Of one that
+/// was removed or replaced, the path that it had.
 [[nodiscard]] std::optional<std::string> executablePath();
 
 /// The running executable's path as its bundle has it, else as executablePath() does.

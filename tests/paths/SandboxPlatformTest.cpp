@@ -1,4 +1,6 @@
+#include "config/MacConfigPath.h"
 #include "paths/MacBookmark.h"
+#include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
 #include "paths/MacUtils.h"
 #include "paths/platform/Applications_p.h"
@@ -12,6 +14,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QProcess>
 #include <QTimer>
 #include <future>
 #include <gtest/gtest.h>
@@ -163,6 +166,27 @@ TEST_F(SandboxPlatform, FoldersOfTheUserAreThoseOfTheSystem)
     EXPECT_FALSE(platform::isApplicationInstalled("com.example.folder") || platform::isApplicationInstalled("")
                  || platform::isApplicationInstalled("../applications/com.example.foo")
                  || platform::isApplicationInstalled(std::string("com.example.foo\0", 16)));
+}
+
+TEST_F(SandboxPlatform, UpdateInPlaceIsNotSeen)
+{
+    const std::string self = home / "A.app/Contents/MacOS/a";
+    if (const char *installed = std::getenv("OND_TEST_INSTALLED")) { // a process that nobody has asked for anything
+        fs::rename(std::string(installed) + ".new", installed);
+        EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppName(), "A");
+        EXPECT_EQ(MacPath::getAppFullPath(), installed);
+        fs::remove(installed);
+        EXPECT_EQ(MacConfigPath::GetCurrentExePath(), installed);
+        return;
+    }
+    fs::create_directories(fs::path(self).parent_path());
+    fs::copy_file("/proc/self/exe", self);
+    test::writeFile(self + ".new", "");
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    ::setenv("OND_TEST_INSTALLED", self.c_str(), 1);
+    process.start(QString::fromStdString(self), {"--gtest_filter=SandboxPlatform.UpdateInPlaceIsNotSeen"});
+    EXPECT_TRUE(process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0);
 }
 
 TEST_F(SandboxPlatform, WhatHasEndedOrIsNoProcessDoesNotRun)

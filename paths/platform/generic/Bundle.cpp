@@ -3,6 +3,7 @@
 #include "paths/platform/generic/PropertyList_p.h"
 
 #include <filesystem>
+#include <string_view>
 
 namespace platform {
 
@@ -24,14 +25,19 @@ fs::path enclosingBundle(const fs::path &executable)
 std::optional<std::string> executablePath()
 {
     std::error_code error;
-    const std::string path = fs::read_symlink("/proc/self/exe", error).string();
+    std::string path = fs::read_symlink("/proc/self/exe", error).string();
+    // So the kernel marks one that is gone. An update has put another in its place, in the bundle that is still ours.
+    constexpr std::string_view mark = " (deleted)";
+    if (path.size() > mark.size() && path.compare(path.size() - mark.size(), mark.size(), mark) == 0
+        && !fs::exists(path, error))
+        path.resize(path.size() - mark.size());
     return path.empty() ? std::nullopt : std::optional(path);
 }
 
 std::string bundleExecutablePath()
 {
-    // Asked once: later the link would follow a renamed bundle, and lead nowhere when the executable is replaced.
-    static const std::string path = executablePath().value_or("");
+    // Asked once: later the link would follow a renamed bundle. Outlives what asks at exit.
+    static const auto &path = *new std::string(executablePath().value_or(""));
     return path;
 }
 
