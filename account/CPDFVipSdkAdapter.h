@@ -30,8 +30,8 @@ protected:
 /// Uninitialize(), and passes every operation on to it. Without an adapter every question is answered with false and
 /// every command does nothing.
 ///
-/// Questions and commands may come from any thread, but none while Uninitialize() runs: unregister callbacks that ask
-/// anything from inside a notice before. OpenVipGUIPage() is for the user-interface thread.
+/// Questions and commands may come from any thread, but not while Uninitialize() runs. Before calling it, unregister
+/// every callback that asks anything from inside a notice. OpenVipGUIPage() is for the user-interface thread.
 class ONDPDFTOOLUTILS_EXPORT CPDFVipSdkAdapter : public IPDFVipSdkAdapter
 {
 public:

@@ -44,7 +44,7 @@ public:
         bool anonymous = false;
     };
 
-    /// Told of changes to the user. Implemented by windows; not owned by whom it is registered with.
+    /// Told of changes to the user. Implemented by windows. Registering one does not pass on its ownership.
     ///
     /// Called on the SDK's thread with the mutex of the listeners held. It may ask the adapter and log out, but must
     /// not register or unregister anybody or end the account, nor wait for a thread that does: all of these wait for

@@ -15,11 +15,11 @@
 /// thread. Writers of the same file at the same moment, in other processes too, do not lose each other's keys.
 ///
 /// Nothing fails outward. An empty key is refused before a file is opened: a getter answers its default, a setter does
-/// nothing. A file that is missing or unreadable, is no regular one or has more than 16 MiB reads as if it had no key;
-/// of these only a missing one is written, and created with its folders. A stored text that is no integer reads as 0,
-/// of one that exceeds an int the lower 32 bits; a value that QSettings would have to unpack ("@Variant(...)") as
-/// absent. Writing changes the key and leaves the rest of the file as it stands; it waits for others for at most five
-/// seconds.
+/// nothing. A file that is missing, unreadable, not a regular file or larger than 16 MiB reads as if it had no key. A
+/// setter creates a missing file, with its folders; it leaves the other kinds alone. A stored text that is not an
+/// integer reads as 0. An integer that exceeds an int reads as its lower 32 bits. A value that QSettings would have to
+/// unpack ("@Variant(...)") reads as absent. Writing changes the key and leaves the rest of the file as it stands; it
+/// waits for others for at most five seconds.
 class ONDPDFTOOLUTILS_EXPORT ConfigFileUtil
 {
 public:
@@ -52,10 +52,10 @@ public:
     /// Whether the stores of this library read and write an INI file at all: a regular one of at most 16 MiB. What is
     /// not sound counts as empty and is left as it is.
     static bool IsSound(const QString &path);
-    /// Visits what the stores read in an INI file, in its order, for who looks for mistakes: the number of the line,
-    /// the key and the value. The key is null for a line that is passed over, since it is neither [section], KEY=VALUE
-    /// nor ;comment; there is no value where it would have to be unpacked. Nothing is visited in a file that is not
-    /// sound.
+    /// Visits what the stores read in an INI file, in its order, for tools that look for mistakes: the number of the
+    /// line, the key and the value. The key is null for a line that the stores skip because it is neither [section],
+    /// KEY=VALUE nor ;comment. The value is absent where it would have to be unpacked. Visits nothing in a file that is
+    /// not sound.
     static void ForEachLine(const QString &path,
                             const std::function<void(int, const QString &, const std::optional<QVariant> &)> &visit);
 };

@@ -15,9 +15,9 @@
 /// their answer to the diagnostic log.
 ///
 /// Only GetInstance() and GetCurrentExePath() throw: std::filesystem::filesystem_error, if the executable was removed
-/// or moved before the library first asked for its path. Once it is known it is remembered, so that nothing here
-/// changes when an update replaces the application while it runs. All other classes cope without it: their answers are
-/// then empty, false or the default.
+/// or moved before the library first asked for its path. Once known, the path is remembered: nothing here changes when
+/// an update replaces the application while it runs. Without the path, all other classes answer empty, false or the
+/// default.
 class ONDPDFTOOLUTILS_EXPORT MacConfigPath
 {
 public:
@@ -37,8 +37,8 @@ public:
     /// The bundle's name without ".app"; the product's default name for a bundle called just ".app".
     std::string GetMainAppName() const;
     /// The user's data folder. With the sandbox on: the application group's container; otherwise the user's
-    /// application-support folder + bundle name + "/", which ends in "//" outside a bundle. "~/Library/Application
-    /// Support/", with the tilde as it is, stands for a folder that the platform does not know.
+    /// application-support folder + bundle name + "/", which ends in "//" outside a bundle. Where the platform does not
+    /// know the folder, "~/Library/Application Support/" takes its place, with the tilde unexpanded.
     std::string GetUserDataDir() const;
 
     /// The bundle's resource folder; empty outside a bundle.

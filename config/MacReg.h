@@ -16,9 +16,10 @@
 /// texts. One that QSettings would have to unpack ("@Variant(...)", "@DateTime(...)") is there, but without a value.
 ///
 /// Changes stay in the object until sync(), or until the key is closed; others see them when they open or sync() the
-/// key after that. Who changes different values of one key at the same moment, be it with a QSettings, loses neither's;
-/// of two changes to one value the later one stays. What else the file holds stays as it stands, comments and order
-/// too. A file that cannot be read or is larger than 16 MiB has nothing; one that cannot be written keeps what it held.
+/// key after that. When two writers change different values of one key at the same moment, both changes stay, even if
+/// one writer uses QSettings; of two changes to one value the later one stays. The rest of the file stays as it is,
+/// comments and order included. A file that cannot be read or is larger than 16 MiB counts as empty; one that cannot be
+/// written keeps what it held.
 class ONDPDFTOOLUTILS_EXPORT MacReg
 {
 public:
@@ -45,7 +46,7 @@ public:
     /// The names of all values in the open key; none when no key is open.
     [[nodiscard]] QStringList names() const;
     /// Writes what was changed and takes over what others have changed; takes at most five seconds. Changes that cannot
-    /// be written are dropped, which the application's log is told. False when no key is open.
+    /// be written are dropped, and the application's log says so. False when no key is open.
     bool sync();
 
 private:

@@ -14,9 +14,10 @@
 ///
 /// The values are those of the component configuration ("cfgdata/componentConfig.ini" in the bundle's resources), an
 /// INI file as QSettings reads it, in UTF-8; quotes are needed only around texts with a semicolon or a backslash. Every
-/// key has a default, which also stands for a value that QSettings would have to unpack ("@Variant(...)"); a file that
-/// is missing, unreadable or larger than 16 MiB gives all of them. An integer that is none reads as 0. The file is read
-/// when the instance is made and never written. The getters may be called from any thread.
+/// key has a default. It is the answer when the key is absent or QSettings would have to unpack its value
+/// ("@Variant(...)"), and for every key when the file is missing, unreadable or larger than 16 MiB. Where an integer is
+/// asked for, a text that is not one reads as 0. The file is read when the instance is made and never written. The
+/// getters may be called from any thread.
 class ONDPDFTOOLUTILS_EXPORT ProductCfgUtil
 {
 public:
@@ -45,8 +46,8 @@ public:
     QString getPrivacy() const;
     QString getCopyRight() const;
 
-    /// Application id for the text recognition service; one of its own for the tolva account
-    /// (CPDFVipSdkAdapter::getCurrentVipSdkId()).
+    /// Application id for the text recognition service; the tolva account (CPDFVipSdkAdapter::getCurrentVipSdkId()) has
+    /// an id of its own.
     int getServiceAppId() const;
     bool isTolvaProduct() const;
     bool getHelpEnable() const;
@@ -54,13 +55,13 @@ public:
     int getVipId() const;
 
     QString getServiceName() const;
-    /// The default service host: MacGlobalUrl::GetDefSvrHost() where that is the test host, else "product/host", else
-    /// that host too.
+    /// The default service host: "product/host" if it is configured, otherwise MacGlobalUrl::GetDefSvrHost(). If the
+    /// latter is the test host, it always wins.
     QString getProductHost() const;
     /// The product's GUID in braces, upper case.
     QString getProductGUID() const;
-    /// What getProductGUID() answers without a configured one; the independent edition that is no tolva product has one
-    /// of its own.
+    /// What getProductGUID() answers when none is configured. The independent edition has a GUID of its own, unless it
+    /// is a tolva product.
     QString getDefProductGUID() const;
     QString getInstallRegName() const;
     /// getInstallRegName() unless configured.

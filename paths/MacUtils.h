@@ -51,8 +51,8 @@ public:
     /// The executable's folder + "/" + `name`; the folder is empty when the platform does not tell.
     static std::string getResourcePath(const std::string &name);
 
-    /// Whether an application with exactly this bundle identifier is running. On macOS a program whose main thread has
-    /// no run loop sees the applications of its first question, and no start or end after it.
+    /// Whether an application with exactly this bundle identifier is running. On macOS, a program whose main thread has
+    /// no run loop sees only the applications that ran at its first call: it does not notice later starts and ends.
     static bool IsProcessRunning(const std::string &bundleId);
 
     /// Milliseconds of a monotonic clock since an arbitrary start.
@@ -76,8 +76,8 @@ ONDPDFTOOLUTILS_EXPORT bool IsProcessRunningOC(const QString &bundleId);
 /// a null text.
 ONDPDFTOOLUTILS_EXPORT QString getAppDirByMacOSSymLinkPath(const QString &path);
 
-/// Whether more than 1.0 second has passed since the user's last input event of any kind. Elsewhere than on macOS,
-/// since the last one that this application received; true without an application object.
+/// Whether more than 1.0 second has passed since the user's last input event of any kind. On systems other than macOS,
+/// only events that this application received count, and the answer is true without an application object.
 ONDPDFTOOLUTILS_EXPORT bool isMainThreadIdle();
 
 /// Opens the security pane of the system settings, where the user can grant the product a permission; whether it was

@@ -16,11 +16,11 @@ class PathRecorder;
 /// All static. Failures are false, the empty text or a code; nothing throws but for exhausted memory. Callable from any
 /// thread unless said otherwise.
 ///
-/// Locations are absolute paths; folders end in "/". The getters always answer: a base folder that cannot be determined
-/// is the empty text, and the name stands behind it as it is. Whether anything exists there is for the caller to see.
-/// Every getter below the user data folder creates that folder when it is missing; what else is created on the way is
-/// said beside the getter. Folders are created with all those above them, on every call, unless they have no base
-/// folder; the path is the same if that fails.
+/// Locations are absolute paths; folders end in "/". The getters always answer. A base folder that cannot be determined
+/// counts as the empty text, so that only the name is left. The caller checks whether anything exists there. Every
+/// getter below the user data folder creates that folder when it is missing; what else is created on the way is said
+/// beside the getter. Folders are created on every call, with all their parents, unless their base folder is unknown.
+/// If that fails, the answer is the same path.
 class ONDPDFTOOLUTILS_EXPORT PathUtils
 {
 public:

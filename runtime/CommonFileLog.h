@@ -20,9 +20,9 @@
 /// if the file may be read.
 ///
 /// Callable from any thread, and until the process is gone: a line from the destructor of a static object is written
-/// even if it is the first. So is a line from the child of a fork, before or without exec. If the process that forked
-/// had other threads, its child may log if the process has logged, or asked IsLogEnable(), before; otherwise the child
-/// may wait for ever. A child's lines have the offset from UTC that the log knew before the fork.
+/// even if it is the first. So is a line from the child of a fork, before or without exec. One exception: if the
+/// forking process had other threads, and had neither logged nor asked IsLogEnable() before the fork, a child that logs
+/// may wait for ever. A child's lines use the UTC offset that the log knew before the fork.
 class ONDPDFTOOLUTILS_EXPORT CommonFileLog
 {
 public:

@@ -62,8 +62,8 @@ public:
     /// up together with it go on to be run until `milliseconds` have passed, and the rest are released unrun. Tasks
     /// that it has not taken up yet are left to the destructor, unless the drain flag is set.
     ///
-    /// May be called again, from one thread at a time, and starts the time limit anew. A task that calls it for its own
-    /// manager only stops the worker, which it cannot wait for: the owner still has to call it.
+    /// May be called again, from one thread at a time; each call starts the time limit anew. A task that calls it for
+    /// its own manager only requests the stop, without waiting: the owner must still call it.
     virtual void WaitTaskFinish(unsigned int milliseconds);
 
     /// Wakes the worker without adding anything.
@@ -89,7 +89,7 @@ private:
     quint32 m_timeLimit = 0;
 
 protected:
-    /// Has the worker run what is queued once more after it was told to stop, under the same time limit. A derived
+    /// If set, the worker runs what is queued once more after it was told to stop, under the same time limit. A derived
     /// manager sets it before it requests the stop.
     bool m_drain = false;
 };
