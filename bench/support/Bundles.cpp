@@ -2,8 +2,8 @@
 
 #include "bench/support/Ratios.h"
 #include "config/MacConfigPath.h"
-#include "paths/StringUtils.h"
 
+#include <QJsonDocument>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <cstdlib>
@@ -28,11 +28,9 @@ int runSituation(int argc, char **argv, const std::vector<Situation> &situations
             situation.declare();
 
     std::ofstream file(qgetenv(kRowsFile).toStdString(), std::ios::app);
-    for (const Row &row : measure(argc, argv)) {
-        for (const std::string &cell : row)
-            file << cell << '\t';
-        file << '\n';
-    }
+    const bool asJson = takeJsonFlag(argc, argv);
+    for (const Row &row : measure(argc, argv, asJson))
+        file << QJsonDocument(row.toJson()).toJson(QJsonDocument::Compact).constData() << '\n';
     return file.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
@@ -41,7 +39,7 @@ std::vector<Row> readRows(const fs::path &path)
     std::vector<Row> rows;
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);)
-        StringSplit(line, rows.emplace_back(), "\t");
+        rows.push_back(Row::fromJson(QJsonDocument::fromJson(line.c_str()).object()));
     return rows;
 }
 
@@ -82,15 +80,16 @@ int runInBundles(int argc, char **argv, const std::vector<Situation> &situations
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
+    const bool asJson = takeJsonFlag(argc, argv);
 
     for (const Situation &situation : situations) {
-        std::cout << '\n' << situation.name << ":" << std::endl;
+        (asJson ? std::cerr : std::cout) << '\n' << situation.name << ":" << std::endl;
         if (!runCopy(root, situation, arguments, rowsFile)) {
             std::cerr << situation.name << ": did not come to its end\n";
             return EXIT_FAILURE;
         }
     }
-    print(readRows(rowsFile));
+    print(readRows(rowsFile), asJson);
     return EXIT_SUCCESS;
 }
 

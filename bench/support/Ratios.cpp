@@ -1,9 +1,13 @@
 #include "bench/support/Ratios.h"
 
+#include <QJsonDocument>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
+#include <iterator>
 #include <map>
+#include <string_view>
 
 namespace bench {
 
@@ -71,30 +75,68 @@ std::string formatted(const char *format, double value)
     return text;
 }
 
-std::string timeText(double nanoseconds)
+std::string quantity(double value, const std::string &unit)
 {
-    if (nanoseconds < 1e3)
-        return formatted("%.1f ns", nanoseconds);
-    if (nanoseconds < 1e6)
-        return formatted("%.2f us", nanoseconds / 1e3);
-    return formatted("%.2f ms", nanoseconds / 1e6);
-}
-
-Row rowOf(const Pair &pair, double subject, double peer)
-{
-    const bool atMost = pair.bound.kind == Bound::Kind::timeAtMost;
-    const double ratio = atMost ? subject / peer : peer / subject;
-    const bool holds = atMost ? ratio <= pair.bound.value : ratio >= pair.bound.value;
-    return {pair.subject,
-            pair.peer,
-            timeText(subject),
-            timeText(peer),
-            formatted("%.3f", ratio),
-            formatted(atMost ? "at most %.2f" : "at least %.2f", pair.bound.value),
-            holds ? "yes" : "NO"};
+    if (unit != "ns")
+        return formatted("%.0f ", value) + unit;
+    if (value < 1e3)
+        return formatted("%.1f ns", value);
+    if (value < 1e6)
+        return formatted("%.2f us", value / 1e3);
+    return formatted("%.2f ms", value / 1e6);
 }
 
 } // namespace
+
+double Row::ratio() const
+{
+    return bound.kind == Bound::Kind::timeAtMost ? subjectMedian / peerMedian : peerMedian / subjectMedian;
+}
+
+bool Row::holds() const
+{
+    return bound.kind == Bound::Kind::timeAtMost ? ratio() <= bound.value : ratio() >= bound.value;
+}
+
+QJsonObject Row::toJson() const
+{
+    return {{"subject", QString::fromStdString(subject)},
+            {"peer", QString::fromStdString(peer)},
+            {"subjectMedian", subjectMedian},
+            {"peerMedian", peerMedian},
+            {"unit", QString::fromStdString(unit)},
+            {"ratio", ratio()},
+            {bound.kind == Bound::Kind::timeAtMost ? "atMost" : "atLeast", bound.value},
+            {"holds", holds()}};
+}
+
+Row Row::fromJson(const QJsonObject &json)
+{
+    const bool isAtMost = json.contains("atMost");
+    return {json["subject"].toString().toStdString(),
+            json["peer"].toString().toStdString(),
+            json["subjectMedian"].toDouble(),
+            json["peerMedian"].toDouble(),
+            json["unit"].toString().toStdString(),
+            isAtMost ? atMost(json["atMost"].toDouble()) : atLeast(json["atLeast"].toDouble())};
+}
+
+std::vector<std::string> headings()
+{
+    return {"subject", "peer", "its median", "peer's median", "ratio", "bound", "holds"};
+}
+
+std::vector<std::string> cellsOf(const Row &row)
+{
+    const bool isAtMost = row.bound.kind == Bound::Kind::timeAtMost;
+    return {row.subject,
+            row.peer,
+            quantity(row.subjectMedian, row.unit),
+            quantity(row.peerMedian, row.unit),
+            formatted("%.3f", row.ratio()),
+            formatted(isAtMost ? "at most %.2f" : "at least %.2f", row.bound.value),
+            row.holds() ? "yes" : "NO"};
+}
 
 void compare(const Side &subject, Bound bound, const Side &peer, Clock clock)
 {
@@ -103,9 +145,17 @@ void compare(const Side &subject, Bound bound, const Side &peer, Clock clock)
     pairs().push_back({subject.name, peer.name, bound});
 }
 
-std::vector<Row> measure(int argc, char **argv)
+bool takeJsonFlag(int &argc, char **argv)
 {
-    std::vector<std::string> defaults = {"--benchmark_repetitions=5", "--benchmark_min_time=0.1",
+    char **const end = std::remove(argv + 1, argv + argc, std::string_view("--json"));
+    const bool isThere = end != argv + argc;
+    argc = static_cast<int>(end - argv);
+    return isThere;
+}
+
+std::vector<Row> measure(int argc, char **argv, bool asJson)
+{
+    std::vector<std::string> defaults = {"--benchmark_repetitions=21", "--benchmark_min_time=0.02",
                                          "--benchmark_enable_random_interleaving=true",
                                          "--benchmark_display_aggregates_only=true"};
     std::vector<char *> arguments = {argv[0]};
@@ -119,6 +169,8 @@ std::vector<Row> measure(int argc, char **argv)
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
         std::exit(EXIT_FAILURE);
     Reporter reporter;
+    if (asJson)
+        reporter.SetOutputStream(&std::cerr);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
 
@@ -127,32 +179,37 @@ std::vector<Row> measure(int argc, char **argv)
         const auto subject = reporter.times().find(pair.subject);
         const auto peer = reporter.times().find(pair.peer);
         if (subject != reporter.times().end() && peer != reporter.times().end())
-            rows.push_back(rowOf(pair, subject->second, peer->second));
+            rows.push_back({pair.subject, pair.peer, subject->second, peer->second, "ns", pair.bound});
     }
     return rows;
 }
 
-void print(std::vector<Row> rows)
+void print(const std::vector<Row> &rows, bool asJson)
 {
-    if (rows.empty())
-        return;
-    rows.insert(rows.begin(), {"subject", "peer", "its median", "peer's median", "ratio", "bound", "holds"});
-    std::vector<std::size_t> widths(rows.front().size());
-    for (const Row &row : rows)
-        for (std::size_t column = 0; column < widths.size(); ++column)
-            widths[column] = std::max(widths[column], row[column].size());
-    std::putchar('\n');
-    for (const Row &row : rows) {
-        for (std::size_t column = 0; column < widths.size(); ++column)
-            std::printf("%-*s  ", static_cast<int>(widths[column]), row[column].c_str());
+    if (asJson) {
+        for (const Row &row : rows)
+            std::puts(QJsonDocument(row.toJson()).toJson(QJsonDocument::Compact).constData());
+    } else if (!rows.empty()) {
+        std::vector<std::vector<std::string>> lines = {headings()};
+        std::transform(rows.begin(), rows.end(), std::back_inserter(lines), cellsOf);
+        std::vector<std::size_t> widths(lines.front().size());
+        for (const auto &line : lines)
+            for (std::size_t column = 0; column < widths.size(); ++column)
+                widths[column] = std::max(widths[column], line[column].size());
         std::putchar('\n');
+        for (const auto &line : lines) {
+            for (std::size_t column = 0; column < widths.size(); ++column)
+                std::printf("%-*s  ", static_cast<int>(widths[column]), line[column].c_str());
+            std::putchar('\n');
+        }
     }
     std::fflush(stdout);
 }
 
 int run(int argc, char **argv)
 {
-    print(measure(argc, argv));
+    const bool asJson = takeJsonFlag(argc, argv);
+    print(measure(argc, argv, asJson), asJson);
     return EXIT_SUCCESS;
 }
 
