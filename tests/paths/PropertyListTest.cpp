@@ -74,6 +74,8 @@ TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
         {"NUL in a text", QByteArray("<plist><dict><key>n</key><string>h\0i</string></dict></plist>", 55), ""},
         {"text, nested", xmlList(nested(4000, "<array>", "</array>")), "\u00e4"},
         {"text, too deep", xmlList(nested(80'000, "<dict>", "</dict>")), ""},
+        {"text, too many entities", xmlList("<key>k</key><string>" + QByteArray("&lt;").repeated(5000) + "</string>"),
+         ""},
         {"text, hidden depth", xmlList(nested(20'000, "<array><!--</array>-->", "</array>")), ""},
     };
     for (const auto &row : rows)

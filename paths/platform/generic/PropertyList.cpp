@@ -12,8 +12,10 @@ namespace platform::generic {
 namespace {
 
 constexpr int kMaxSize = 1 << 20;
-/// More than an Info.plist has. libplist deletes what it read with one call per level on the stack.
+/// More than an Info.plist has. libplist deletes what it read with one call per level on the stack, and moves the rest
+/// of a text for each entity in it.
 constexpr int kMaxContainers = 4096;
+constexpr int kMaxEntities = 4096;
 
 struct FreePlist
 {
@@ -23,7 +25,7 @@ struct FreePlist
 std::string textInXml(const QByteArray &bytes, const std::string &key)
 {
     // Counted wherever they stand: in a comment they count as well, but cannot hide others.
-    if (bytes.count("<dict") + bytes.count("<array") > kMaxContainers)
+    if (bytes.count("<dict") + bytes.count("<array") > kMaxContainers || bytes.count('&') > kMaxEntities)
         return {};
     plist_t parsed = nullptr;
     plist_from_xml(bytes.constData(), static_cast<std::uint32_t>(bytes.size()), &parsed);
