@@ -28,8 +28,8 @@ public:
 
     /// Has `listener` told of changes, once however often it is added. Null is ignored.
     virtual void AddUserInfoChangeListener(IUserInfoChangeListener *listener) = 0;
-    /// After this returns `listener` is not called any more; it waits for a call in progress, unless that call is who
-    /// removes.
+    /// After this returns `listener` is not called any more; it waits for a call in progress, unless called from
+    /// within it.
     virtual void RemoveUserInfoChangeListener(IUserInfoChangeListener *listener) = 0;
 
     /// Has the account looked up now rather than at the service's leisure. False when the service is not started.
