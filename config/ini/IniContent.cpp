@@ -154,9 +154,11 @@ QStringView restIn(View section, QStringView key)
         return key;
     if (!section.empty() && section.front() == '%' && isGeneral(section.substr(1)))
         section.remove_prefix(1);
-    while (!section.empty() && !key.isEmpty() && takeCharacter(section) == key.front())
-        key = key.mid(1);
-    return section.empty() && !key.isEmpty() && key.front() == QLatin1Char('/') ? key.mid(1) : QStringView();
+    for (; !section.empty(); key = key.mid(1)) {
+        if (key.isEmpty() || takeCharacter(section) != key.front())
+            return {};
+    }
+    return !key.isEmpty() && key.front() == QLatin1Char('/') ? key.mid(1) : QStringView();
 }
 
 /// A line, as QSettings cuts it: line ends within quotes and behind a backslash belong to it.

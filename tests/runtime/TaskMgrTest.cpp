@@ -21,7 +21,7 @@ namespace {
 #ifdef OND_SANITIZED
 constexpr int kManagers = 200;
 #else
-constexpr int kManagers = 1400;
+constexpr int kManagers = 600;
 #endif
 constexpr unsigned kLong = 3'600'000;
 

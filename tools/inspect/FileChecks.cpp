@@ -10,6 +10,7 @@
 #include <QLockFile>
 #include <algorithm>
 #include <csignal>
+#include <iterator>
 #include <set>
 #include <unistd.h>
 
@@ -50,7 +51,7 @@ constexpr BundledFile kBundledFiles[] = {
 /// The keys of INI files that the library reads, by file; a key that is nearly one of them is a slip of the pen.
 const std::vector<std::string> &knownKeys()
 {
-    static const std::vector<std::string> all = {
+    static constexpr const char *names[] = {
         "product/product_name",
         "product/product_edition",
         "product/ocr_app_id",
@@ -103,13 +104,14 @@ const std::vector<std::string> &knownKeys()
         "language/current_language",
         "account/account",
     };
+    static const std::vector<std::string> all(std::begin(names), std::end(names));
     return all;
 }
 
 /// Those of them that are numbers.
 const std::set<std::string> &numbers()
 {
-    static const std::set<std::string> all = {
+    static constexpr const char *names[] = {
         "product/product_edition",
         "product/ocr_app_id",
         "product/ocr_app_id_tolva",
@@ -134,6 +136,7 @@ const std::set<std::string> &numbers()
         "product/installtime",
         "account/account",
     };
+    static const std::set<std::string> all(std::begin(names), std::end(names));
     return all;
 }
 
