@@ -22,9 +22,8 @@ target_compile_options(ond_build_options INTERFACE -Wall -Wextra -Wpedantic $<$<
 if(OND_SANITIZE)
   target_compile_options(ond_build_options INTERFACE -fsanitize=${OND_SANITIZE} -fno-sanitize-recover=all)
   target_link_options(ond_build_options INTERFACE -fsanitize=${OND_SANITIZE})
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU") # which takes std::regex, among others, for uninitialised in such builds
-    target_compile_options(ond_build_options INTERFACE -Wno-maybe-uninitialized)
-  endif()
+  # gcc takes std::regex, among others, for uninitialised in such builds.
+  target_compile_options(ond_build_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-maybe-uninitialized>)
 endif()
 if(OND_BUILD_FUZZERS)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")

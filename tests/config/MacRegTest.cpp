@@ -127,12 +127,12 @@ TEST_F(MacRegTest, ThreadsShareObjectsAndKeys)
 {
     MacReg shared;
     ASSERT_TRUE(shared.open("threads", false));
-    test::onThreads(40, [&shared](int i) {
+    test::onThreads(10, [&shared](int i) {
         const QString name = QString::number(i);
         shared.setValue("shared/" + name, name);
         store("threads", "own/" + name, name);
         shared.sync();
     });
     const std::string content = test::readFile(fileOf("threads"));
-    EXPECT_EQ(std::count(content.begin(), content.end(), '='), 80);
+    EXPECT_EQ(std::count(content.begin(), content.end(), '='), 20);
 }
