@@ -35,7 +35,7 @@ QVariant value(FuzzedDataProvider &data)
     case 5:
         return data.ConsumeFloatingPoint<double>();
     case 6:
-        return QVariant();
+        return {};
     case 7:
         return QStringList{text(data), text(data)};
     case 8:

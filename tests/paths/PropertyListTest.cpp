@@ -32,7 +32,8 @@ QByteArray withTree(std::vector<std::string> objects)
 {
     for (std::size_t end = objects.size() + 40; objects.size() < end;)
         objects.push_back("\xa2" + std::string(2, static_cast<char>(objects.size() + 1)));
-    objects.emplace_back("\x51z");
+    // A text of one letter begins with 0x51, "Q"; of two with 0x52.
+    objects.emplace_back("Qz");
     return binaryList(objects);
 }
 
@@ -50,7 +51,7 @@ QByteArray nested(int depth, const QByteArray &open, const QByteArray &close)
 
 TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
 {
-    const std::string key = "\x51n", text = "\x52hi", wide("\x61\0\xe4", 3);
+    const std::string key = "Qn", text = "Rhi", wide("\x61\0\xe4", 3);
     const std::string longText = "\x5f\x11" + bigEndian(300, 2) + std::string(300, 'x');
     const struct
     {
@@ -63,7 +64,7 @@ TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
         {"wide key", binaryList({"\xd1\1\2", std::string("\x61\0n", 3), text}), "hi"},
         {"long text", binaryList({"\xd1\1\2", key, longText}), std::string(300, 'x')},
         {"first of two", binaryList({"\xd2\1\1\2\3", key, text, wide}), "hi"},
-        {"tree below", withTree({"\xd2\3\1\4\2", key, text, "\x51x"}), "hi"},
+        {"tree below", withTree({"\xd2\3\1\4\2", key, text, "Qx"}), "hi"},
         {"tree as the value", withTree({"\xd1\1\2", key}), ""},
         {"tree on top", withTree({}), ""},
         {"the dictionary as its own value", binaryList({std::string("\xd1\1\0", 3), key}), ""},
@@ -84,7 +85,7 @@ TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
 
 TEST(PropertyList, NoByteLeadsOutOfTheList)
 {
-    const QByteArray good = binaryList({"\xd1\1\2", "\x51n", "\x5f\x11" + bigEndian(20, 2) + std::string(20, 'x')});
+    const QByteArray good = binaryList({"\xd1\1\2", "Qn", "\x5f\x11" + bigEndian(20, 2) + std::string(20, 'x')});
     for (int at = 8; at < good.size(); ++at) {
         static_cast<void>(textInPropertyList(good.left(at), "n"));
         for (int value = 0; value < 256; ++value) {
