@@ -40,7 +40,7 @@ class TypistPlugin : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "Typist.json")
 
 public:
-    QObject *create(const QString & /*key*/, const QString & /*specification*/) override { return new Typist; }
+    QObject *create(const QString & /*key*/, const QString & /*arguments*/) override { return new Typist; }
 };
 
 #include "Typist.moc"
