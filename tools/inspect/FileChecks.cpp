@@ -281,7 +281,7 @@ bool checkLanguageEntries(const QByteArray &bytes, const std::string &path, Chec
         const std::string which = name.empty() ? "entry " + std::to_string(number + 1) : '"' + name + '"';
         if (name.empty() || text("code").empty())
             list.problem({which + " has no " + (name.empty() ? "name" : "code"), "It cannot be chosen.",
-                          "Give it \"show_name\" and \"code\".", path});
+                          R"(Give it "show_name" and "code".)", path});
         else if (!names.insert(name).second)
             list.problem(
                 {which + " stands in the menu more than once", "Both mean the first.", "Take one of them out.", path});

@@ -99,7 +99,7 @@ void addOptions(std::ostream &out, const CLI::App &app)
 std::string manPage(const CLI::App &app)
 {
     std::ostringstream out;
-    const std::string name = app.get_name();
+    const std::string &name = app.get_name();
     out << ".TH PDFORVELL\\-INSPECT 1 \"\" \"" OND_VERSION "\" \"PDF Orvell\"\n.SH NAME\n"
         << roff(name) << " \\- " << roff("say what the product's shared library answers on this machine") << '\n'
         << ".SH SYNOPSIS\n.B " << roff(name) << "\n[\\fIOPTION\\fR...] [\\fISECTION\\fR...]\n.br\n.B " << roff(name)
