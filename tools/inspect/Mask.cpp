@@ -90,7 +90,7 @@ Json Mask::masked(const Json &answers)
     Json result = Json::object();
     for (const auto &member : answers.items()) {
         const auto kind = privateMembers().find(member.key());
-        const bool isPrivate = kind != privateMembers().end() && member.value() != "" && member.value() != 0;
+        const bool isPrivate = kind != privateMembers().end() && member.value() != Json("") && member.value() != 0;
         result[masked(member.key())] =
             isPrivate ? Json(replacement(kind->second, member.value().dump())) : masked(member.value());
     }
