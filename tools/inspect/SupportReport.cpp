@@ -19,7 +19,7 @@ namespace inspect {
 namespace {
 
 constexpr std::size_t kLogLines = 200;
-constexpr std::streamoff kLogBytes = 256 * 1024;
+constexpr std::streamoff kLogBytes = 262'144;
 
 /// The last lines of the diagnostic log, as far as they lie in its last bytes.
 Json endOfLog()

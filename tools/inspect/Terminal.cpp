@@ -5,6 +5,7 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
+#include <cwchar>
 #include <iostream>
 #include <iterator>
 #include <spawn.h>
@@ -12,9 +13,8 @@
 #include <termios.h>
 #include <thread>
 #include <unistd.h>
-#include <wchar.h>
 
-extern char **environ;
+extern char **environ; // NOLINT(readability-redundant-declaration): macOS declares it nowhere
 
 namespace inspect {
 
@@ -123,6 +123,7 @@ bool showsUtf8()
 bool isStarted(const std::vector<std::string> &words, std::chrono::milliseconds patience)
 {
     std::vector<char *> arguments;
+    arguments.reserve(words.size() + 1);
     for (const std::string &word : words)
         arguments.push_back(const_cast<char *>(word.c_str()));
     arguments.push_back(nullptr);
