@@ -134,7 +134,7 @@ std::string lineOf(const std::string &message)
     const std::tm local = localTime(pid);
     std::string line;
     line.reserve(message.size() + 100);
-    appendNumber(line, static_cast<std::uintptr_t>(local.tm_year + 1900));
+    appendNumber(line, static_cast<std::uintptr_t>(local.tm_year) + 1900);
     appendTwoDigits(line, '-', local.tm_mon + 1);
     appendTwoDigits(line, '-', local.tm_mday);
     appendTwoDigits(line, ' ', local.tm_hour);
