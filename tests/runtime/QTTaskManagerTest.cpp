@@ -34,12 +34,14 @@ protected:
         manager.addFuncTask(new Call([this] {
             running = true;
             EXPECT_TRUE(eventually([this] { return released.load(); }));
+            running = false;
         }));
         EXPECT_TRUE(eventually([this] { return running.load(); }));
     }
     ~Busy() override
     {
         released = true;
+        EXPECT_TRUE(eventually([this] { return !running; })) << "also in a pool that the manager gave up";
         manager.waitAllTask(-1);
         manager.unInit();
         QCoreApplication::sendPostedEvents(nullptr,
