@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kMaxIniSize = 16 << 20;
 constexpr int kMaxLanguagesSize = 1 << 20;
+constexpr int kMaxLockSize = 4 << 10;
 constexpr int kMaxDocumentSize = 64 << 20;
 constexpr int kMaxFindings = 20; // of one kind in one file: a foreign file has thousands
 
@@ -215,7 +216,9 @@ void checkLock(const std::string &store, Checklist &list)
     qint64 process = 0;
     QString host;
     QString program;
-    if (!QLockFile(QString::fromStdString(path)).getLockInfo(&process, &host, &program))
+    // QLockFile reads the whole file, which may be anybody's.
+    if (fs::file_size(path, error) > kMaxLockSize
+        || !QLockFile(QString::fromStdString(path)).getLockInfo(&process, &host, &program))
         list.note({"a lock that names nobody", effect, "Remove it when no program of the product runs.", path});
     else if (!host.isEmpty() && host != QSysInfo::machineHostName())
         list.note({"a lock of another machine, " + host.toStdString(), effect,
