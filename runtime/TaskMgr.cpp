@@ -2,6 +2,13 @@
 
 #include <exception>
 
+namespace {
+
+// Tasks that can be pushed without an allocation under the mutex while a batch is run.
+constexpr std::size_t kRoomAhead = 64;
+
+} // namespace
+
 ITask::~ITask() = default;
 
 TaskMgr::TaskMgr()
@@ -20,11 +27,14 @@ void TaskMgr::PushTask(std::shared_ptr<ITask> task)
 {
     if (!task)
         return;
+    bool wasEmpty = false;
     {
         const std::lock_guard lock(m_mutex);
+        wasEmpty = m_tasks.empty();
         m_tasks.push_back(std::move(task));
     }
-    m_wake.notify_one();
+    if (wasEmpty) // else the worker was woken for what is queued already
+        m_wake.notify_one();
 }
 
 void TaskMgr::WaitTaskFinish(unsigned int milliseconds)
@@ -69,7 +79,7 @@ void TaskMgr::WorkThread()
             std::unique_lock lock(m_mutex);
             m_wake.wait(lock, [this] { return m_stop || !m_tasks.empty(); });
         }
-        if (isStop())
+        if (m_stop)
             break;
         ExcuteTasks();
     }
@@ -80,6 +90,7 @@ void TaskMgr::WorkThread()
 void TaskMgr::ExcuteTasks()
 {
     std::vector<std::shared_ptr<ITask>> batch;
+    batch.reserve(kRoomAhead);
     {
         const std::lock_guard lock(m_mutex);
         batch.swap(m_tasks);
