@@ -309,12 +309,12 @@ TEST_F(LocalSdk, ProcessEndsWithoutStoppingItAlthoughAListenerWaitsForThat)
     };
     const auto startAndEnd = [this] {
         ::alarm(60);
-        auto &service = *new VipSdkCoreInterfaceImpl;
-        auto &listener = *new Waiting;
+        static auto &service = *new VipSdkCoreInterfaceImpl; // static for the leak checker to find
+        static auto &listener = *new Waiting;
         service.AddUserInfoChangeListener(&listener);
         service.Initialize();
         setUserInfo(L"n");
-        std::exit(eventually([&] { return listener.changes == 1; }) ? 0 : 1);
+        std::exit(eventually([] { return listener.changes == 1; }) ? 0 : 1);
     };
     EXPECT_EXIT(startAndEnd(), testing::ExitedWithCode(0), "");
 }
