@@ -10,9 +10,9 @@
 
 /// Single integer settings in the product's INI files, and the product's version date.
 ///
-/// Keys have the form "section/name"; a key without "/" lies in the general section. All static; nothing is kept
-/// between calls: each opens its file, reads or writes, and closes it, so that the functions may be called from any
-/// thread. Writers of the same file at the same moment, in other processes too, do not lose each other's keys.
+/// Keys have the form "section/name"; a key without "/" lies in the general section. All static; each call answers what
+/// its file says now, and has written when it returns. The functions may be called from any thread. Writers of the same
+/// file at the same moment, in other processes too, do not lose each other's keys.
 ///
 /// Nothing fails outward. An empty key is refused before a file is opened: a getter answers its default, a setter does
 /// nothing. A file that is missing, unreadable, not a regular file or larger than 16 MiB reads as if it had no key. A

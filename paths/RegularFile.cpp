@@ -46,6 +46,8 @@ FileContent readRegularFile(const std::string &path, int limit)
         if (size > limit - content.bytes.size())
             return {State::tooLarge, {}};
         content.bytes.append(part, static_cast<int>(size));
+        if (content.bytes.size() == status.st_size && size < static_cast<ssize_t>(sizeof part))
+            return content; // the end, for which more room was left
     }
     return size < 0 ? FileContent{State::unreadable, {}} : content;
 }

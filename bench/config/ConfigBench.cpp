@@ -1,5 +1,6 @@
 // The configuration service against a QSettings that is kept open, single integer settings and a key of the registry
-// against a QSettings that is opened for one value; all on files of the size that the product has.
+// against a QSettings that is opened for one value, to read it or to write it; all on files of the size that the
+// product has.
 
 #include "bench/support/Bundles.h"
 #include "bench/support/Ratios.h"
@@ -15,6 +16,7 @@
 #include <QSettings>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -120,20 +122,45 @@ void settingsOpenedForAKey(benchmark::State &state)
     }
 }
 
+void setValue(benchmark::State &state)
+{
+    const QString key = QStringLiteral("section5/number");
+    int value = 0;
+    for (auto _ : state)
+        ConfigFileUtil::SetCfgdataFileValueIntUser(key, ++value % 90 + 10);
+    if (ConfigFileUtil::GetCfgdataFileValueIntUser(key, 7) != value % 90 + 10)
+        state.SkipWithError("the value is not written");
+}
+
+void settingsOpenedToWrite(benchmark::State &state)
+{
+    const QString key = QStringLiteral("section5/number");
+    int value = 0;
+    for (auto _ : state) {
+        QSettings settings(PathUtils::getConfigDataPath() + QStringLiteral(".theirs"), QSettings::IniFormat);
+        settings.setValue(key, ++value % 90 + 10);
+    }
+}
+
 void declare()
 {
     writeFile(componentFile(), "[product]\nproduct_name=Product\nvip_id=5\n" + sections(5));
     writeFile(PathUtils::getAppConfigPath(true), sections(20));
     writeFile(PathUtils::getAppDataDir(true) + "reg/common.ini", sections(20));
+    writeFile(PathUtils::getConfigDataPath() + QStringLiteral(".user"), sections(20));
+    writeFile(PathUtils::getConfigDataPath() + QStringLiteral(".theirs"), sections(20));
+    std::this_thread::sleep_for(std::chrono::seconds(3)); // a file that changed just now is read again each time
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     bench::compare({"ProductCfgUtil, text", getProductName}, bench::atMost(1.5),
                    {"open QSettings, text", textOfOpenSettings});
     bench::compare({"ProductCfgUtil, number", getVipId}, bench::atMost(1.5),
                    {"open QSettings, number", numberOfOpenSettings});
-    bench::compare({"ConfigFileUtil, one value", getLocalValue}, bench::atMost(1.05),
+    bench::compare({"ConfigFileUtil, one value", getLocalValue}, bench::atMost(0.5),
                    {"QSettings for one value", settingsOpenedForOneValue});
-    bench::compare({"MacReg, one value", readRegistry}, bench::atMost(1.05),
+    bench::compare({"MacReg, one value", readRegistry}, bench::atMost(0.5),
                    {"QSettings for a key", settingsOpenedForAKey});
+    bench::compare({"ConfigFileUtil, write", setValue}, bench::atMost(0.7),
+                   {"QSettings, write", settingsOpenedToWrite});
 }
 
 } // namespace

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QVariant>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string_view>
 
 namespace ini {
 
@@ -16,22 +19,25 @@ using Changes = QMap<QString, QByteArray>;
 struct Entry
 {
     int line; ///< From 1.
-    QString section; ///< "" for the general one, otherwise its name and "/".
-    QString key; ///< With its section. Null for a line that is neither [section], KEY=VALUE nor ;comment.
+    QString key; ///< Null for a line that holds nothing which could be asked for.
     std::optional<QVariant> value; ///< Nothing for a value that would have to be unpacked.
 };
 
 /// What an INI file says, in the format that QSettings of Qt 5 reads and writes, whichever Qt is at hand: a key is
-/// "section/name", or "name" in the general section; sections that stand twice are one, and of a key that does the last
-/// one counts. Raw bytes are Latin-1, UTF-8 behind a byte-order mark or when `isUtf8`.
+/// "section/name", or "name" in the general section; the section ends at the first "/". Sections that stand twice are
+/// one, and of a key that does the last one counts. Raw bytes are Latin-1, UTF-8 behind a byte-order mark or when
+/// `isUtf8`.
 ///
 /// Any bytes will do. A serialized value ("@Variant(...)", "@DateTime(...)") is not unpacked, since what it claims to
-/// hold may end the process: it reads as absent, and that is its matter alone. Reading takes linear time and no memory.
-/// Const members may be called from any thread.
+/// hold may end the process: it reads as absent, and that is its matter alone. To find a value takes a walk through the
+/// file, and no memory. Const members may be called from any thread.
 class Content
 {
 public:
     explicit Content(QByteArray bytes = {}, bool isUtf8 = false);
+
+    /// Finds values at once from now on; takes some ten times the memory of the file.
+    void makeIndex();
 
     /// Whether there is a value of this key, be it one that is not unpacked.
     [[nodiscard]] bool contains(const QString &key) const;
@@ -45,14 +51,16 @@ public:
     [[nodiscard]] QMap<QString, std::optional<QVariant>> values() const;
     void forEach(const std::function<void(const Entry &)> &visit) const;
 
-    /// The file with these values set and every other byte as it stands. New lines go where QSettings would have them.
+    /// The file with these values set and every other byte as it stands: new keys at the end of their section, new
+    /// sections at the end of the file.
     [[nodiscard]] QByteArray with(const Changes &changes) const;
 
 private:
-    [[nodiscard]] std::optional<QByteArray> find(const QString &key) const;
+    [[nodiscard]] std::optional<std::string_view> find(const QString &key) const;
 
     QByteArray m_bytes;
     bool m_isUtf8;
+    std::shared_ptr<const QHash<QString, std::string_view>> m_index;
 };
 
 /// How a value stands in a file. Texts, numbers and lists of them, bytes, points, sizes and rectangles are what

@@ -3,23 +3,24 @@
 #include "config/MacConfigPath_p.h"
 #include "paths/RegularFile_p.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSysInfo>
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
+#include <filesystem>
+#include <mutex>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
-#include <utility>
+
+namespace fs = std::filesystem;
 
 namespace ini {
 
@@ -31,84 +32,159 @@ constexpr int kMaxSize = 16 << 20;
 constexpr auto kLongestWait = 4500ms;
 constexpr std::time_t kForgotten = 2; // seconds; a turn takes some milliseconds
 
-FileContent find(const QString &path)
+constexpr int kMaxKeptFiles = 16;
+constexpr int kMaxKeptSize = 64 << 10;
+constexpr std::time_t kSettled = 2; // seconds; the coarsest clock of a file system
+
+FileContent find(const QByteArray &name)
 {
-    return readRegularFile(QFile::encodeName(path).toStdString(), kMaxSize);
+    return readRegularFile(name.toStdString(), kMaxSize);
 }
 
-bool canBeWritten(const FileContent &found)
+/// A file that was read, and what stat() said before. Whatever changes a file gives it a time that is not before the
+/// change, of whole seconds in the worst case. Only files are kept that had not changed for longer than that when they
+/// were read; so a change since then shows, be it of the same size and within the same second as another.
+struct Kept
 {
-    return found.isRead() || found.state == FileContent::State::missing;
+    [[nodiscard]] bool isOf(const struct stat &now) const
+    {
+        return now.st_dev == status.st_dev && now.st_ino == status.st_ino && now.st_size == status.st_size
+            && now.st_mtime == status.st_mtime && now.st_ctime == status.st_ctime;
+    }
+
+    struct stat status;
+    Content content;
+};
+
+/// Puts bytes in the place of a file, or where there is none; or leaves all as it was.
+bool replace(const QByteArray &path, const QByteArray &bytes)
+{
+    std::error_code error; // where the path is empty, what follows fails
+    const fs::path link = path.toStdString();
+    const std::string target = fs::is_symlink(link, error) ? fs::canonical(link, error).string() : link.string();
+    struct stat old
+    {
+    };
+    ::stat(target.c_str(), &old);
+    std::string name = target + ".XXXXXX";
+    const int file = ::mkstemp(name.data()); // for the owner alone
+    if (file < 0)
+        return false;
+    bool isDone = ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size()
+        && (old.st_mode == 0 || ::fchmod(file, old.st_mode & 07777U) == 0) && ::fsync(file) == 0;
+    isDone = ::close(file) == 0 && isDone;
+    // A QSettings notices by size and time, in milliseconds, that a file is no longer what it read.
+    const fs::file_time_type earliest = fs::last_write_time(target, error) + 1ms; // long ago when there is none
+    fs::last_write_time(name, std::max(fs::file_time_type::clock::now(), earliest), error);
+    if (isDone && ::rename(name.c_str(), target.c_str()) == 0)
+        return true;
+    ::unlink(name.c_str());
+    return false;
 }
 
-/// What QLockFile writes into a lock file behind the process id.
+/// What a QLockFile looks for in a lock file behind the process id.
 const QByteArray &ourselves()
 {
     std::error_code ignored;
     static const auto &text = *new QByteArray( // outlives every static that writes
         '\n' + QFileInfo(QString::fromStdString(executablePath(ignored))).fileName().toUtf8() + '\n'
-        + QSysInfo::machineHostName().toUtf8() + '\n' + QSysInfo::machineUniqueId() + '\n' + QSysInfo::bootUniqueId()
-        + '\n');
+        + QSysInfo::machineHostName().toUtf8() + '\n');
     return text;
 }
 
-/// Whether the owner of a lock is surely gone: it ran on this machine, and runs no more; or nobody knows, and the lock
-/// is older than any turn.
-bool isStale(const QList<QByteArray> &owner, const struct stat &status)
+/// A lock file without a live owner, who would have it locked, but for its first moments. It is not removed, since the
+/// one that would be removed may be the next owner's.
+int openForgotten(const QByteArray &path)
 {
-    const QList<QByteArray> own = ourselves().split('\n');
-    if (owner.size() > 2 && owner[2] == own[2]) {
-        const pid_t process = owner[0].toInt();
-        const bool isOtherBoot = owner.size() > 4 && !owner[4].isEmpty() && owner[4] != own[4];
-        if (isOtherBoot || (process > 0 && ::kill(process, 0) != 0 && errno == ESRCH))
-            return true;
-    }
-    return std::abs(std::time(nullptr) - status.st_mtime) > kForgotten;
+    struct stat opened
+    {
+    };
+    struct stat now
+    {
+    };
+    const int lock = ::open(path.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (lock < 0)
+        return lock;
+    if (::fstat(lock, &opened) == 0 && std::abs(std::time(nullptr) - opened.st_mtime) > kForgotten
+        && ::flock(lock, LOCK_EX | LOCK_NB) == 0 && ::stat(path.constData(), &now) == 0 && now.st_ino == opened.st_ino)
+        return lock;
+    ::close(lock);
+    return -1;
 }
 
 } // namespace
 
 bool isSound(const QString &path)
 {
-    return find(path).isRead();
+    return find(QFile::encodeName(path)).isRead();
 }
 
 Content load(const QString &path, bool isUtf8)
 {
-    return Content(find(path).bytes, isUtf8);
+    static auto &mutex = *new std::mutex; // both outlive every static that reads
+    static auto &kept = *new QHash<QString, Kept>;
+    const QByteArray name = QFile::encodeName(path);
+    struct stat now
+    {
+    };
+    const bool canBeKept = !isUtf8 && ::stat(name.constData(), &now) == 0 && now.st_size <= kMaxKeptSize;
+    if (canBeKept) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (const auto found = kept.constFind(path); found != kept.constEnd() && found->isOf(now))
+            return found->content;
+    }
+    const FileContent file = find(name);
+    Content content(file.bytes, isUtf8);
+    if (canBeKept && file.isRead() && std::time(nullptr) - std::max(now.st_mtime, now.st_ctime) > kSettled) {
+        content.makeIndex();
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (kept.size() >= kMaxKeptFiles)
+            kept.clear();
+        kept[path] = {now, content};
+    }
+    return content;
 }
 
 bool change(const QString &path, const Changes &changes)
 {
-    if (changes.isEmpty())
-        return true;
-    if (path.isEmpty() || !canBeWritten(find(path)))
+    const QByteArray name = QFile::encodeName(path);
+    if (changes.isEmpty() || name.isEmpty() || name.contains('\0'))
+        return changes.isEmpty();
+    struct stat status
+    {
+    };
+    const bool isThere = ::stat(name.constData(), &status) == 0;
+    if (isThere ? !S_ISREG(status.st_mode) || ::access(name.constData(), W_OK) != 0 : errno != ENOENT)
         return false; // and nothing is made beside it
-    QDir().mkpath(QFileInfo(path).path());
+    if (!isThere)
+        QDir().mkpath(QFileInfo(path).path());
     const Turn turn(path);
-    const FileContent old = find(path);
-    if (!turn.isOurs() || !canBeWritten(old))
+    const FileContent old = find(name);
+    if (!turn.isOurs() || (!old.isRead() && old.state != FileContent::State::missing))
         return false;
     const QByteArray bytes = Content(old.bytes).with(changes);
-    if (bytes == old.bytes)
-        return true;
-    QSaveFile file(path);
-    if (bytes.size() > kMaxSize || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()
-        || !file.flush())
-        return false;
-    if (!old.isRead())
-        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    // A QSettings notices by size and time, in milliseconds, that a file is no longer what it read.
-    const QDateTime earliest = old.isRead() ? QFileInfo(path).lastModified().addMSecs(1) : QDateTime();
-    file.setFileTime(std::max(QDateTime::currentDateTime(), earliest), QFileDevice::FileModificationTime);
-    return file.commit();
+    return bytes == old.bytes || (bytes.size() <= kMaxSize && replace(name, bytes));
 }
 
 Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral(".lock")))
 {
     const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
-    while (!take() && errno == EEXIST && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::sleep_for(500us);
+    struct stat status
+    {
+    };
+    while (m_lock < 0) {
+        m_lock = ::open(m_path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (m_lock >= 0)
+            ::flock(m_lock, LOCK_EX | LOCK_NB); // nobody takes it for forgotten then, be it as old as it will
+        else if (errno != EEXIST || (::lstat(m_path.constData(), &status) == 0 && !S_ISREG(status.st_mode))
+                 || std::chrono::steady_clock::now() > deadline)
+            return;
+        else if ((m_lock = openForgotten(m_path)) < 0)
+            std::this_thread::sleep_for(500us);
+    }
+    const QByteArray text = QByteArray::number(qint64{::getpid()}) + ourselves();
+    if (::ftruncate(m_lock, 0) != 0 || ::pwrite(m_lock, text.constData(), static_cast<std::size_t>(text.size()), 0) < 0)
+        qWarning("%s cannot be written", m_path.constData()); // it is ours all the same
 }
 
 Turn::~Turn()
@@ -117,49 +193,6 @@ Turn::~Turn()
         return;
     ::unlink(m_path.constData());
     ::close(m_lock);
-}
-
-/// On failure, errno is EEXIST if waiting may help.
-bool Turn::take()
-{
-    int lock = ::open(m_path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (lock >= 0)
-        ::flock(lock, LOCK_EX | LOCK_NB); // nobody removes the file then, be it as old as it will
-    else if (errno == EEXIST)
-        lock = openStale();
-    if (lock < 0)
-        return false;
-    const QByteArray text = QByteArray::number(qint64{::getpid()}) + ourselves();
-    m_lock = lock;
-    if (::ftruncate(lock, 0) == 0 && ::pwrite(lock, text.constData(), text.size(), 0) == text.size())
-        return true;
-    ::unlink(m_path.constData());
-    ::close(std::exchange(m_lock, -1));
-    errno = ENOSPC;
-    return false;
-}
-
-/// Another's lock file if it is stale, and locked by us. It is not removed, since the one that would be removed may be
-/// the next owner's.
-int Turn::openStale() const
-{
-    struct stat status, now;
-    if (::lstat(m_path.constData(), &status) == 0 && !S_ISREG(status.st_mode)) {
-        errno = EISDIR;
-        return -1;
-    }
-    const int lock = ::open(m_path.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    char text[1024];
-    const ssize_t size = ::read(lock, text, sizeof text);
-    if (::fstat(lock, &status) == 0 && size >= 0
-        && isStale(QByteArray(text, static_cast<int>(size)).split('\n'), status)
-        && ::flock(lock, LOCK_EX | LOCK_NB) == 0 && ::stat(m_path.constData(), &now) == 0
-        && now.st_ino == status.st_ino)
-        return lock;
-    if (lock >= 0)
-        ::close(lock);
-    errno = EEXIST;
-    return -1;
 }
 
 } // namespace ini

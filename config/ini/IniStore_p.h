@@ -5,12 +5,13 @@
 #include <QByteArray>
 #include <QString>
 
-/// The INI files that the stores of this library stand on. Callable from any thread; nothing is kept between calls.
+/// The INI files that the stores of this library stand on. Callable from any thread.
 namespace ini {
 
 /// Whether a file can be read: a regular one of at most 16 MiB. Opening a FIFO would wait for a writer.
 [[nodiscard]] bool isSound(const QString &path);
-/// The file as it is now; an empty one for what is missing, not sound or cannot be read.
+/// The file as it is on the disk now; an empty one for what is missing, not sound or cannot be read. Small files that
+/// did not change lately are kept, and not read again until stat() shows that they did.
 [[nodiscard]] Content load(const QString &path, bool isUtf8 = false);
 /// Sets values in the file, which is replaced as a whole or not at all; what others write at the same moment is kept
 /// (Turn). Creates a missing file, readable by its owner alone, and its folders. Whether the values stand there now;
@@ -18,8 +19,8 @@ namespace ini {
 bool change(const QString &path, const Changes &changes);
 
 /// A writer's turn at a file: its lock file, which QSettings makes and heeds too, in all processes and threads. Waits
-/// at most five seconds, since a process that is stopped in its turn must not stop all others; less for a lock that a
-/// dead process left, or that nobody has touched for long.
+/// at most five seconds, since a process that is stopped in its turn must not stop all others; two for a lock that a
+/// dead process left.
 class Turn
 {
 public:
@@ -31,9 +32,6 @@ public:
     [[nodiscard]] bool isOurs() const { return m_lock >= 0; }
 
 private:
-    bool take();
-    [[nodiscard]] int openStale() const;
-
     QByteArray m_path; // of the lock file
     int m_lock = -1;
 };

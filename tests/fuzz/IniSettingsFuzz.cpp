@@ -1,6 +1,5 @@
-#include "config/ini/IniStore_p.h"
+#include "config/ini/IniContent_p.h"
 
-#include <QDir>
 #include <QFile>
 #include <QPoint>
 #include <QRect>
@@ -45,50 +44,66 @@ QVariant value(FuzzedDataProvider &data)
     }
 }
 
-QVariant readBySettings(const QString &path, const QString &key)
+using Values = QMap<QString, QVariant>;
+
+/// What a QSettings finds in a file, which must not have been there before: a process remembers what it read.
+Values readBySettings(const QString &path, const QStringList &keys)
 {
-    return QSettings(path, QSettings::IniFormat).value(key, "absent");
+    const QSettings settings(path, QSettings::IniFormat);
+    Values values;
+    for (const QString &key : keys)
+        values[key] = settings.value(key, "absent");
+    return values;
 }
 
-/// Two absent numbers are not equal, and here are.
-void require(const QVariant &a, const QVariant &b)
+void require(const Values &a, const Values &b)
 {
-    if (a != b && a.toString() != b.toString())
-        std::abort();
+    for (auto value = a.begin(); value != a.end(); ++value) {
+        // Two numbers that are none are not equal, and here are.
+        if (*value != b[value.key()] && value->toString() != b[value.key()].toString())
+            std::abort();
+    }
 }
 
 } // namespace
 
-/// Values that a QSettings writes are read as it reads them, and the other way round. The names of the files are new
-/// each time, since a process remembers what its QSettings wrote.
+/// Values that a QSettings writes are read as it reads them, and the other way round.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
     static const QTemporaryDir folder(QStringLiteral("/dev/shm/ini-fuzz"));
     static int number = 0;
     FuzzedDataProvider data(bytes, size);
-    const QString key = ini::normalized(data.ConsumeBool() ? text(data) : QStringLiteral("s/k"));
-    const QVariant stored = value(data);
-    // "[general]" is the general section, whatever its case: QSettings loses that of a section called so.
-    if (key.isEmpty() || key.startsWith(QLatin1String("general/"), Qt::CaseInsensitive))
-        return 0;
+    Values values;
+    while (data.remaining_bytes() > 0) {
+        const QString key = ini::normalized(data.ConsumeBool() ? text(data) : QStringLiteral("s/k"));
+        // "[general]" is the general section, whatever its case: QSettings loses that of a section called so.
+        if (!key.isEmpty() && !key.startsWith(QLatin1String("general/"), Qt::CaseInsensitive))
+            values[key] = value(data);
+    }
     const QString path = folder.filePath(QString::number(++number));
+    ini::Changes changes;
     {
         QSettings settings(path, QSettings::IniFormat);
-        settings.setValue(key, stored);
+        for (auto value = values.begin(); value != values.end(); ++value) {
+            settings.setValue(value.key(), *value);
+            changes[value.key()] = ini::stored(*value).value();
+        }
     }
-    for (const char *suffix : {"a", "b"})
-        QFile::copy(path, path + suffix);
-    const QVariant theirs = readBySettings(path + "a", key);
-    require(ini::load(path).value(key, "absent"), theirs);
+    QFile written(path);
+    const ini::Content content(written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray());
+    QFile::rename(path, path + "a");
+    QFile ours(path + "b");
+    ours.open(QIODevice::WriteOnly);
+    ours.write(ini::Content().with(changes));
+    ours.close();
 
-    QFile(path + "c").open(QIODevice::WriteOnly);
-    const QByteArray written = ini::Content().with({{key, ini::stored(stored).value()}});
-    QFile file(path + "c");
-    file.open(QIODevice::WriteOnly);
-    file.write(written);
-    file.close();
-    require(readBySettings(path + "c", key), theirs);
-    for (const char *suffix : {"", "a", "b", "c"})
-        QFile::remove(path + suffix);
+    const Values theirs = readBySettings(path + "a", values.keys());
+    Values found;
+    for (const QString &key : values.keys())
+        found[key] = content.value(key, "absent");
+    require(found, theirs);
+    require(readBySettings(path + "b", values.keys()), theirs);
+    QFile::remove(path + "a");
+    QFile::remove(path + "b");
     return 0;
 }
