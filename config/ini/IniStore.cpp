@@ -92,8 +92,9 @@ const QByteArray &ourselves()
     return text;
 }
 
-/// A lock file without a live owner, who would have it locked, but for its first moments. It is not removed, since the
-/// one that would be removed may be the next owner's.
+/// A lock file without a live owner, who would have it locked; only one who has not signed it yet, or is on another
+/// machine, may not have, and is given time. It is not removed, since the one that would be removed may be the next
+/// owner's.
 int openForgotten(const QByteArray &path)
 {
     struct stat opened
@@ -105,7 +106,10 @@ int openForgotten(const QByteArray &path)
     const int lock = ::open(path.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (lock < 0)
         return lock;
-    if (::fstat(lock, &opened) == 0 && std::abs(std::time(nullptr) - opened.st_mtime) > kForgotten
+    char text[1024];
+    const QByteArray owner(text, static_cast<int>(std::max<ssize_t>(::read(lock, text, sizeof text), 0)));
+    const bool isOfThisMachine = owner.contains('\n' + QSysInfo::machineHostName().toUtf8() + '\n');
+    if (::fstat(lock, &opened) == 0 && (isOfThisMachine || std::abs(std::time(nullptr) - opened.st_mtime) > kForgotten)
         && ::flock(lock, LOCK_EX | LOCK_NB) == 0 && ::stat(path.constData(), &now) == 0 && now.st_ino == opened.st_ino)
         return lock;
     ::close(lock);
