@@ -10,7 +10,6 @@
 #include "runtime/CommonFileLog.h"
 #include "runtime/MacGlobalUrl.h"
 #include "runtime/OndEasyMd5.h"
-#include "runtime/QTTaskManager.h"
 #include "runtime/TaskMgr.h"
 #include "vipsdk/include/VipSdkCoreInterfaceImpl.h"
 
@@ -363,13 +362,6 @@ struct Task : ITask
     std::atomic<int> &runs;
 };
 
-struct PoolTask : IQTTask
-{
-    PoolTask() { setAutoDelete(false); } // a pool that has no memory does not say whether it took a task
-    void run() override { ++runs; }
-    std::atomic<int> runs{0};
-};
-
 /// What runs out of memory, and its answer: the same each time, or std::bad_alloc.
 const std::map<std::string, std::function<std::string()>> &operations()
 {
@@ -404,23 +396,6 @@ const std::map<std::string, std::function<std::string()>> &operations()
                      manager.PushTask(std::make_shared<Task>(runs));
              }
              return std::string();
-         }},
-        {"pool-tasks",
-         [] {
-             static PoolTask task;
-             QTTaskManager manager;
-             manager.init(true, 2);
-             task.runs = 0;
-             {
-                 struct AtEnd
-                 {
-                     ~AtEnd() { manager.waitAllTask(-1); }
-                     QTTaskManager &manager;
-                 } const atEnd{manager};
-                 for (int i = 0; i < 20; ++i)
-                     manager.addTask(&task);
-             }
-             return std::to_string(task.runs);
          }},
         {"addresses",
          [] {
