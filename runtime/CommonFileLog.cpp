@@ -172,11 +172,13 @@ bool endsWithinLine(int descriptor)
 }
 
 /// Whether the last line was written in part only. Such a line is not to be mistaken for one that is being written:
-/// writers of long lines hold a lock, and short ones are complete when the file is looked at again. Nobody waits.
+/// writers of long lines hold a lock, and short ones are complete when the file is looked at again.
 bool endsInTornLine(int descriptor)
 {
     if (!endsWithinLine(descriptor))
         return false;
+    // The end may lie within a short line, too, while a write goes over to the next page. This waits for such a write.
+    ::lseek(descriptor, 0, SEEK_HOLE);
     const bool isBeingWritten = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     return !isBeingWritten && endsWithinLine(descriptor);
 }
