@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,6 +11,7 @@
 namespace test {
 
 using Lines = std::vector<std::string>;
+using Applications = std::vector<std::pair<std::string, int>>; ///< identifier and process
 
 /// What the tests lay over GNUstep, so that it passes for macOS: what it answers is set here, what it was asked is
 /// found here. Everything works without being set, so that whole programs run on it too.
@@ -21,19 +21,22 @@ struct FakeMac
     Lines asked;
 
     std::string executable; ///< empty: the running one
-    std::vector<std::string> installedApplications;
-    std::vector<std::pair<std::string, int>> runningApplications; ///< identifier and process
+    Lines installedApplications;
+    Applications runningApplications;
+    std::optional<Applications> told; ///< what the library was told last; a turn of the main run loop resets it
     bool opensUrls = true;
     /// What a launch ends with, on another thread: an application, or an error with this text.
     std::string launchError;
 
     NSInteger panelResponse = NSModalResponseOK;
     Lines panelUrls; ///< paths; "" is a URL that has none
+    bool hasMainWindow = false;
 
     bool createsBookmarks = true;
     bool staleBookmarks = false;
     bool deniesAccess = false;
-    std::map<std::string, std::string> groupContainers;
+    int resolvedUrls = 0; ///< that live
+    bool ownsGroups = false; ///< by its entitlements
 
     NSSize screen = {1440, 900};
     std::uint32_t reachability = 2;

@@ -10,24 +10,25 @@
 #include <mach-o/dyld.h>
 #include <mach/mach_time.h>
 #include <netinet/in.h>
+#include <optional>
 #include <sstream>
+#include <strings.h>
 #include <thread>
+
+namespace fs = std::filesystem;
 
 using test::fakeMac;
 using test::Lines;
 using Completion = void (^)(NSRunningApplication *, NSError *);
 
-namespace test {
-
-FakeMac &fakeMac()
-{
-    static FakeMac mac;
-    return mac;
-}
-
-} // namespace test
-
 namespace {
+
+/// NSWorkspace, runningApplications: changes only when the main run loop runs in a common mode.
+const test::Applications &toldApplications()
+{
+    std::optional<test::Applications> &told = fakeMac().told;
+    return told ? *told : told.emplace(fakeMac().runningApplications);
+}
 
 NSString *textOf(const std::string &utf8)
 {
@@ -41,8 +42,7 @@ std::string utf8Of(NSString *text)
 
 std::string executable()
 {
-    return fakeMac().executable.empty() ? std::filesystem::read_symlink("/proc/self/exe").string()
-                                        : fakeMac().executable;
+    return fakeMac().executable.empty() ? fs::read_symlink("/proc/self/exe").string() : fakeMac().executable;
 }
 
 std::string homeFolder()
@@ -54,7 +54,8 @@ std::string homeFolder()
 
 NSError *errorOf(const std::string &text)
 {
-    return [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:@{NSLocalizedDescriptionKey : textOf(text)}];
+    NSDictionary *info = @{NSLocalizedDescriptionKey : @"For the user.", @"what" : textOf(text)};
+    return [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:info];
 }
 
 template <typename... Parts> void ask(const Parts &...parts)
@@ -83,6 +84,16 @@ constexpr char kBookmark[] = "bookmark of ";
 
 } // namespace
 
+namespace test {
+
+FakeMac &fakeMac()
+{
+    static FakeMac mac;
+    return mac;
+}
+
+} // namespace test
+
 // A method that answers what an expression is worth, and one that says what it was set to.
 #define ANSWER(method, ...)                                                                                            \
     method                                                                                                             \
@@ -105,38 +116,78 @@ extern "C" const char *__lsan_default_suppressions()
 
 // Foundation
 
+/// NSString, fileSystemRepresentation; Technical Q&A QA1173, "Text Encodings in VFS": names that the system gives out
+/// are decomposed.
+@implementation NSString (FakeMac)
+ANSWER(-(const char *)fileSystemRepresentation, [[self decomposedStringWithCanonicalMapping] UTF8String])
+@end
+
+/// NSError, description: the domain, the code and what is known; the localized description is for users.
+@implementation NSError (FakeMac)
+ANSWER(-(NSString *)description,
+       [NSString stringWithFormat:@"Error Domain=%@ Code=%ld %@", [self domain], (long)[self code], [self userInfo]])
+@end
+
 /// As on macOS the environment names the user's home; GNUstep asks the user database.
 extern "C" NSString *NSHomeDirectoryForUser(NSString *)
 {
     return textOf(homeFolder());
 }
 
+/// "NSSearchPathForDirectoriesInDomains": a list, in the order in which to look.
 extern "C" NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory directory, NSSearchPathDomainMask domain,
                                                         BOOL expand)
 {
     const bool support = directory == NSApplicationSupportDirectory && domain == NSUserDomainMask && expand;
-    return @[ textOf(homeFolder() + "/Library/" + (support ? "Application Support" : "GNUstep")) ];
+    return @[ textOf(homeFolder() + "/Library/" + (support ? "Application Support" : "GNUstep")), @"/Network/Library" ];
 }
 
 @implementation NSBundle (FakeMac)
 + (NSBundle *)mainBundle
 {
-    std::filesystem::path path = std::filesystem::path(executable()).parent_path();
+    fs::path path = fs::path(executable()).parent_path();
     if (path.parent_path().filename() / path.filename() == "Contents/MacOS")
         path = path.parent_path().parent_path();
     return [NSBundle bundleWithPath:textOf(path)];
 }
 
-ANSWER(-(NSString *)executablePath, textOf(executable()))
+/// CFBundleExecutable, and Core Foundation's published CFBundle_Executable.c: Contents/MacOS/ and the name in the list,
+/// or else the bundle's, whoever runs; nil where no such file is. A program outside a bundle is its own.
+- (NSString *)executablePath
+{
+    const fs::path bundle = utf8Of([self bundlePath]);
+    if (!fs::exists(bundle / "Contents"))
+        return textOf(executable());
+    NSString *named = [[self infoDictionary] objectForKey:@"CFBundleExecutable"];
+    const fs::path program = bundle / "Contents/MacOS" / (named ? fs::path(utf8Of(named)) : bundle.stem());
+    return fs::exists(program) ? textOf(program) : nil;
+}
 ANSWER(-(NSDictionary *)infoDictionary,
        [NSDictionary dictionaryWithContentsOfFile:[[self bundlePath] stringByAppendingString:@"/Contents/Info.plist"]])
 @end
 
 @implementation NSFileManager (GroupContainers)
+/// NSFileManager, containerURLForSecurityApplicationGroupIdentifier: on macOS a URL of the expected form is always
+/// returned, even if the group is invalid; whether the folder is there and can be entered is another matter.
 - (NSURL *)containerURLForSecurityApplicationGroupIdentifier:(NSString *)group
 {
-    const auto known = fakeMac().groupContainers.find(utf8Of(group));
-    return known != fakeMac().groupContainers.end() ? [NSURL fileURLWithPath:textOf(known->second)] : nil;
+    const std::string folder = homeFolder() + "/Library/Group Containers/" + utf8Of(group);
+    std::error_code error;
+    if (fakeMac().ownsGroups)
+        fs::create_directories(folder, error);
+    return [NSURL fileURLWithPath:textOf(folder)];
+}
+@end
+
+/// A resolved URL holds its security scope only as long as it lives.
+@interface ScopedUrl : NSURL
+@end
+
+@implementation ScopedUrl
+- (void)dealloc
+{
+    --fakeMac().resolvedUrls;
+    [super dealloc];
 }
 @end
 
@@ -169,7 +220,8 @@ ANSWER(-(NSDictionary *)infoDictionary,
         return nil;
     }
     *stale = fakeMac().staleBookmarks;
-    return [NSURL fileURLWithPath:textOf(bytes.substr(std::strlen(kBookmark)))];
+    ++fakeMac().resolvedUrls;
+    return [[[ScopedUrl alloc] initFileURLWithPath:textOf(bytes.substr(std::strlen(kBookmark)))] autorelease];
 }
 
 - (BOOL)startAccessingSecurityScopedResource
@@ -206,7 +258,7 @@ ANSWER(-(NSString *)description, [NSString stringWithFormat:@"application %@", [
 @implementation NSRunningApplication (FakeMac)
 + (id)runningApplicationWithProcessIdentifier:(pid_t)pid
 {
-    for (const auto &application : fakeMac().runningApplications) {
+    for (const auto &application : toldApplications()) {
         if (application.second == pid)
             return [FakeApplication of:application];
     }
@@ -231,7 +283,7 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
 - (NSArray *)runningApplications
 {
     NSMutableArray *all = [NSMutableArray array];
-    for (const auto &application : fakeMac().runningApplications)
+    for (const auto &application : toldApplications())
         [all addObject:[FakeApplication of:application]];
     return all;
 }
@@ -240,13 +292,13 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
     ask("open ", utf8Of([url absoluteString]));
     return fakeMac().opensUrls;
 }
-@end
-
-@implementation NSWorkspace (Launches)
 - (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)identifier
 {
     const Lines &all = fakeMac().installedApplications;
-    const bool isThere = std::find(all.begin(), all.end(), utf8Of(identifier)) != all.end();
+    // CFBundleIdentifier: identifiers are case-insensitive, as installed.
+    const bool isThere = std::any_of(all.begin(), all.end(), [&](const std::string &one) {
+        return ::strcasecmp(one.c_str(), [identifier UTF8String]) == 0;
+    });
     return isThere ? [NSURL fileURLWithPath:@"/Applications/Some.app"] : nil;
 }
 - (void)openURL:(NSURL *)url
@@ -278,7 +330,11 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
 @implementation StandIn
 ANSWER(-(NSString *)path, nil)
 ANSWER(-(NSRect)frame, NSMakeRect(7, 8, fakeMac().screen.width, fakeMac().screen.height))
-ANSWER(-(NSInteger)runModal, fakeMac().panelResponse)
+- (NSInteger)runModal
+{
+    ask("run");
+    return fakeMac().panelResponse;
+}
 SETTER(setDirectoryURL, NSURL *, "panel in ", utf8Of([value path]))
 SETTER(setPrompt, NSString *, "prompt=", utf8Of(value))
 SETTER(setAllowsMultipleSelection, BOOL, "multiple=", int{value})
@@ -288,7 +344,8 @@ SETTER(setCanChooseFiles, BOOL, "files=", int{value})
 {
     NSMutableArray *urls = [NSMutableArray array];
     for (const std::string &path : fakeMac().panelUrls)
-        [urls addObject:path.empty() ? [[[StandIn alloc] init] autorelease] : [NSURL fileURLWithPath:textOf(path)]];
+        [urls addObject:path.empty() ? [[[StandIn alloc] init] autorelease]
+                                     : [NSURL fileURLWithPath:textOf([textOf(path) fileSystemRepresentation])]];
     return urls;
 }
 @end
@@ -315,7 +372,7 @@ ANSWER(+(NSScreen *)mainScreen, (id)[[[StandIn alloc] init] autorelease])
 ANSWER(-(NSMenu *)submenu, (NSMenu *)self)
 ANSWER(-(NSArray *)itemArray, [self representedObject])
 ANSWER(-(id)mainMenu, self)
-ANSWER(-(id)mainWindow, self)
+ANSWER(-(id)mainWindow, fakeMac().hasMainWindow ? [NSScreen mainScreen] : nil)
 @end
 
 namespace test {
@@ -335,8 +392,7 @@ Lines mainMenuTitles()
     Lines titles;
     @autoreleasepool {
         for (NSMenuItem *top in [(FakeMenu *)NSApp itemArray]) {
-            titles.push_back(utf8Of([top title]));
-            for (NSMenuItem *item in [[top submenu] itemArray])
+            for (NSMenuItem *item in [@[ top ] arrayByAddingObjectsFromArray:[[top submenu] itemArray]])
                 titles.push_back(utf8Of([item title]));
         }
     }
@@ -353,7 +409,9 @@ void NSAccessibilityPostNotificationWithUserInfo(id element, NSString *notificat
 {
     const int priority = [[info objectForKey:NSAccessibilityPriorityKey] intValue];
     ask("announce " + utf8Of([info objectForKey:NSAccessibilityAnnouncementKey])
-        + (element == NSApp ? "" : " elsewhere")
+        + (!element               ? " nowhere"
+               : element == NSApp ? " from the application"
+                                  : " from the window")
         + ([notification isEqualToString:NSAccessibilityAnnouncementRequestedNotification] ? "" : " otherwise")
         + " priority=" + std::to_string(priority));
 }

@@ -17,12 +17,16 @@
 #include "paths/platform/UserDirectories_p.h"
 #include "paths/platform/Workspace_p.h"
 #import "tests/mac/FakeMac.h"
-#include "tests/support/Eventually.h"
 #include "tests/support/TestFiles.h"
 
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTimer>
 #include <future>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -40,8 +44,13 @@ std::string plist(const std::string &version)
 {
     return "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>CFBundleName</key><string>Länge</string>"
            "<key>CFBundleIdentifier</key><string>com.example.foo</string><key>Number</key><integer>1</integer>"
-           "<key>CFBundleShortVersionString</key><string>"
+           "<key>CFBundleExecutable</key><string>main</string><key>CFBundleShortVersionString</key><string>"
         + version + "</string></dict></plist>";
+}
+
+std::string decomposed(const std::string &path)
+{
+    return QString::fromStdString(path).normalized(QString::NormalizationForm_D).toStdString();
 }
 
 /// A user with an empty home, and a helper that runs deep inside an application.
@@ -55,7 +64,8 @@ protected:
         test::writeFile(m_plist, plist("1.2.3"));
         test::writeFile(m_helper + "/Contents/Info.plist", plist("4.5.6"));
         fakeMac().executable = m_helper + "/Contents/MacOS/b";
-        fakeMac().groupContainers["group.x"] = m_dir / "group";
+        // As on a volume to which both are the same name.
+        fs::create_directory_symlink("Ä.app", m_dir / decomposed("Ä.app"));
     }
     ~Mac() override
     {
@@ -92,11 +102,24 @@ std::optional<platform::LaunchOutcome> launched(const platform::LaunchRequest &r
 
 } // namespace
 
+/// In place of Qt's own: no program of this name is here.
+bool QProcess::startDetached(qint64 *)
+{
+    fakeMac().asked.push_back((QStringList(program()) + arguments()).join('|').toStdString());
+    return true;
+}
+
 // Rules that hold on every platform are tested on a fake one.
 
 TEST_F(Mac, BundlesAnswerForThemselves)
 {
-    EXPECT_EQ(platform::bundleExecutablePath(), m_helper + "/Contents/MacOS/b");
+    const std::string programs = m_helper + "/Contents/MacOS/";
+    for (const char *there : {"none", "b", "main"}) { // the last one is the bundle's own
+        test::writeFile(programs + there, "");
+        EXPECT_EQ(platform::bundleExecutablePath(), programs + "b") << there;
+    }
+    fakeMac().executable = programs + "/main";
+    EXPECT_EQ(platform::bundleExecutablePath(), programs + "main") << "as the bundle has it";
     EXPECT_EQ(platform::bundlePath(), m_helper);
     EXPECT_EQ(platform::bundleIdentifier(), "com.example.foo");
     EXPECT_EQ(platform::bundleInfo(kVersion), "4.5.6");
@@ -105,9 +128,16 @@ TEST_F(Mac, BundlesAnswerForThemselves)
     EXPECT_EQ(platform::bundleInfo("Number"), "") << "no text";
     EXPECT_EQ(platform::bundleInfo(kNoText) + platform::bundleInfo(kNoText, kVersion), "");
     EXPECT_EQ(platform::propertyListInfo(kNoText, kVersion), "");
+    const std::string containers = m_dir / "Library/Group Containers/";
+    fakeMac().ownsGroups = true;
+    EXPECT_EQ(platform::groupContainer("group.x"), containers + "group.x");
+    EXPECT_EQ(platform::groupContainer(kNoText), "");
+    fakeMac().ownsGroups = false;
+    EXPECT_EQ(platform::groupContainer("group.y"), containers + "group.y") << "whoever asks";
+    EXPECT_FALSE(fs::exists(containers + "group.y"));
     EXPECT_EQ(platform::applicationSupportDirectory(), m_dir / "Library/Application Support");
-    EXPECT_EQ(platform::groupContainer("group.x"), m_dir / "group");
-    EXPECT_EQ(platform::groupContainer("group.y") + platform::groupContainer(kNoText), "");
+    ::setenv("CFFIXED_USER_HOME", "/Ä", 1);
+    EXPECT_EQ(platform::applicationSupportDirectory(), decomposed("/Ä/Library/Application Support"));
     EXPECT_STREQ([getAppDirByMacOSSymLinkPath(@"/Ä/b/MacOS_SymLink/") UTF8String], "/Ä");
     EXPECT_FALSE(getAppDirByMacOSSymLinkPath(@"/a/b/MacOS"));
     EXPECT_FALSE(getAppDirByMacOSSymLinkPath(static_cast<NSString *>(nil)));
@@ -125,7 +155,8 @@ TEST_F(Mac, BookmarksKeepTheirOptionsAndAreOnDiskAtOnce)
     EXPECT_NE(test::readFile(m_dir / "GNUstep/Defaults/mac_tests.plist").find("vant_pdf_"), std::string::npos);
 
     const Bytes data = platform::createBookmark(app(), 0).data;
-    const platform::ResolvedBookmark good = platform::resolveBookmark(data, 1024);
+    platform::ResolvedBookmark good = platform::resolveBookmark(data, 1024);
+    ASSERT_EQ(fakeMac().resolvedUrls, 1) << "kept";
     EXPECT_TRUE(good.startAccess());
     good.stopAccess();
     EXPECT_EQ(asked(),
@@ -134,13 +165,15 @@ TEST_F(Mac, BookmarksKeepTheirOptionsAndAreOnDiskAtOnce)
     fakeMac().staleBookmarks = fakeMac().deniesAccess = true;
     EXPECT_FALSE(good.startAccess());
     EXPECT_TRUE(platform::resolveBookmark(data, 0).stale);
+    good = {};
+    EXPECT_EQ(fakeMac().resolvedUrls, 0) << "given up";
     asked();
     EXPECT_EQ(platform::createBookmark(kNoText, 0).data, Bytes());
     EXPECT_EQ(platform::createBookmark("", 0).data, Bytes());
     EXPECT_EQ(asked(), Lines{}) << "no path";
     EXPECT_NE(platform::resolveBookmark({1, 2}, 0).error.find("refused"), std::string::npos);
     fakeMac().createsBookmarks = false;
-    EXPECT_NE(platform::createBookmark(app(), 0).error.find("refused"), std::string::npos);
+    EXPECT_NE(platform::createBookmark(app(), 0).error.find("refused"), std::string::npos) << "not the user's text";
 }
 
 TEST_F(Mac, DefaultsKeepBytesAndPassOverOtherValues)
@@ -193,24 +226,46 @@ TEST_F(Mac, LaunchesAreAskedForAsTheyStand)
 
 TEST_F(Mac, PanelIsSetAsAskedFor)
 {
+    int none = 0;
+    const QCoreApplication application(none, nullptr);
+    QTimer::singleShot(0, [] { fakeMac().asked.push_back("end of a dialog"); });
     fakeMac().panelUrls = {"", app()};
     EXPECT_EQ(platform::runOpenPanel({app(), true, "授予"}), Lines{app()}) << "the other one has no path";
-    EXPECT_EQ(asked(), (Lines{"panel in " + app(), "multiple=0", "folders=1", "files=0", "prompt=授予"}));
-    EXPECT_TRUE(platform::runOpenPanel({}));
-    EXPECT_EQ(asked(), (Lines{"multiple=0", "folders=1", "files=1"}));
+    EXPECT_EQ(
+        asked(),
+        (Lines{"panel in " + app(), "multiple=0", "folders=1", "files=0", "prompt=授予", "end of a dialog", "run"}));
+    EXPECT_EQ(platform::runOpenPanel({}), Lines{decomposed(app())});
+    EXPECT_EQ(asked(), (Lines{"multiple=0", "folders=1", "files=1", "run"}));
+    EXPECT_EQ(platform::runOpenPanel({m_dir.path(), false, ""}), Lines{decomposed(app())}) << "another folder";
+    EXPECT_EQ(platform::runOpenPanel({app() + "/", false, ""}), Lines{decomposed(app())}) << "no slash at the end";
+    asked();
     EXPECT_FALSE(platform::runOpenPanel({kNoText, false, ""}));
     EXPECT_EQ(asked(), Lines{});
-    fakeMac().panelResponse = NSModalResponseCancel;
-    EXPECT_FALSE(platform::runOpenPanel({"", false, kNoText}));
+    for (const NSInteger response : {0, -1000, -1001, 2}) { // cancel, stop, abort, and what may come
+        fakeMac().panelResponse = response;
+        EXPECT_FALSE(platform::runOpenPanel({"", false, kNoText})) << response;
+    }
 }
 
 TEST_F(Mac, SystemAnswers)
 {
-    fakeMac().runningApplications = {{"", 1}, {"com.example.foo", 2}};
+    const pid_t ended = ::fork();
+    if (ended == 0)
+        ::_exit(0);
+    ASSERT_EQ(::waitpid(ended, nullptr, 0), ended);
+    fakeMac().runningApplications = {{"", ended}, {"com.example.foo", ::getpid()}};
     fakeMac().installedApplications = {"com.example.foo", ""};
+    EXPECT_TRUE(platform::isApplicationInstalled("com.Example.foo"));
     EXPECT_TRUE(IsProcessRunningOC(@"com.example.foo"));
+    EXPECT_FALSE(IsProcessRunningOC(@"com.Example.foo"));
     EXPECT_FALSE(IsProcessRunningOC(static_cast<NSString *>(nil)));
-    EXPECT_FALSE(platform::isProcessRunning(3));
+    EXPECT_TRUE(platform::isProcessRunning(::getpid()));
+    EXPECT_FALSE(platform::isProcessRunning(::getppid()));
+    EXPECT_FALSE(platform::isProcessRunning(ended)) << "before the run loop has told";
+    fakeMac().runningApplications.clear();
+    EXPECT_TRUE(IsProcessRunningOC(@"com.example.foo"));
+    fakeMac().told.reset();
+    EXPECT_FALSE(IsProcessRunningOC(@"com.example.foo"));
     for (const std::string &id : {std::string(), std::string("com.example"), std::string(kNoText)}) {
         EXPECT_FALSE(platform::isApplicationInstalled(id)) << id;
         EXPECT_FALSE(platform::isApplicationRunning(id)) << id;
@@ -250,24 +305,24 @@ TEST_F(Mac, MenuTitlesAndAnnouncementsNeedAnApplication)
     test::setMainMenu({"Open", "Close"});
     platform::retitleSubmenuItems(retitle);
     EXPECT_EQ(test::mainMenuTitles(), (Lines{"Open", "ÖOpen", "Close"})) << "in submenus only";
+    platform::announce(nullptr, QString(QChar(u'\0')));
     platform::announce(nullptr, "Größe");
-    EXPECT_EQ(asked(), Lines{"announce Größe priority=90"});
+    fakeMac().hasMainWindow = true;
+    platform::announce(nullptr, "Größe");
+    EXPECT_EQ(asked(),
+              (Lines{"announce Größe from the application priority=90", "announce Größe from the window priority=90"}));
 }
 
 TEST_F(Mac, CommandsAreThoseOfMacOS)
 {
-    for (const char *name : {"open", "sysctl"}) {
-        const std::string program = m_dir / ("bin/" + std::string(name)), told = m_dir / "told";
-        test::writeFile(
-            program, "#!/bin/sh\necho 42\nprintf '%s ' \"$@\" > " + told + "~\n/bin/mv " + told + "~ " + told + "\n");
-        fs::permissions(program, fs::perms::owner_all);
-    }
+    const std::string program = m_dir / "bin/sysctl", told = m_dir / "told";
+    test::writeFile(program, "#!/bin/sh\necho 42\nprintf '%s ' \"$@\" > " + told + "\n");
+    fs::permissions(program, fs::perms::owner_all);
     ::setenv("PATH", (m_dir / "bin").c_str(), 1);
-    const auto told = [this] { return test::readFile(m_dir / "told"); };
     EXPECT_EQ(platform::sharedMemorySize(), 42U);
-    EXPECT_EQ(told(), "-n kern.sysv.shmmax ");
+    EXPECT_EQ(test::readFile(told), "-n kern.sysv.shmmax ");
     EXPECT_TRUE(platform::revealFile("-a b"));
-    EXPECT_TRUE(test::eventually([&] { return told() == "-R -a b "; }));
-    fs::remove(m_dir / "bin/sysctl");
+    EXPECT_EQ(asked(), Lines{"/usr/bin/open|-R|-a b"});
+    fs::remove(program);
     EXPECT_EQ(platform::sharedMemorySize(), 0U);
 }

@@ -22,12 +22,23 @@ constexpr int kOwnerOnly = S_IRUSR | S_IWUSR;
 constexpr qint64 kMaxSize = 16 << 20;
 constexpr std::chrono::seconds kLockTime{10};
 
+/// Has what was written reach the disk itself. The fsync(2) of macOS leaves it in the drive's memory; what flushes that
+/// is not known to every file system.
+bool flush(int descriptor)
+{
+#ifdef F_FULLFSYNC
+    if (::fcntl(descriptor, F_FULLFSYNC) == 0)
+        return true;
+#endif
+    return ::fsync(descriptor) == 0;
+}
+
 /// Has the names of a folder written to the disk. Not every file system can, and the file itself is safe by then.
 void syncDirectory(const std::string &path)
 {
     const File directory(std::filesystem::path(path).parent_path().string() + "/.", O_RDONLY | O_DIRECTORY);
     if (directory.isOpen())
-        ::fsync(directory.descriptor());
+        flush(directory.descriptor());
 }
 
 std::string newName(const NamedContent &file)
@@ -41,7 +52,7 @@ bool writeNew(const std::string &path, const QByteArray &content)
     if (::unlink(path.c_str()) != 0 && errno != ENOENT)
         std::rename(path.c_str(), (path + QUuid::createUuid().toByteArray().toStdString()).c_str());
     const File file(path, O_WRONLY | O_CREAT | O_EXCL, kOwnerOnly);
-    return file.isOpen() && file.writeAll(content) && ::fsync(file.descriptor()) == 0;
+    return file.isOpen() && file.writeAll(content) && flush(file.descriptor());
 }
 
 } // namespace

@@ -6,7 +6,10 @@ namespace platform {
 
 bool revealFile(const QString &path)
 {
-    return QProcess::startDetached(QStringLiteral("open"), {QStringLiteral("-R"), path});
+    QProcess open;
+    open.setProgram(QStringLiteral("/usr/bin/open"));
+    open.setArguments({QStringLiteral("-R"), path});
+    return open.startDetached();
 }
 
 } // namespace platform

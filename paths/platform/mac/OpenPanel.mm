@@ -3,8 +3,23 @@
 #include "paths/platform/mac/Strings_p.h"
 
 #import <AppKit/AppKit.h>
+#include <QCoreApplication>
+#include <filesystem>
 
 namespace platform {
+
+namespace {
+
+/// The panel gives file names in another Unicode normalisation than everybody else, and folders by their real path:
+/// where the chosen one is the one that it was asked to begin with, that one's own spelling stands.
+std::string spelledAsAsked(const std::string &chosen, const std::string &asked)
+{
+    std::error_code error;
+    const bool same = !asked.empty() && asked.back() != '/' && std::filesystem::equivalent(chosen, asked, error);
+    return same ? asked : chosen;
+}
+
+} // namespace
 
 std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &request)
 {
@@ -22,12 +37,14 @@ std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &req
         if ([prompt length] > 0)
             [panel setPrompt:prompt];
 
+        // What is left of a modal dialog that has just closed would close the panel, too.
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
         if ([panel runModal] != NSModalResponseOK)
             return std::nullopt;
         std::vector<std::string> paths;
         for (NSURL *url in [panel URLs]) {
             if (NSString *path = [url path])
-                paths.push_back(mac::toUtf8(path));
+                paths.push_back(spelledAsAsked(mac::toUtf8(path), request.startFolder));
         }
         return paths;
     }

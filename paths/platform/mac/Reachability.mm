@@ -12,6 +12,8 @@ std::optional<ReachabilityFlags> zeroAddressReachability()
         zero.sin_len = sizeof zero;
         zero.sin_family = AF_INET;
 
+        // Deprecated from macOS 14.4 on, and kept: nw_path_monitor answers later, on a queue, and this question is put
+        // at once.
         SCNetworkReachabilityRef target =
             SCNetworkReachabilityCreateWithAddress(kCFAllocatorDefault, reinterpret_cast<const sockaddr *>(&zero));
         if (!target)

@@ -3,6 +3,8 @@
 #include "paths/platform/mac/Strings_p.h"
 
 #import <AppKit/AppKit.h>
+#include <cerrno>
+#include <csignal>
 
 namespace platform {
 
@@ -67,7 +69,11 @@ bool isApplicationRunning(const std::string &bundleId)
 bool isProcessRunning(int processId)
 {
     @autoreleasepool {
-        return [NSRunningApplication runningApplicationWithProcessIdentifier:processId] != nil;
+        if (![NSRunningApplication runningApplicationWithProcessIdentifier:processId])
+            return false;
+        // Who waits on the main thread has no run loop meanwhile, without which the system goes on naming what has
+        // ended.
+        return ::kill(processId, 0) == 0 || errno != ESRCH;
     }
 }
 
