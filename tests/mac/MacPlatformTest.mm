@@ -97,7 +97,8 @@ std::optional<platform::LaunchOutcome> launched(const platform::LaunchRequest &r
         EXPECT_NE(std::this_thread::get_id(), caller);
         outcome->set_value(end);
     };
-    return platform::launch(request, report) ? std::optional(outcome->get_future().get()) : std::nullopt;
+    const bool started = platform::launch(request, report); // which must not need the caller's handler any longer
+    return started ? std::optional(outcome->get_future().get()) : std::nullopt;
 }
 
 } // namespace
@@ -253,13 +254,14 @@ TEST_F(Mac, SystemAnswers)
     if (ended == 0)
         ::_exit(0);
     ASSERT_EQ(::waitpid(ended, nullptr, 0), ended);
-    fakeMac().runningApplications = {{"", ended}, {"com.example.foo", ::getpid()}};
+    fakeMac().runningApplications = {{"", 1}, {"", ended}, {"com.example.foo", ::getpid()}};
     fakeMac().installedApplications = {"com.example.foo", ""};
     EXPECT_TRUE(platform::isApplicationInstalled("com.Example.foo"));
     EXPECT_TRUE(IsProcessRunningOC(@"com.example.foo"));
     EXPECT_FALSE(IsProcessRunningOC(@"com.Example.foo"));
     EXPECT_FALSE(IsProcessRunningOC(static_cast<NSString *>(nil)));
     EXPECT_TRUE(platform::isProcessRunning(::getpid()));
+    EXPECT_TRUE(platform::isProcessRunning(1)) << "of another user, unless root tests";
     EXPECT_FALSE(platform::isProcessRunning(::getppid()));
     EXPECT_FALSE(platform::isProcessRunning(ended)) << "before the run loop has told";
     fakeMac().runningApplications.clear();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <climits>
 #include <regex>
 #include <set>
 #include <sys/stat.h>
@@ -38,9 +39,11 @@ void put(const std::string &path, const std::string &content)
 
 TEST(Inspector, FollowsTheBundleWhereverItLies)
 {
-    // Longer than the fixed buffer that the path is asked into first.
-    const std::string part = std::string(250, 'd') + "/";
-    const std::string place = "Meine Programme/日本語 ü/" + part + part + part + part + "Reader Copy.app";
+    std::string place = "Meine Programme/日本語 ü/";
+    if (PATH_MAX > 2048) // longer than the fixed buffer that the path is asked into first; macOS has no such paths
+        for (int i = 0; i < 4; ++i)
+            place += std::string(250, 'd') + "/";
+    place += "Reader Copy.app";
     const RealBundle bundle(place);
     const fs::path data = bundle.makeUserDataDir("Reader Copy");
     put(bundle.globalFile(), "[common]\napp_store=1\ngroup_name=group.test\n");
@@ -57,8 +60,10 @@ TEST(Inspector, FollowsTheBundleWhereverItLies)
     EXPECT_EQ(locations.at("GetMainBundleVersionString"), "4.5.6") << "of a binary property list";
     EXPECT_EQ(answers.at("switches").at("GetShareGroupName"), "group.test");
     EXPECT_EQ(answers.at("product").at("getProductEdition"), 3);
+#ifndef __APPLE__ // where Launch Services is asked, which knows neither so soon
     EXPECT_EQ(identity.at("IsHasXundu"), true) << "by its desktop entry";
     EXPECT_EQ(identity.at("IsHasLumo"), true) << "by its bundle";
+#endif
     EXPECT_NE(identity.at("GetProductVersion"), "");
 }
 
@@ -111,7 +116,9 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {data + "/reg/a/key.ini", kPipe, ": no regular file"},
         {data + "/reg/common.ini", "[language]\ncurrent_language=xx\n", ": the language in use, \"xx\", is not one of the menu"},
         {plist, kMissing, ": missing"},
+#ifndef __APPLE__ // where Core Foundation reads the list of a bundle before anybody else, and recurses
         {plist, deep, noVersion},
+#endif
         {plist, std::string(kBinaryPlist, 40), noVersion},
     };
     // clang-format on
@@ -293,6 +300,7 @@ TEST(Inspector, SaysWhenNobodyGetsTheAnswer)
         const QString line = QStringLiteral("'%1' %2 >/dev/full").arg(bundle.inspector().c_str(), arguments);
         EXPECT_EQ(test::runProcess("/bin/sh", {"-c", line}, bundle.home()).exitStatus, 1) << arguments.toStdString();
     }
+#ifndef __APPLE__ // where a display is always there
     // The test's environment names a platform without a display, and so does not do without one.
     const QString line = QStringLiteral("unset QT_QPA_PLATFORM DISPLAY; '%1' %2");
     for (const char *arguments : {"login --dialog", "page 1"}) {
@@ -300,6 +308,7 @@ TEST(Inspector, SaysWhenNobodyGetsTheAnswer)
             test::runProcess("/bin/sh", {"-c", line.arg(bundle.inspector().c_str(), arguments)}, bundle.home());
         EXPECT_EQ(result.exitStatus, 1) << arguments << ": neither aborts nor claims to show something";
     }
+#endif
 }
 
 TEST(Inspector, WritesAManPageAndCompletionsThatWork)

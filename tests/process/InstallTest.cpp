@@ -14,7 +14,7 @@ set -e
     "$cmake" --build build
 } >&2
 build/consumer
-export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")
+export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}
 "$compiler" -std=c++17 $flags "$consumer/main.cpp" $(pkg-config --cflags --libs ondpdftoolutils) \
     "-Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)" -o consumer
 ./consumer
