@@ -164,23 +164,25 @@ int openWhenOn(const char *path)
     return descriptor;
 }
 
-/// Whether the file does not end in a line feed. Not for what is no file, or cannot be read.
-bool endsWithinLine(int descriptor)
+/// Where the last line ends if that is not in a line feed, else -1; also for what is no file, or cannot be read.
+off_t unfinishedEnd(int descriptor)
 {
     char last = '\n';
-    return ::lseek(descriptor, -1, SEEK_END) >= 0 && ::read(descriptor, &last, 1) == 1 && last != '\n';
+    const off_t end = ::lseek(descriptor, -1, SEEK_END);
+    return end >= 0 && ::read(descriptor, &last, 1) == 1 && last != '\n' ? end : -1;
 }
 
 /// Whether the last line was written in part only. Such a line is not to be mistaken for one that is being written:
-/// writers of long lines hold a lock, and short ones are complete when the file is looked at again.
+/// writers of long lines hold a lock, and the end of short ones, which may lie within a line while a write goes over to
+/// the next page, has moved when that write is done, for which the second lseek() waits.
 bool endsInTornLine(int descriptor)
 {
-    if (!endsWithinLine(descriptor))
+    const off_t end = unfinishedEnd(descriptor);
+    if (end < 0)
         return false;
-    // The end may lie within a short line, too, while a write goes over to the next page. This waits for such a write.
     ::lseek(descriptor, 0, SEEK_HOLE);
     const bool isBeingWritten = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    return !isBeingWritten && endsWithinLine(descriptor);
+    return !isBeingWritten && unfinishedEnd(descriptor) == end;
 }
 
 void writeLine(int descriptor, const std::string &message)
