@@ -49,6 +49,7 @@ void *counted(void *memory)
 
 } // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library has names of its own
 extern "C" {
 void *__libc_malloc(size_t); // NOLINT: the C library's names for what is replaced here
 void *__libc_calloc(size_t, size_t); // NOLINT
@@ -85,13 +86,14 @@ void free(void *memory)
     __libc_free(memory);
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
 constexpr int kLost = -2; // what was stored beside the value is gone
-constexpr int kLongest = 10; // seconds for a next writer: the promised five, and as many for a busy machine
+constexpr long kLongest = 10; // seconds for a next writer: the promised five, and as many for a busy machine
 
 /// A value that survives the process. Each is written with numbers that grow.
 struct Store
@@ -275,7 +277,7 @@ int killWriters(const std::string &name, int rounds)
             store.write(progress->done);
             const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count();
             progress->longest = std::max<long>(progress->longest, time);
-            return time > kLongest * 1000 ? 2 : store.read() == progress->done ? 0 : 3;
+            return time > kLongest * 1000L ? 2 : store.read() == progress->done ? 0 : 3;
         });
         static const std::map<int, const char *> meaning = {
             {1, "neither old nor new"}, {2, "the next writer waited"}, {3, "the next writer was refused"}};
@@ -314,8 +316,8 @@ int checkLines(const Progress *progress, int writers, bool killed)
         int writer = -1, number = 0, length = -1, taken = 0;
         if (at != std::string::npos)
             static_cast<void>(std::sscanf(line.c_str() + at, "]  w%d %d %d %n", &writer, &number, &length, &taken));
-        const bool isWhole = at != std::string::npos && at < 80 && line.compare(0, 2, "20") == 0 && writer >= 0
-            && writer < writers && taken > 0 && line.size() == at + static_cast<std::size_t>(taken + length)
+        const bool isWhole = at < 80 && line.compare(0, 2, "20") == 0 && writer >= 0 && writer < writers && taken > 0
+            && line.size() == at + static_cast<std::size_t>(taken + length)
             && line.find_first_not_of('x', at + static_cast<std::size_t>(taken)) == std::string::npos;
         if (isWhole && number == ++seen[static_cast<std::size_t>(writer)])
             continue;
