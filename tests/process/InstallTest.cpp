@@ -23,6 +23,9 @@ export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)
 echo "add_library(${other_qt}::Core INTERFACE IMPORTED)" >other.cmake
 "$cmake" -G "$generator" -S "$consumer" -B other "-DCMAKE_PREFIX_PATH=$PWD/prefix" "-DCMAKE_CXX_COMPILER=$compiler" \
     "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
+printf '#include <QtGlobal>\n#undef QT_VERSION_MAJOR\n#define QT_VERSION_MAJOR 9\n' >other.h
+"$compiler" -std=c++17 $flags -include other.h -fsyntax-only "$consumer/main.cpp" $(pkg-config --cflags ondpdftoolutils) 2>&1 |
+    grep -o "built with the other Qt" | head -1
 )sh";
 
 } // namespace
@@ -40,5 +43,5 @@ TEST(Install, IsFoundAndUsedThroughCMakeAndPkgConfig)
                           OND_TEST_CXX, flags, OND_TEST_OTHER_QT},
                          dir / "home");
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\nthis project uses Qt\n");
+    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\nthis project uses Qt\nbuilt with the other Qt\n");
 }
