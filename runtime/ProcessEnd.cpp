@@ -1,5 +1,6 @@
 #include "runtime/ProcessEnd_p.h"
 
+#include <QString>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -24,6 +25,9 @@ void callAll()
 class Exit
 {
 public:
+    /// Has Qt make what a thread needs to start, the encoding for its name, before this: at exit it goes after this,
+    /// which waits for such threads. They wait for good for a lock that is gone.
+    Exit() { static_cast<void>(QStringLiteral("-").toLocal8Bit()); }
     ~Exit()
     {
         std::promise<void> promise;
