@@ -55,10 +55,13 @@ public:
     virtual bool RunVipProcess(const std::wstring &exePath, const std::wstring &commandLine);
 
 protected:
+    /// As it was given to the constructor.
     [[nodiscard]] vip_sdk::PRODUCT_ID productId() const { return m_productId; }
+    /// The account service, which the SDK owns; null without one, and after endNotices().
     [[nodiscard]] vip_sdk::IVipSdkCoreInterface *core() const { return m_core; }
     /// What the command line of a page begins with, by page.
     [[nodiscard]] const std::map<VIP_GUI_PAGE, QString> &pageCommands() const { return m_pageCommands; }
+    /// Sets that. For constructors of derived adapters: not locked.
     void setPageCommand(VIP_GUI_PAGE page, const QString &format);
     /// Ends the SDK's notices to this adapter, waiting for one in progress; the adapter is without SDK afterwards.
     /// Every derived destructor calls this first, so that no notice meets a half-destroyed object.

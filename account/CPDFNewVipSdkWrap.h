@@ -12,15 +12,23 @@ class IVipSdkCoreInterface;
 class ONDPDFTOOLUTILS_EXPORT CPDFNewVipSdkWrap
 {
 public:
+    /// The process's only instance, which holds nothing. Callable from any thread.
     static CPDFNewVipSdkWrap *GetInstance();
+
+    ///@{
 
     /// Both start the SDK. Always true.
     static bool InitInstance();
     static bool _Init(); // NOLINT(bugprone-reserved-identifier): callers know it by this name
+    ///@}
+
+
+    ///@{
 
     /// Both stop the SDK. Always true.
     static bool UnInitInstance();
     static bool _Uninit(); // NOLINT(bugprone-reserved-identifier): callers know it by this name
+    ///@}
 
     /// The account service; null while the SDK is not started. Not owned by the caller.
     static vip_sdk::IVipSdkCoreInterface *GetVipCore();

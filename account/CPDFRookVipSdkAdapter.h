@@ -6,6 +6,7 @@
 class ONDPDFTOOLUTILS_EXPORT CPDFRookVipSdkAdapter : public CPDFNewVipSdkAdapter
 {
 public:
+    /// As CPDFNewVipSdkAdapter.
     explicit CPDFRookVipSdkAdapter(vip_sdk::PRODUCT_ID productId);
     ~CPDFRookVipSdkAdapter() override;
 

@@ -12,8 +12,12 @@
 class IVipPageProvider
 {
 public:
+    ///@{
+
+    /// The types of OpenVipGUIPage().
     using Page = IPDFVipSdkAdapter::VIP_GUI_PAGE;
     using Privilege = IPDFVipSdkAdapter::VIP_PRIVILEGE;
+    ///@}
 
     /// Page 1.
     virtual bool OpenLoginPage(Page page, int from, int fid, bool logoutForever, Privilege privilege) = 0;

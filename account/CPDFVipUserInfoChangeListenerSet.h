@@ -10,7 +10,9 @@
 class ONDPDFTOOLUTILS_EXPORT CPDFVipUserInfoChangeListenerSet
 {
 public:
+    /// Who is told. Not owned.
     using CallBack = IPDFVipSdkAdapter::IUserInfoChangeCallBack;
+    /// What they are told: one of the two functions of CallBack.
     using Notice = void (CallBack::*)(const IPDFVipSdkAdapter::LocalUserInfo &);
 
     CPDFVipUserInfoChangeListenerSet();

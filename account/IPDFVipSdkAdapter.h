@@ -33,15 +33,15 @@ public:
     /// The logged-in user.
     struct LocalUserInfo
     {
-        std::wstring open_id;
+        std::wstring open_id; ///< what the service knows the user by
         std::wstring token; ///< of the session; a secret
-        std::wstring nickname;
+        std::wstring nickname; ///< what the user is shown as
         std::int32_t register_from = 0; ///< the channel of the registration, as the service reports it
         bool is_logout = false; ///< the service reports the account as logged out
         std::wstring avatar; ///< address of the image
         QString avatar_text; ///< the same, for widgets
-        QString email;
-        bool anonymous = false;
+        QString email; ///< the address that the user logs in with
+        bool anonymous = false; ///< nobody is known: the open id is empty
     };
 
     /// Told of changes to the user. Implemented by windows. Registering one does not pass on its ownership.
@@ -68,6 +68,7 @@ public:
     /// The user. True when the SDK answered; what its answer lacks, or all when it is malformed, is empty, 0 or false.
     virtual bool GetLocalUserInfo(LocalUserInfo &info) = 0;
 
+    /// Whether somebody is logged in. False without an SDK.
     virtual bool IsLogin() = 0;
     /// Whether nobody is logged in, or somebody of whom nothing can be read. False without an SDK.
     virtual bool IsAnonymous() = 0;
@@ -90,8 +91,9 @@ public:
     /// Ends the session in all processes of the user.
     virtual bool Logout() = 0;
 
-    /// Whether a cache of the user holds `key`, and whether it is up to date now. Adapters need not keep one.
+    /// Whether a cache of the user holds `key`. Adapters need not keep one: false.
     virtual bool IsLocalUserInfoHasKeyByCache(const std::wstring &key);
+    /// Brings that cache up to date; whether it is. False where there is none.
     virtual bool RefreshLocalUserInfoCache();
     /// Starts the SDK's work for an application in the foreground.
     virtual bool StartFrontTask();

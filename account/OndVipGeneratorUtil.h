@@ -10,13 +10,20 @@
 class ONDPDFTOOLUTILS_EXPORT OndVipGeneratorUtil
 {
 public:
+    ///@{
+
+    /// The types of IPDFVipSdkAdapter.
     using VIP_GUI_PAGE = IPDFVipSdkAdapter::VIP_GUI_PAGE;
     using LocalUserInfo = IPDFVipSdkAdapter::LocalUserInfo;
+    ///@}
 
     /// What the account service is told of the product, from key "common" of the emulated registry (MacReg), of which
     /// nothing is created. What is missing there is 0 or empty.
     struct ProductInfo
     {
+        ///@{
+
+        /// Where the installation came from: the numbers of its distribution.
         int tid1 = 0;
         int tid2 = 0;
         int tod1 = 0;
@@ -24,8 +31,9 @@ public:
         int iid = 0;
         int pid = 0;
         int tryno = 0;
-        int installtime = 0;
-        QString uuid;
+        ///@}
+        int installtime = 0; ///< seconds since the Unix epoch
+        QString uuid; ///< the installation's id
     };
 
     /// The whole address of page 8 or 12, with GetPublicInfo() and the session's certificate: a secret. Empty when the
@@ -36,6 +44,7 @@ public:
     static QString GetUrlByConfig(VIP_GUI_PAGE page, bool withLanguage);
     /// Query items that describe the installation: "tid1=3&...&language=en". No value is percent-encoded.
     static QString GetPublicInfo(int showFrom, int functionId);
+    /// Read anew on every call.
     static ProductInfo GetProductInfo();
 
     /// What proves the session to the account's web pages, as query items; empty when there is none.

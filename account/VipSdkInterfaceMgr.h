@@ -10,8 +10,9 @@ namespace vip_sdk {
 
 class IBaseInterface;
 
-/// Names of the membership SDK's services.
+/// Name of the membership SDK's account service.
 inline constexpr char kCoreInterfaceName[] = "vip_sdk_core_interface";
+/// Name of its telemetry service.
 inline constexpr char kTelemInterfaceName[] = "vip_sdk_telem_interface";
 
 /// The services of the membership SDK by name. There are none before Initialize() and after UnInitialize().

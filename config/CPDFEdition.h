@@ -13,6 +13,7 @@
 class ONDPDFTOOLUTILS_EXPORT CPDFEdition
 {
 public:
+    /// The process's only instance. Callable from any thread.
     static CPDFEdition *GetInstance();
 
     CPDFEdition(const CPDFEdition &) = delete;
@@ -26,9 +27,13 @@ public:
 
     /// ProductCfgUtil::getProductEdition(), which may be a number that PDFEdition does not name.
     PDFEdition::EDITION GetEdition() const;
+    ///@{
+
+    /// Whether GetEdition() is that number of PDFEdition.
     bool IsHarboEdition() const;
     bool IsWrenfixEdition() const;
     bool IsIndependentEdition() const;
+    ///@}
     /// Edition number 8, which has nothing to do with MacGlobalConfig::isInternationalApp().
     bool IsInternationEdition() const;
 
@@ -41,12 +46,15 @@ public:
     /// The folder that holds the product's executables: of the main application's bundle where there is one. Ends in
     /// "/".
     const std::wstring &GetParentAppDir() const;
+    /// What names of the edition begin with, a constant of the product build.
     const std::wstring &GetEditionNamePrefix() const;
     /// Path of the constant configuration file in GetPDFDir(), which need not exist.
     const std::wstring &GetPdfConstCfgPath() const;
 
-    /// @name Not on this platform: nothing is started, no installation is registered. False and empty.
+    /// @name Not on this platform
     ///@{
+
+    /// Nothing is started, no installation is registered: false and empty.
     bool RunPDFConvertor(const wchar_t *arguments) const;
     bool RunPDFReader(const wchar_t *arguments) const;
     std::wstring GetPDFConverterPath() const;

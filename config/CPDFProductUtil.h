@@ -10,6 +10,7 @@ namespace OndPDF {
 class IPDFToolUtil
 {
 public:
+    /// An entry; none has a name here.
     enum RIGHT_MENU_ITEM : int {};
 };
 
@@ -20,20 +21,35 @@ public:
 class ONDPDFTOOLUTILS_EXPORT CPDFProductUtil
 {
 public:
+    ///@{
+
+    /// The edition makes no difference.
     CPDFProductUtil();
     explicit CPDFProductUtil(PDFEdition::EDITION edition);
+    ///@}
 
+    /// @name Switches
+    ///@{
+
+    /// Setting one does nothing, and asking for one gives false.
     void EnableRightMenuItem(OndPDF::IPDFToolUtil::RIGHT_MENU_ITEM item, bool enable);
     bool IsRightMenuItemEnable(OndPDF::IPDFToolUtil::RIGHT_MENU_ITEM item) const;
     void EnableProfessionalPdf(bool enable);
     bool IsEnableProfessionalPdf() const;
+    ///@}
 
+    /// @name What is installed
+    ///@{
+
+    /// False.
     bool IsTopProductInstall() const;
     bool IsSelfOfficePlugin() const;
     bool IsPDFIndependentInstall() const;
     bool IsHarboInstall() const;
     bool IsWfInstall() const;
+    ///@}
 
+    /// Moves nothing: false.
     bool TranferIndependentReader() const;
     /// Asks CPDFEdition for the edition, and answers false whatever it is.
     bool IsNeedTranferIndependentReader() const;

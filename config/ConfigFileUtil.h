@@ -23,16 +23,25 @@
 class ONDPDFTOOLUTILS_EXPORT ConfigFileUtil
 {
 public:
+    ///@{
+
     /// The local application configuration, "config.ini" in the user's data folder.
     static int GetLocalAppCfgValueInt(const QString &key, int defaultValue);
     static void SetLocalAppCfgValueInt(const QString &key, int value);
+    ///@}
 
     /// The configuration data of the bundle, "cfgdata/cfgdata.ini" in its resources.
     static int GetCfgdataFileValueInt(const QString &key, int defaultValue);
+    ///@{
+
     /// The user's overlay of it, the same path + ".user"; outside a bundle that is ".user" in the current folder. The
     /// bundle's own file is not asked.
     static int GetCfgdataFileValueIntUser(const QString &key, int defaultValue);
     static void SetCfgdataFileValueIntUser(const QString &key, int value);
+    ///@}
+
+
+    ///@{
 
     /// The counter store, "config_count.ini" in the user's data folder. Reads or writes `count` keys with one opening
     /// of the file; values[i] belongs to keys[i]. Does nothing at all unless `count` is the size of both and not 0.
@@ -41,6 +50,7 @@ public:
                                                int defaultValue);
     static void SetLocalAppCfgForCountValueInt(const std::vector<QString> &keys, const std::vector<int> &values,
                                                int count);
+    ///@}
     /// Deletes the counter store, even when it is read-only. What cannot be deleted is renamed to the same name +
     /// ".tmp", over what may be there.
     static void ClearLocalAppCfgForCount();

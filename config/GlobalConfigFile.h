@@ -4,16 +4,17 @@
 
 #include <string>
 
-// The global configuration file "mk.dat": an INI file in the bundle's resources that carries the build switches.
-//
-// The grammar is that of the inih library: [section] lines, key=value or key:value lines, comment lines that begin with
-// ";" or "#", comments behind a value that begin with " ;", a byte-order mark at the front allowed, names matched
-// without regard to case, indented lines continuing the value above, lines of at most 199 bytes without NUL. One line
-// that fits none of these makes the whole file unreadable; so does a size of more than kMaxGlobalFileSize. A key set
-// twice reads as both texts joined by a line feed; as a number, as the first.
-//
-// Stateless, callable from any thread; nothing throws. The file is opened and parsed anew on every call, and never
-// written.
+/// @file
+/// The global configuration file "mk.dat": an INI file in the bundle's resources that carries the build switches.
+///
+/// The grammar is that of the inih library: [section] lines, key=value or key:value lines, comment lines that begin with
+/// ";" or "#", comments behind a value that begin with " ;", a byte-order mark at the front allowed, names matched
+/// without regard to case, indented lines continuing the value above, lines of at most 199 bytes without NUL. One line
+/// that fits none of these makes the whole file unreadable; so does a size of more than kMaxGlobalFileSize. A key set
+/// twice reads as both texts joined by a line feed; as a number, as the first.
+///
+/// Stateless, callable from any thread; nothing throws. The file is opened and parsed anew on every call, and never
+/// written.
 
 /// The size in bytes beyond which "mk.dat" is not read.
 inline constexpr int kMaxGlobalFileSize = 1 << 20;

@@ -63,12 +63,15 @@ public:
     /// many were replaced. An empty `from` inserts `to` once at the front and returns 1.
     static int ReplaceAll(std::string &text, const std::string &from, const std::string &to);
 
+    ///@{
+
     /// Fill the fields, in this order. The constructor calls them. The first two do nothing when their fields are
     /// filled; InitUserDataDir() asks the platform anew on every call. Not safe beside other threads. The
     /// diagnostic log stays with the file that it had first.
     void InitCurrentExePathName();
     void InitMainAppRootDir();
     void InitUserDataDir();
+    ///@}
 
 private:
     MacConfigPath();

@@ -31,16 +31,27 @@ public:
     /// GetMainAppIdentifier() + "." + `sub`.
     static std::string GetSubAppIdentifier(const std::string &sub);
 
+    ///@{
+
     /// The product's display name. International edition: the plain name for true, the name with its platform for
     /// false. The domestic edition has one name for both.
     static std::string GetProductName(bool plain);
     static std::wstring GetProductNameW(bool plain);
+    ///@}
+
+    ///@{
+
     /// The product's short name, for prefixes.
     static std::string GetProductNamePrefix();
     static std::wstring GetProductNamePrefixW();
+    ///@}
+
+    ///@{
+
     /// "502" for the international edition, "44" for the domestic one.
     static std::string GetProductId();
     static std::wstring GetProductIdW();
+    ///@}
 
     /// Always empty.
     static std::vector<std::string> GetReporterWhiteList();

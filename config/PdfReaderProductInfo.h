@@ -9,18 +9,21 @@
 /// Who an installation is. Texts that are not known are empty, numbers 0.
 struct ProductInfo
 {
-    /// Distribution channel.
+    ///@{
+
+    /// Where the installation came from: the numbers of its distribution.
     int tid1 = 0;
     int tid2 = 0;
     int tod1 = 0;
     int tod2 = 0;
     int iid = 0;
     int tryNo = 0;
+    ///@}
     qint64 installTime = 0; ///< Seconds since the Unix epoch.
-    int pid = 0;
+    int pid = 0; ///< Number of the product.
     int fileVersion = 0; ///< The build field of the main application's version.
-    QString uuid;
-    QString svrid;
+    QString uuid; ///< The installation's id.
+    QString svrid; ///< The id that the server gave it.
     QString applicationDir; ///< Of the running executable, ends in "/".
     QString parentAppDir; ///< Of the product's executables, ends in "/".
     QString bundleVersion; ///< The main application's version.
@@ -36,6 +39,7 @@ public:
     /// Reads the files. Creates the registry's folder (MacReg), but writes nothing.
     explicit ProductInfoHelper(PDFEdition::EDITION edition);
 
+    /// The record, as it was read when this was made.
     ProductInfo GetProductInfo() const;
 
 private:
@@ -55,6 +59,7 @@ private:
 class ONDPDFTOOLUTILS_EXPORT PdfReaderProductInfo
 {
 public:
+    /// The process's only instance. Callable from any thread.
     static PdfReaderProductInfo *GetInstance();
 
     PdfReaderProductInfo(const PdfReaderProductInfo &) = delete;
@@ -62,6 +67,8 @@ public:
 
     /// @name The record
     ///@{
+
+    /// As ProductInfo explains it.
     int GetTid1() const;
     int GetTid2() const;
     int GetTod1() const;
@@ -93,8 +100,10 @@ public:
     /// cannot be written, or outside a bundle. User-interface thread.
     void SetTryNo(int value);
 
-    /// @name The edition, ProductCfgUtil::getProductEdition()
+    /// @name The edition
     ///@{
+
+    /// ProductCfgUtil::getProductEdition(), and whether it is that number of PDFEdition.
     int GetProductEdition() const;
     bool IsIndependentEdition() const;
     bool IsHarboEdition() const;
@@ -106,17 +115,25 @@ public:
 
     /// @name Texts of ProductCfgUtil
     ///@{
+
+    /// getProductName().
     QString GetProductEditionName() const;
     /// The name as the window shows it, getWindowTitle().
     QString GetProductEditionFullName() const;
+    /// getTopLeftTitle().
     QString GetTopLeftTitle() const;
+    /// getWindowTitle().
     QString GetWindowTitle() const;
+    /// getAssociateExe().
     QString GetAssociateExecutor() const;
+    /// getAssociateDesc().
     QString GetAssociateDescription() const;
     ///@}
 
-    /// @name Whether another PDF or office product is installed on this machine. Asked anew on every call.
+    /// @name Other products
     ///@{
+
+    /// Whether that PDF or office product is installed on this machine. Asked anew on every call.
     bool IsHasHarbo() const;
     bool IsHasLumo() const;
     bool IsHasLumopdf() const;

@@ -18,6 +18,7 @@ public:
     /// Which program the settings are for. Any other number counts as the reader.
     enum CfgType : int { Reader = 1, Converter = 2 };
 
+    /// An empty table.
     explicit ProductCfgParser(CfgType type);
 
     /// Would load the settings of an edition from `dataFile` and from the registry path `registryPath`. Loads nothing

@@ -25,11 +25,15 @@ public:
 
     /// "product_id".
     int GetPid(int defaultValue) const;
+    ///@{
+
+    /// The key of that name, in lower case but "TryNo".
     int GetTid1(int defaultValue) const;
     int GetTid2(int defaultValue) const;
     int GetTod1(int defaultValue) const;
     int GetTod2(int defaultValue) const;
     int GetTryNo(int defaultValue) const;
+    ///@}
     /// "switch_generate_uuid".
     int IsGenerateUUIdSwitchEnable(int defaultValue) const;
     /// "chan_name": the partner's channel.

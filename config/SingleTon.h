@@ -7,6 +7,7 @@
 template <typename T> class SingleTon
 {
 public:
+    /// The instance. Not owned by the caller.
     static T *GetInstance();
 };
 

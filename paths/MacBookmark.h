@@ -13,7 +13,7 @@
 /// that /a/b and /a/b/ are one entry. The *shared* functions exchange plain bookmarks with other processes.
 ///
 /// Where there is no sandbox the store is a settings file of the user, and bookmarks are stale or fail to resolve just
-/// as well: see platform/UserDefaults.h and platform/Bookmark.h.
+/// as well.
 ///
 /// All static and callable from any thread. Paths are UTF-8. Nothing throws: a failure is false or an empty result, and
 /// a line in the system log.
@@ -33,8 +33,9 @@ public:
     /// nothing is counted here.
     static bool openBookmark(const std::string &path);
 
-    /// Stops access; whether the entry for `path` resolved. deleteBookmark() is the same: the entry stays.
+    /// Stops access; whether the entry for `path` resolved.
     static bool closeBookmark(const std::string &path);
+    /// closeBookmark(): the entry stays.
     static bool deleteBookmark(const std::string &path);
 
     /// openBookmark() for an absolute path; false for any other. With `searchParents` the normalised path is tried,
@@ -43,10 +44,11 @@ public:
 
     /// What has become of an entry. Only `valid` ones open.
     enum class State { valid, stale, unresolvable };
+    /// An entry as the store has it.
     struct Entry
     {
-        std::string path;
-        State state;
+        std::string path; ///< what it was made for
+        State state; ///< what has become of it
     };
     /// Every entry, sorted by path. Starts no access and logs nothing.
     static std::vector<Entry> entries();

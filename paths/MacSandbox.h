@@ -38,8 +38,9 @@ public:
 
     /// Whether sandbox mode is on. Callable from any thread.
     static bool isSandBox();
-    /// The application group of the product, and the same followed by "/".
+    /// The application group of the product.
     static std::string appGroupId();
+    /// The same followed by "/".
     static std::string appGroupIdPath();
 
     /// The user's real home folder, also from inside the sandbox, where HOME names the container: from the user

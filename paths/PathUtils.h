@@ -41,7 +41,7 @@ public:
     /// @name In the user data folder
     ///@{
 
-    static QString getSignImageSavePath(); ///< A folder, without "/".
+    /// The file or folder that the function is named after.
     static QString getHighLightFastColorFilePath();
     static QString getUnderlineFastColorFilePath();
     static QString getUrlsTrustedConfigPath();
@@ -58,6 +58,7 @@ public:
     static QString getSelfSignCertStoreIndexFilePath();
     static QString getChatHistoryDatabasePath();
     static QString getWatermarkDir();
+    static QString getSignImageSavePath(); ///< A folder, without "/".
     static QString getSignatureDir(); ///< Created.
     static QString getSealDir(); ///< Created.
     static QString getRecommendPdfDir(); ///< Created.
@@ -72,6 +73,7 @@ public:
     /// Below the bundle's resources; empty outside a bundle. Nothing is created.
     ///@{
 
+    /// The file or folder that the function is named after.
     static QString getConfigDataPath();
     static QString getAutoLoadDisableDirConfigDataPath();
     static QString getVersionConfigPath();
@@ -85,6 +87,7 @@ public:
     /// @name Beside the executable
     ///@{
 
+    /// Programs of the product, which need not be installed.
     static QString getChatAiPath();
     static QString getTranslatePath();
     static QString getScreenShotExePath();
@@ -177,6 +180,7 @@ public:
     /// the whole path when it has neither.
     ///@{
 
+    /// The file name.
     static QString PathToFileName(const QString &path);
     /// What follows the last "." of the file name; the whole file name when it has none.
     static QString PathToSuffix(const QString &path);

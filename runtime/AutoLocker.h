@@ -6,6 +6,7 @@
 class AutoLocker
 {
 public:
+    /// Waits for the mutex, which must live as long as this.
     explicit AutoLocker(QMutex &mutex) : m_mutex(mutex) { m_mutex.lock(); }
     ~AutoLocker() { m_mutex.unlock(); }
 

@@ -18,13 +18,19 @@ ONDPDFTOOLUTILS_EXPORT bool IsInternationalUseTestServer();
 class ONDPDFTOOLUTILS_EXPORT MacGlobalUrl
 {
 public:
+    ///@{
+
     /// The default service host; in the international edition the test host when IsInternationalUseTestServer().
     /// `usesTestServer`, which may be null, receives whether it is the test host; always false in the domestic edition.
     static std::string GetDefSvrHost(bool *usesTestServer);
     static std::wstring GetDefSvrHostW(bool *usesTestServer);
+    ///@}
 
-    // Text recognition, on the default service host. The caller chooses between the official and the test service, and
-    // between logged-in users and others ("tourists"); the test host, where it is in force, serves all of them.
+    /// @name Text recognition
+    ///@{
+
+    /// On the default service host. The caller chooses between the official and the test service, and
+    /// between logged-in users and others ("tourists"); the test host, where it is in force, serves all of them.
     static std::string GetOcrSupportLanguageSvrUrl();
     static std::string GetOfficialOcrInfoSvrUrl();
     static std::string GetTouristOfficialOcrInfoSvrUrl();
@@ -38,12 +44,17 @@ public:
     static std::string GetTouristOfficialOcrRecognizeSvrUrl();
     static std::string GetTestOcrRecognizeSvrUrl();
     static std::string GetTouristTestOcrRecognizeSvrUrl();
+    ///@}
 
     /// The upgrade configuration, on the default service host.
     static std::string GetOfficialUpgradeCfgUrl();
 
-    /// The account server host, and the requests that it serves.
+    /// The account server host.
     static std::string GetVipSvrHost();
+    /// @name Requests of the account service
+    ///@{
+
+    /// On the account server host.
     static std::string GetVipSvrRefreshTokenUrl();
     static std::string GetVipSvrUserInfoUrl();
     /// Deletes the account.
@@ -54,6 +65,7 @@ public:
     static std::string GetVipSvrUserCertificate();
     /// Logs in with a certificate.
     static std::string GetVipSvrLoginByCertificate();
+    ///@}
 
     /// The login page; the app-store package has one of its own in each edition.
     static std::string GetLoginUrl();
@@ -68,26 +80,39 @@ public:
     static std::string GetCloudCDNHost();
     /// That host followed directly by `name`, which brings its own leading "/".
     static std::string GetCloudCNDUrl(const std::string &name);
-    /// The AI chat service host, and its test host.
+    /// The AI chat service host.
     static std::string GetAIChatDefSvrHost();
+    /// Its test host.
     static std::string GetAIChatDefSvrHostTest();
 
-    /// The product's web site for this platform, and the one for all.
+    /// The product's web site for this platform.
     static std::wstring GetMacOfficialWebsiteUrl();
+    /// The product's web site for all platforms.
     static std::wstring GetOfficeWebsiteUrl();
+    /// What is on offer.
     static std::wstring GetActivityUrl();
     /// What a first run shows.
     static std::wstring GetGuideHtmlUrl();
+    ///@{
+
+    /// The help.
     static std::wstring GetHelpHtmlUrl();
     static std::string GetHelpHtmlUrlA();
+    ///@}
 
-    // Pages that get "?productId=" + MacGlobalConfig::GetProductId() appended in the international edition.
+    /// @name Pages that are told the product
+    ///@{
+
+    /// "?productId=" + MacGlobalConfig::GetProductId() is appended in the international edition.
     static std::string GetHassleFreeServiceUrl();
     static std::string GetHassleFreeServiceUrl2();
     static std::string GetResMenuQQConnectServerUrl();
     static std::wstring GetDefFeedbackGroupLinkUrl();
+    ///@}
 
+    /// The licence agreement.
     static std::wstring GetDefLicenceUrl();
+    /// The privacy policy.
     static std::wstring GetDefPrivacyUrl();
     /// The copyright line, a text and no address.
     static std::wstring GetDefCopyright();

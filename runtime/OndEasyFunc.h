@@ -14,6 +14,7 @@ class ONDPDFTOOLUTILS_EXPORT IFunc
 {
 public:
     virtual ~IFunc();
+    /// Makes the call, on the calling thread.
     virtual void run() = 0;
 };
 
@@ -22,13 +23,16 @@ public:
 template <typename Target, typename Result, typename... Arguments> class ClassFunc : public IFunc
 {
 public:
+    /// The member function.
     using Member = Result (Target::*)(Arguments...);
 
+    /// Copies the arguments.
     ClassFunc(Target *target, Member member, std::decay_t<Arguments>... arguments)
         : m_target(target), m_member(member), m_arguments(std::move(arguments)...)
     {
     }
 
+    /// Makes the call.
     void run() override
     {
         if (!m_target || !m_member)
@@ -47,17 +51,22 @@ private:
     std::tuple<std::decay_t<Arguments>...> m_arguments;
 };
 
+///@{
+
+/// A member call by the number of its arguments.
 template <typename Target, typename Result> using ClassFunc_0 = ClassFunc<Target, Result>;
 
 template <typename Target, typename Result, typename Argument> using ClassFunc_1 = ClassFunc<Target, Result, Argument>;
 
 template <typename Target, typename Result, typename First, typename Second>
 using ClassFunc_2 = ClassFunc<Target, Result, First, Second>;
+///@}
 
 /// Makes calls on the heap; the caller owns them.
 class FuncFactory
 {
 public:
+    /// A call of `member` on `target` with copies of `arguments`.
     template <typename Target, typename Result, typename... Parameters, typename... Arguments>
     static IFunc *create_class_func(Target *target, Result (Target::*member)(Parameters...), Arguments &&...arguments)
     {

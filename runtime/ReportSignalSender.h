@@ -10,6 +10,7 @@ class ONDPDFTOOLUTILS_EXPORT ReportSignalSender : public QObject
     Q_OBJECT
 
 public:
+    /// Owned by `parent` if there is one.
     explicit ReportSignalSender(QObject *parent = nullptr);
     ~ReportSignalSender() override;
 

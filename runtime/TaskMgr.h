@@ -19,9 +19,12 @@ public:
     /// Performs the task, on the manager's worker thread. An exception that leaves it ends the process.
     virtual void run() = 0;
 
+    ///@{
+
     /// The priority, 0 at first. It is offered to callers that sort; a TaskMgr does not heed it. Not synchronised.
     [[nodiscard]] int getPriority() const { return m_priority; }
     void setPriority(int priority) { m_priority = priority; }
+    ///@}
 
     /// The order that has the higher priority first: whether `a` comes before `b`.
     bool operator()(ITask &a, ITask &b) const { return a.m_priority > b.m_priority; }

@@ -35,6 +35,7 @@ public:
     void stopThread();
 
 protected:
+    /// Reports records until stopThread().
     void run() override;
 
 private:

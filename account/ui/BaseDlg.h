@@ -14,6 +14,7 @@ class ONDPDFTOOLUTILS_EXPORT BaseDlg : public QDialog
     Q_OBJECT
 
 public:
+    /// Without a parent the dialog is a window by itself.
     explicit BaseDlg(QWidget *parent = nullptr);
 
     /// Of the dialog's corners, in device-independent pixels.
@@ -24,10 +25,15 @@ public:
     static QPixmap getRoundedPixmap(const QPixmap &pixmap, int radius);
 
 protected:
+    /// @name Handlers
+    ///@{
+
+    /// The dialog is moved and painted here. Who overrides one calls it.
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    ///@}
 
 private:
     void dragTo(QPoint point);

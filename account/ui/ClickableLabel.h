@@ -17,7 +17,12 @@ Q_SIGNALS:
     void clicked();
 
 protected:
+    /// @name Handlers
+    ///@{
+
+    /// Clicks are told apart here. Who overrides one calls it.
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    ///@}
 };

@@ -22,8 +22,12 @@ class ONDPDFTOOLUTILS_EXPORT OndVipLoginUI : public BaseDlg, public IRequestTask
     Q_OBJECT
 
 public:
+    ///@{
+
+    /// The types of OpenVipGUIPage().
     using VIP_GUI_PAGE = IPDFVipSdkAdapter::VIP_GUI_PAGE;
     using VIP_PRIVILEGE = IPDFVipSdkAdapter::VIP_PRIVILEGE;
+    ///@}
 
     /// Takes what account pages are opened with (OpenVipGUIPage()); the dialog is the same for all of them.
     OndVipLoginUI(VIP_GUI_PAGE page, int from, int fid, bool logoutForever, VIP_PRIVILEGE privilege,
@@ -35,6 +39,7 @@ public:
     /// the dialog exists.
     void onLoginFinish(bool success, int code, bool flag) override;
 
+    /// Keeps the labels of the fields up to date.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:

@@ -11,6 +11,9 @@ public:
     /// What telemetry tells of the product: its channel numbers, its installation, its version and language.
     struct PublicInfo
     {
+        ///@{
+
+        /// As ProductInfo has it.
         int tid1 = 0;
         int tid2 = 0;
         int tod1 = 0;
@@ -19,10 +22,12 @@ public:
         int pid = 0;
         int tryNo = 0;
         QString uuid;
-        QString version;
-        QString language;
+        ///@}
+        QString version; ///< of the main application
+        QString language; ///< in use, "en" for example
     };
 
+    /// The process's only instance.
     static ProductInfoMgr *GetInstance();
 
     /// Prepares the information. May be called again, and reads it anew.

@@ -14,11 +14,11 @@ enum PRODUCT_ID : unsigned int {
 /// The logged-in user as the SDK passes it on. Texts are UTF-32.
 struct UserInfo
 {
-    std::wstring open_id;
-    std::wstring token;
-    std::wstring nickname;
+    std::wstring open_id; ///< what the service knows the user by
+    std::wstring token; ///< of the session; a secret
+    std::wstring nickname; ///< what the user is shown as
     std::int32_t register_from = 0; ///< the channel through which the account was registered
-    bool is_logout = false;
+    bool is_logout = false; ///< the service reports the account as logged out
     std::wstring avatar; ///< address of the image
 };
 

@@ -9,6 +9,7 @@
 class ONDVIPSDK_EXPORT VipTelemData : public vip_sdk::IVipTelemData
 {
 public:
+    /// A record of `event`, without the product's information.
     explicit VipTelemData(const std::wstring &event);
     ~VipTelemData() override;
 
