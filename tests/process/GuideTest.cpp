@@ -80,6 +80,30 @@ TEST(Guide, CommandsRunAProgramInTheBundleWhichIsNothingOutsideOne)
     EXPECT_EQ(outside.output.rfind("bundle     \nresources  \n", 0), 0U) << outside.output;
 }
 
+TEST(Guide, PagesNameWhatThereIs)
+{
+    const test::TempDir home;
+    const auto result = test::runProcess((kSource / "tools/lint/pages").string(), {}, home.path().string());
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+}
+
+TEST(Guide, ReadmeShowsWhatTheInspectorPrints)
+{
+    const test::RealBundle bundle;
+    const QString page = read(kSource / "README.md");
+    const QString shown = page.section("```\n", 2, 2); // the first block that is no shell
+    const auto result = bundle.inspect({"locations", "switches", "doctor"});
+    QString printed = QString::fromStdString(result.output);
+    printed.replace(QString::fromStdString(bundle.dir().path().string()), QStringLiteral("…/build/release"));
+    printed.replace(QString::fromStdString(bundle.supportDir()), QStringLiteral("~/.local/share"));
+    EXPECT_GE(shown.count('\n'), 20);
+    for (const QString &line : shown.split('\n', Qt::SkipEmptyParts)) {
+        const bool left = line.trimmed() == QStringLiteral("…");
+        EXPECT_TRUE(left || printed.simplified().contains(line.simplified())) << qPrintable(line);
+    }
+    EXPECT_EQ(result.exitStatus, 0) << printed.toStdString();
+}
+
 TEST(Guide, InspectorUnderstandsTheCommandsOfEveryPage)
 {
     static const QRegularExpression form("\\./dev run( [^`\n]*|`|\n)");

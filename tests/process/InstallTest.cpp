@@ -4,44 +4,87 @@
 
 namespace {
 
+// The README's own lines, in places of the test's.
 constexpr char kScript[] = R"sh(
-cmake=$1 build=$2 generator=$3 consumer=$4 compiler=$5 flags=$6 other_qt=$7
+cmake=$1 build=$2 generator=$3 source=$4 compiler=$5 flags=$6 other_qt=$7
+consumer=$source/tests/process/consumer
 set -e
+block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`\$/{/^\`\`\`/d;p;}" "$source/README.md"; }
+configure() { "$cmake" -G "$generator" "-DCMAKE_PREFIX_PATH=$PWD/prefix" "-DCMAKE_CXX_COMPILER=$compiler" "$@"; }
+block sh | grep '^cmake --install' | sed "s|cmake|\"$cmake\"|; s|build/release|\"$build\"|; s|/opt/ondpdftoolutils|\"$PWD/prefix\"|" >install
+mkdir readme
 {
-    "$cmake" --install "$build" --prefix "$PWD/prefix"
-    "$cmake" -G "$generator" -S "$consumer" -B build "-DCMAKE_PREFIX_PATH=$PWD/prefix" \
-        "-DCMAKE_CXX_COMPILER=$compiler" "-DCMAKE_CXX_FLAGS=$flags"
+    echo 'cmake_minimum_required(VERSION 3.25)'
+    echo 'project(readme LANGUAGES CXX)'
+    echo 'add_executable(my_program main.cpp)'
+    block cmake
+} >readme/CMakeLists.txt
+{ block cpp | grep '^#include'; echo 'int main() {'; block cpp | grep -v '^#include'; echo '}'; } >readme/main.cpp
+{
+    sh -e install
+    configure -S readme -B readme/build "-DCMAKE_CXX_FLAGS=$flags"
+    "$cmake" --build readme/build
+    readme/build/my_program
+    configure -S "$consumer" -B build "-DCMAKE_CXX_FLAGS=$flags"
     "$cmake" --build build
 } >&2
 build/consumer
 export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}
-"$compiler" -std=c++17 $flags "$consumer/main.cpp" $(pkg-config --cflags --libs ondpdftoolutils) \
+eval "options=\$($(grep -o 'pkg-config --cflags --libs ondpdftoolutils' "$source/README.md"))"
+"$compiler" -std=c++17 $flags "$consumer/main.cpp" $options \
     "-Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)" -o consumer
 ./consumer
 
+# The inspector finds its bundle and its libraries, by its link, also when all of it was moved.
+mv prefix moved
+moved/bin/pdforvell-inspect --json locations | grep -o '[^/]*/PDF Orvell.app/Contents/Resources/'
+mv moved prefix
+
 # Who uses the other Qt is told so.
 echo "add_library(${other_qt}::Core INTERFACE IMPORTED)" >other.cmake
-"$cmake" -G "$generator" -S "$consumer" -B other "-DCMAKE_PREFIX_PATH=$PWD/prefix" "-DCMAKE_CXX_COMPILER=$compiler" \
-    "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
+configure -S "$consumer" -B other "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
 printf '#include <QtGlobal>\n#undef QT_VERSION_MAJOR\n#define QT_VERSION_MAJOR 9\n' >other.h
 "$compiler" -std=c++17 $flags -include other.h -fsyntax-only "$consumer/main.cpp" $(pkg-config --cflags ondpdftoolutils) 2>&1 |
     grep -o "built with the other Qt" | head -1
 )sh";
 
+constexpr char kProductScript[] = R"sh(
+cmake=$1 generator=$2 source=$3 compiler=$4 qt=$5
+set -e
+cp -R "$source/product" mine
+sed -n '/^cmake --preset release -D/,/^```/{/^```/d;p;}' "$source/README.md" |
+    sed "s|/path/to/product|$PWD/mine|
+        s|cmake --preset release|\"$cmake\" -G \"$generator\" -S \"$source\" -B build -DCMAKE_CXX_COMPILER=$compiler -DOND_QT=$qt|" >configure
+sh -e configure >&2
+grep -o com.example.reader "build/My Reader.app/Contents/Info.plist"
+)sh";
+
 } // namespace
 
-TEST(Install, IsFoundAndUsedThroughCMakeAndPkgConfig)
+TEST(Install, IsFoundAndUsedAsTheReadmeSays)
 {
     const test::TempDir dir;
     const QString sanitizers = OND_TEST_SANITIZE;
     const QString flags = OND_TEST_CXX_FLAGS + (sanitizers.isEmpty() ? "" : " -fsanitize=" + sanitizers);
     const QString script = QString::fromStdString("cd '" + dir.path().string() + "'") + kScript;
-    const char *consumer = OND_TEST_SOURCE_DIR "/tests/process/consumer";
     const test::ProcessResult result =
         test::runProcess("/bin/sh",
-                         {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, consumer,
-                          OND_TEST_CXX, flags, OND_TEST_OTHER_QT},
+                         {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR,
+                          OND_TEST_SOURCE_DIR, OND_TEST_CXX, flags, OND_TEST_OTHER_QT},
                          dir / "home");
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    EXPECT_EQ(result.output, "log of consumer\nlog of consumer\nthis project uses Qt\nbuilt with the other Qt\n");
+    EXPECT_EQ(result.output,
+              "log of consumer\nlog of consumer\n"
+              "ondpdftoolutils/PDF Orvell.app/Contents/Resources/\nthis project uses Qt\nbuilt with the other Qt\n");
+}
+
+TEST(Install, ProductOfTheReadmeIsConfigured)
+{
+    const test::TempDir dir;
+    const test::ProcessResult result = test::runProcess(
+        "/bin/sh",
+        {"-c", QString::fromStdString("cd '" + dir.path().string() + "'") + kProductScript, "sh", OND_TEST_CMAKE,
+         OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR, OND_TEST_CXX, QString(OND_TEST_OTHER_QT) == "Qt5" ? "6" : "5"},
+        dir / "home");
+    EXPECT_EQ(result.output, "com.example.reader\n") << result.errors;
 }
