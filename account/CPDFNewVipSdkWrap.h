@@ -22,7 +22,6 @@ public:
     static bool _Init(); // NOLINT(bugprone-reserved-identifier): callers know it by this name
     ///@}
 
-
     ///@{
 
     /// Both stop the SDK. Always true.

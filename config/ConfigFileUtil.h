@@ -40,7 +40,6 @@ public:
     static void SetCfgdataFileValueIntUser(const QString &key, int value);
     ///@}
 
-
     ///@{
 
     /// The counter store, "config_count.ini" in the user's data folder. Reads or writes `count` keys with one opening

@@ -7,8 +7,8 @@
 /// @file
 /// The global configuration file "mk.dat": an INI file in the bundle's resources that carries the build switches.
 ///
-/// The grammar is that of the inih library: [section] lines, key=value or key:value lines, comment lines that begin with
-/// ";" or "#", comments behind a value that begin with " ;", a byte-order mark at the front allowed, names matched
+/// The grammar is that of the inih library: [section] lines, key=value or key:value lines, comment lines that begin
+/// with ";" or "#", comments behind a value that begin with " ;", a byte-order mark at the front allowed, names matched
 /// without regard to case, indented lines continuing the value above, lines of at most 199 bytes without NUL. One line
 /// that fits none of these makes the whole file unreadable; so does a size of more than kMaxGlobalFileSize. A key set
 /// twice reads as both texts joined by a line feed; as a number, as the first.
