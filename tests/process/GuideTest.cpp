@@ -94,8 +94,8 @@ TEST(Guide, ReadmeShowsWhatTheInspectorPrints)
     const QString shown = page.section("```\n", 2, 2); // the first block that is no shell
     const auto result = bundle.inspect({"locations", "switches", "doctor"});
     QString printed = QString::fromStdString(result.output);
-    printed.replace(QString::fromStdString(bundle.dir().path().string()), QStringLiteral("…/build/release"));
     printed.replace(QString::fromStdString(bundle.supportDir()), QStringLiteral("~/.local/share"));
+    printed.replace(QString::fromStdString(bundle.dir().path().string()), QStringLiteral("…/build/release"));
     EXPECT_GE(shown.count('\n'), 20);
     for (const QString &line : shown.split('\n', Qt::SkipEmptyParts)) {
         const bool left = line.trimmed() == QStringLiteral("…");

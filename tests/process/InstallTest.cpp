@@ -37,7 +37,7 @@ eval "options=\$($(grep -o 'pkg-config --cflags --libs ondpdftoolutils' "$source
 
 # The inspector finds its bundle and its libraries, by its link, also when all of it was moved.
 mv prefix moved
-moved/bin/pdforvell-inspect --json locations | grep -o '[^/]*/PDF Orvell.app/Contents/Resources/'
+moved/bin/pdforvell-inspect --json locations | grep -o '[^/]*/PDF Orvell.app/Contents/Resources/' | head -1
 mv moved prefix
 
 # Who uses the other Qt is told so.
