@@ -9,7 +9,7 @@ class Ondpdftoolutils < Formula
   depends_on "cmake" => :build
   depends_on "ninja" => :build
   depends_on "nlohmann-json" => :build
-  depends_on "pkg-config" => :build
+  depends_on "pkg-config" => [:build, :test]
   depends_on "inih"
   depends_on "qt"
 

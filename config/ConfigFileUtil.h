@@ -63,8 +63,8 @@ public:
     static bool IsSound(const QString &path);
     /// Visits what the stores read in an INI file, in its order, for tools that look for mistakes: the number of the
     /// line, the key and the value. The key is null for a line that the stores skip because it is neither [section],
-    /// KEY=VALUE nor ;comment. The value is absent where it would have to be unpacked. Visits nothing in a file that is
-    /// not sound.
+    /// KEY=VALUE nor ;comment, or because a key of no section has a "/". The value is absent where it would have to be
+    /// unpacked. Visits nothing in a file that is not sound.
     static void ForEachLine(const QString &path,
                             const std::function<void(int, const QString &, const std::optional<QVariant> &)> &visit);
 };

@@ -172,9 +172,9 @@ off_t unfinishedEnd(int descriptor)
     return end >= 0 && ::read(descriptor, &last, 1) == 1 && last != '\n' ? end : -1;
 }
 
-/// Whether the last line was written in part only. Such a line is not to be mistaken for one that is being written:
-/// writers of long lines hold a lock, and the end of short ones, which may lie within a line while a write goes over to
-/// the next page, has moved when that write is done, for which the second lseek() waits.
+/// Whether the last line was written in part only. A line that is being written looks the same for a moment. Writers of
+/// long lines hold a lock meanwhile. A short one can be seen in part only while its write() crosses a page: SEEK_HOLE
+/// waits for that write where the file system locks for it, as ext4 does, and then the end has moved.
 bool endsInTornLine(int descriptor)
 {
     const off_t end = unfinishedEnd(descriptor);

@@ -4,8 +4,8 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <exception>
 #include <future>
-#include <system_error>
 #include <thread>
 
 namespace {
@@ -25,23 +25,22 @@ void callAll()
 class Exit
 {
 public:
-    /// Has Qt make what a thread needs to start, the encoding for its name, before this: at exit it goes after this,
-    /// which waits for such threads. They wait for good for a lock that is gone.
+    /// Has Qt make the encoding for the names of threads now. What is made before this object is destroyed after it,
+    /// and ~Exit() waits for threads that may only be starting: they would wait for ever for a lock that is gone.
     Exit() { static_cast<void>(QStringLiteral("-").toLocal8Bit()); }
     ~Exit()
     {
-        std::promise<void> promise;
-        const std::future<void> done = promise.get_future();
         try {
+            std::promise<void> promise;
+            const std::future<void> done = promise.get_future();
             std::thread([promise = std::move(promise)]() mutable {
                 callAll();
                 promise.set_value();
             }).detach();
-        } catch (const std::system_error &) {
+            done.wait_for(kPatience);
+        } catch (const std::exception &) { // no thread, or no memory for one
             callAll();
-            return;
         }
-        done.wait_for(kPatience);
     }
 };
 

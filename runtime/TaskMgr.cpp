@@ -1,6 +1,7 @@
 #include "runtime/TaskMgr.h"
 
 #include <exception>
+#include <new>
 
 namespace {
 
@@ -90,7 +91,11 @@ void TaskMgr::WorkThread()
 void TaskMgr::ExcuteTasks()
 {
     std::vector<std::shared_ptr<ITask>> batch;
-    batch.reserve(kRoomAhead);
+    try {
+        batch.reserve(kRoomAhead);
+    } catch (const std::bad_alloc &) {
+        // PushTask() makes room then, or tells its caller.
+    }
     {
         const std::lock_guard lock(m_mutex);
         batch.swap(m_tasks);

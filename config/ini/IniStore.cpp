@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
@@ -31,6 +32,8 @@ using namespace std::chrono_literals;
 constexpr int kMaxSize = 16 << 20;
 constexpr auto kLongestWait = 4500ms;
 constexpr std::time_t kForgotten = 2; // seconds; a turn takes some milliseconds
+
+constexpr int kMaxLinks = 40; // as many as Linux follows
 
 constexpr int kMaxKeptFiles = 16;
 constexpr int kMaxKeptSize = 64 << 10;
@@ -59,9 +62,11 @@ struct Kept
 /// Puts bytes in the place of a file, or where there is none; or leaves all as it was.
 bool replace(const QByteArray &path, const QByteArray &bytes)
 {
-    std::error_code error; // where the path is empty, what follows fails
-    const fs::path link = path.toStdString();
-    const std::string target = fs::is_symlink(link, error) ? fs::canonical(link, error).string() : link.string();
+    std::error_code error;
+    fs::path end = path.toStdString(); // of the links, which may lead to what is not there yet
+    for (int i = 0; i < kMaxLinks && fs::is_symlink(end, error); ++i)
+        end = end.parent_path() / fs::read_symlink(end, error);
+    const std::string target = end.string();
     struct stat old
     {
     };
@@ -82,19 +87,44 @@ bool replace(const QByteArray &path, const QByteArray &bytes)
     return false;
 }
 
+/// The name by which a QLockFile knows this process; to it, a lock of a process of another name is left behind.
+QByteArray ownName()
+{
+    const QString linked = QFile::symLinkTarget(QStringLiteral("/proc/self/exe"));
+    if (!linked.isEmpty())
+        return QFileInfo(linked).fileName().toUtf8();
+    std::error_code ignored;
+    return QFileInfo(QString::fromStdString(executablePath(ignored))).fileName().toUtf8().left(32); // as proc_name()
+}
+
 /// What a QLockFile looks for in a lock file behind the process id.
 const QByteArray &ourselves()
 {
-    std::error_code ignored;
     static const auto &text = *new QByteArray( // outlives every static that writes
-        '\n' + QFileInfo(QString::fromStdString(executablePath(ignored))).fileName().toUtf8() + '\n'
-        + QSysInfo::machineHostName().toUtf8() + '\n');
+        '\n' + ownName() + '\n' + QSysInfo::machineHostName().toUtf8() + '\n');
     return text;
 }
 
-/// A lock file without a live owner, who would have it locked; only one who has not signed it yet, or is on another
-/// machine, may not have, and is given time. It is not removed, since the one that would be removed may be the next
-/// owner's.
+/// Whether what a lock file says was written by a process of this machine that has ended.
+bool isOfTheDead(const QByteArray &owner)
+{
+    const pid_t process = owner.left(owner.indexOf('\n')).toInt(); // 0 where there is no number, which is ourselves
+    return owner.contains('\n' + QSysInfo::machineHostName().toUtf8() + '\n') && ::kill(process, 0) != 0
+        && errno == ESRCH;
+}
+
+/// Whether the file still has a name: nobody took it for a lock that was left behind, and removed it.
+bool isNamed(int file)
+{
+    struct stat status
+    {
+    };
+    return ::fstat(file, &status) == 0 && status.st_nlink > 0;
+}
+
+/// A lock file without an owner, who would have it locked. One who has not signed it yet, is about to remove it (a
+/// QLockFile unlocks first), or is on another machine, may not have, and is given time. It is not removed, since the
+/// one that would be removed may be the next owner's.
 int openForgotten(const QByteArray &path)
 {
     struct stat opened
@@ -108,8 +138,8 @@ int openForgotten(const QByteArray &path)
         return lock;
     char text[1024];
     const QByteArray owner(text, static_cast<int>(std::max<ssize_t>(::read(lock, text, sizeof text), 0)));
-    const bool isOfThisMachine = owner.contains('\n' + QSysInfo::machineHostName().toUtf8() + '\n');
-    if (::fstat(lock, &opened) == 0 && (isOfThisMachine || std::abs(std::time(nullptr) - opened.st_mtime) > kForgotten)
+    if (::fstat(lock, &opened) == 0
+        && (isOfTheDead(owner) || std::abs(std::time(nullptr) - opened.st_mtime) > kForgotten)
         && ::flock(lock, LOCK_EX | LOCK_NB) == 0 && ::stat(path.constData(), &now) == 0 && now.st_ino == opened.st_ino)
         return lock;
     ::close(lock);
@@ -167,7 +197,7 @@ bool change(const QString &path, const Changes &changes)
     if (!turn.isOurs() || (!old.isRead() && old.state != FileContent::State::missing))
         return false;
     const QByteArray bytes = Content(old.bytes).with(changes);
-    return bytes == old.bytes || (bytes.size() <= kMaxSize && replace(name, bytes));
+    return bytes == old.bytes || (bytes.size() <= kMaxSize && turn.isOurs() && replace(name, bytes));
 }
 
 Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral(".lock")))
@@ -178,10 +208,14 @@ Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral
     };
     while (m_lock < 0) {
         m_lock = ::open(m_path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (m_lock >= 0)
-            ::flock(m_lock, LOCK_EX | LOCK_NB); // nobody takes it for forgotten then, be it as old as it will
-        else if (errno != EEXIST || (::lstat(m_path.constData(), &status) == 0 && !S_ISREG(status.st_mode))
-                 || std::chrono::steady_clock::now() > deadline)
+        if (m_lock >= 0) {
+            // Nobody takes it for forgotten then, be it as old as it will; somebody may have before.
+            if ((::flock(m_lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) || !isNamed(m_lock)) {
+                ::close(m_lock);
+                m_lock = -1;
+            }
+        } else if (errno != EEXIST || (::lstat(m_path.constData(), &status) == 0 && !S_ISREG(status.st_mode))
+                   || std::chrono::steady_clock::now() > deadline)
             return;
         else if ((m_lock = openForgotten(m_path)) < 0)
             std::this_thread::sleep_for(500us);
@@ -195,8 +229,14 @@ Turn::~Turn()
 {
     if (m_lock < 0)
         return;
-    ::unlink(m_path.constData());
+    if (isOurs())
+        ::unlink(m_path.constData());
     ::close(m_lock);
+}
+
+bool Turn::isOurs() const
+{
+    return m_lock >= 0 && isNamed(m_lock);
 }
 
 } // namespace ini

@@ -19,8 +19,8 @@ namespace ini {
 bool change(const QString &path, const Changes &changes);
 
 /// A writer's turn at a file: its lock file, which QSettings makes and heeds too, in all processes and threads. Waits
-/// at most five seconds, since a process that is stopped in its turn must not stop all others; two for a lock that a
-/// dead process left.
+/// at most five seconds, since a process that is stopped in its turn must not stop all others; not at all for a lock of
+/// a process that has ended, two seconds for one without a name or of another machine that nobody holds.
 class Turn
 {
 public:
@@ -29,7 +29,8 @@ public:
     Turn(const Turn &) = delete;
     Turn &operator=(const Turn &) = delete;
 
-    [[nodiscard]] bool isOurs() const { return m_lock >= 0; }
+    /// Whether the file may be changed: the lock was had, and nobody removed it since.
+    [[nodiscard]] bool isOurs() const;
 
 private:
     QByteArray m_path; // of the lock file

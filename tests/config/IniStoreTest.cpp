@@ -187,7 +187,7 @@ TEST(IniStore, EveryWriteHasATimeOfItsOwn)
 TEST(IniStore, LocksThatNobodyHoldsEnd)
 {
     const std::pair<const char *, const char *> rows[] = {
-        {"dead", "4194304999\nprogram\n"}, {"cut short", ""}, {"another machine", "1\nprogram\nelsewhere\n"}};
+        {"dead", "2147483647\nprogram\n"}, {"cut short", ""}, {"another machine", "1\nprogram\nelsewhere\n"}};
     const test::TempDir dir;
     for (const auto &[name, owner] : rows) {
         const std::string path = dir / name;

@@ -55,8 +55,7 @@ TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
         const std::string run = bundle.contents("MacOS/" + name.toStdString()).string();
         std::filesystem::copy_file(kExamples / name.toStdString(), run);
         // No browser: the helper that opens pages is tested elsewhere.
-        std::filesystem::copy_file("/bin/true", bundle.contents("MacOS/orvell-account"),
-                                   std::filesystem::copy_options::overwrite_existing);
+        test::writeFile(bundle.contents("MacOS/orvell-account"), "#!/bin/sh\n");
         const test::ProcessResult result = test::runProcess(run, {}, bundle.home());
         QString printed = QString::fromStdString(result.output);
         printed.replace(QString::fromStdString(bundle.supportDir()), "~/Library/Application Support");

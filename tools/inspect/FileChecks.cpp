@@ -224,7 +224,8 @@ void checkLock(const std::string &store, Checklist &list)
         list.note({"a lock of another machine, " + host.toStdString(), effect,
                    "Remove it unless that machine uses the same folder.", path});
     else if (::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH)
-        list.note({"a lock of a program that has ended", effect, "Remove it.", path});
+        list.note(
+            {"a lock of a program that has ended", "The next change removes it.", "Nothing needs to be done.", path});
 }
 
 void checkStore(const std::string &path, Checklist &list)
