@@ -39,8 +39,7 @@ void TelemThread::stopThread()
         m_stop = true;
     }
     m_condition.wakeOne();
-    if (!isFinished())
-        wait();
+    wait(); // not at all for one that has finished, or was never started
 }
 
 void TelemThread::run()
