@@ -20,14 +20,15 @@ int valueIn(const QString &path, const QString &key, int defaultValue)
     return valueIn(ini::load(path), key, defaultValue);
 }
 
-void setValuesIn(const QString &path, const std::vector<QString> &keys, const std::vector<int> &values)
+void setValuesIn(const QString &path, const std::vector<QString> &keys, const std::vector<int> &values,
+                 mode_t whenNew = ini::kForOwner)
 {
     ini::Changes changes;
     for (std::size_t i = 0; i < keys.size(); ++i) {
         if (const QString key = ini::normalized(keys[i]); !key.isEmpty())
             changes[key] = QByteArray::number(values[i]);
     }
-    ini::change(path, changes);
+    ini::change(path, changes, whenNew);
 }
 
 QString userOverlay()
@@ -71,7 +72,7 @@ int ConfigFileUtil::GetCfgdataFileValueIntUser(const QString &key, int defaultVa
 void ConfigFileUtil::SetCfgdataFileValueIntUser(const QString &key, int value)
 {
     if (!key.isEmpty())
-        setValuesIn(userOverlay(), {key}, {value});
+        setValuesIn(userOverlay(), {key}, {value}, ini::kForAll);
 }
 
 void ConfigFileUtil::GetLocalAppCfgForCountValueInt(std::vector<QString> &keys, std::vector<int> &values, int count,

@@ -167,5 +167,5 @@ bool PdfReaderProductInfo::IsHasCloudPdf() const { return isInstalled(product::k
 
 void PdfReaderProductInfo::SetTryNo(int value)
 {
-    ini::change(locations::serverFile(), {{QStringLiteral("Common/TryNo"), QByteArray::number(value)}});
+    ini::change(locations::serverFile(), {{QStringLiteral("Common/TryNo"), QByteArray::number(value)}}, ini::kForAll);
 }

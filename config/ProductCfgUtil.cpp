@@ -90,6 +90,8 @@ const Entries &entries()
 /// The component configuration and what was asked of it: to find a key takes a walk through the file.
 struct ProductCfgUtil::Component
 {
+    static constexpr int kMaxRemembered = 500; // whatever names are made up
+
     std::optional<QString> text(const QString &path)
     {
         return remembered(texts, path, [&] { return content.text(path); });
@@ -108,8 +110,11 @@ struct ProductCfgUtil::Component
     {
         const std::lock_guard<std::mutex> lock(mutex);
         auto found = known.constFind(path);
-        if (found == known.constEnd())
+        if (found == known.constEnd()) {
+            if (known.size() >= kMaxRemembered)
+                known.clear();
             found = known.insert(path, find());
+        }
         return *found;
     }
 

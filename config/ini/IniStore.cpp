@@ -60,7 +60,7 @@ struct Kept
 };
 
 /// Puts bytes in the place of a file, or where there is none; or leaves all as it was.
-bool replace(const QByteArray &path, const QByteArray &bytes)
+bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew)
 {
     std::error_code error;
     fs::path end = path.toStdString(); // of the links, which may lead to what is not there yet
@@ -76,7 +76,7 @@ bool replace(const QByteArray &path, const QByteArray &bytes)
     if (file < 0)
         return false;
     bool isDone = ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size()
-        && (old.st_mode == 0 || ::fchmod(file, old.st_mode & 07777U) == 0) && ::fsync(file) == 0;
+        && ::fchmod(file, old.st_mode != 0 ? old.st_mode & 07777U : whenNew) == 0 && ::fsync(file) == 0;
     isDone = ::close(file) == 0 && isDone;
     // A QSettings notices by size and time, in milliseconds, that a file is no longer what it read.
     const fs::file_time_type earliest = fs::last_write_time(target, error) + 1ms; // long ago when there is none
@@ -179,7 +179,7 @@ Content load(const QString &path, bool isUtf8)
     return content;
 }
 
-bool change(const QString &path, const Changes &changes)
+bool change(const QString &path, const Changes &changes, mode_t whenNew)
 {
     const QByteArray name = QFile::encodeName(path);
     if (changes.isEmpty() || name.isEmpty() || name.contains('\0'))
@@ -197,7 +197,7 @@ bool change(const QString &path, const Changes &changes)
     if (!turn.isOurs() || (!old.isRead() && old.state != FileContent::State::missing))
         return false;
     const QByteArray bytes = Content(old.bytes).with(changes);
-    return bytes == old.bytes || (bytes.size() <= kMaxSize && turn.isOurs() && replace(name, bytes));
+    return bytes == old.bytes || (bytes.size() <= kMaxSize && turn.isOurs() && replace(name, bytes, whenNew));
 }
 
 Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral(".lock")))

@@ -4,9 +4,14 @@
 
 #include <QByteArray>
 #include <QString>
+#include <sys/types.h>
 
 /// The INI files that the stores of this library stand on. Callable from any thread.
 namespace ini {
+
+/// Permissions of a new file: of what the user keeps, and of what lies in the application, which all users share.
+inline constexpr mode_t kForOwner = 0600;
+inline constexpr mode_t kForAll = 0644;
 
 /// Whether a file can be read: a regular one of at most 16 MiB. Opening a FIFO would wait for a writer.
 [[nodiscard]] bool isSound(const QString &path);
@@ -14,9 +19,9 @@ namespace ini {
 /// did not change lately are kept, and not read again until stat() shows that they did.
 [[nodiscard]] Content load(const QString &path, bool isUtf8 = false);
 /// Sets values in the file, which is replaced as a whole or not at all; what others write at the same moment is kept
-/// (Turn). Creates a missing file, readable by its owner alone, and its folders. Whether the values stand there now;
-/// false, and nothing is changed, when the file is not sound, would exceed 16 MiB, or cannot be read or written.
-bool change(const QString &path, const Changes &changes);
+/// (Turn). Creates a missing file with these permissions, and its folders. Whether the values stand there now; false,
+/// and nothing is changed, when the file is not sound, would exceed 16 MiB, or cannot be read or written.
+bool change(const QString &path, const Changes &changes, mode_t whenNew = kForOwner);
 
 /// A writer's turn at a file: its lock file, which QSettings makes and heeds too, in all processes and threads. Waits
 /// at most five seconds, since a process that is stopped in its turn must not stop all others; not at all for a lock of

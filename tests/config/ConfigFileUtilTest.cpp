@@ -50,6 +50,7 @@ TEST_F(ConfigFiles, KeysStayInTheirFile)
     U::SetCfgdataFileValueIntUser("", 5);
     EXPECT_FALSE(fs::exists(m_bundle / "support") || fs::exists(m_bundled + ".user")) << "nothing to create";
     U::SetCfgdataFileValueIntUser("account/account", 13);
+    EXPECT_EQ(fs::status(m_bundled + ".user").permissions(), fs::perms(0644)) << "for all users of the application";
     EXPECT_EQ(U::GetCfgdataFileValueIntUser("account/account", 1), 13);
     EXPECT_EQ(test::readFile(m_bundled), bundled);
 

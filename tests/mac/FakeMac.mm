@@ -108,12 +108,6 @@ FakeMac &fakeMac()
 // For the library, which hides what it does not say is its own.
 #pragma GCC visibility push(default)
 
-/// What the runtime and the class libraries keep for the life of the process.
-extern "C" const char *__lsan_default_suppressions()
-{
-    return "leak:libobjc.so\nleak:libgnustep-base.so\nleak:libgnustep-gui.so\n";
-}
-
 // Foundation
 
 /// NSString, fileSystemRepresentation; Technical Q&A QA1173, "Text Encodings in VFS": names that the system gives out
