@@ -1,23 +1,58 @@
 #include "runtime/CCmdLineParser.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <set>
+#include <string_view>
 
 namespace {
 
-/// Whatever the line, walking over its switches ends, and each has a name of its own.
+constexpr auto npos = std::wstring_view::npos;
+
+/// The grammar once more, in the plainest way.
+CCmdLineParser::KeyValues switchesOf(std::wstring_view rest, bool matchCase)
+{
+    CCmdLineParser::KeyValues switches;
+    const auto cut = [&rest](std::size_t end) {
+        const std::wstring_view head = rest.substr(0, end);
+        rest.remove_prefix(end == npos ? rest.size() : end + 1);
+        return QString::fromWCharArray(head.data(), static_cast<int>(head.size()));
+    };
+    while (rest.find_first_of(L"-/") != npos) {
+        cut(rest.find_first_of(L"-/"));
+        const std::size_t separator = rest.find_first_of(L" :=");
+        const bool hasValue = separator != npos && rest[separator] != L' ' && separator + 1 < rest.size();
+        const QString key = cut(separator);
+        QString value;
+        if (hasValue && rest[0] == L'"') {
+            cut(0);
+            value = cut(rest.find(L'"'));
+        } else if (hasValue) {
+            value = cut(rest.find(L' '));
+        }
+        if (!key.isEmpty())
+            switches.try_emplace(matchCase ? key : key.toLower(), value);
+    }
+    return switches;
+}
+
+/// Whatever the line, the parser finds what the plain grammar does, and nothing else.
 void check(const std::wstring &line, bool matchCase)
 {
     const CCmdLineParser parser(line.c_str(), matchCase);
-    std::set<QString> keys;
-    QString key;
-    QString value;
-    for (auto it = parser.getFirst(); !parser.isLast(it);) {
-        parser.getNext(it, key, value);
-        if (key.isEmpty() || !keys.insert(key).second || !parser.HasKey(key.toStdWString().c_str()))
+    auto it = parser.getFirst();
+    std::wstring valid(line, 0, line.find(L'\0'));
+    std::replace_if(
+        valid.begin(), valid.end(), [](wchar_t c) { return c > 0x10FFFF; }, L'\uFFFD');
+    for (const auto &[key, value] : switchesOf(valid, matchCase)) {
+        QString parsedKey;
+        QString parsedValue;
+        parser.getNext(it, parsedKey, parsedValue);
+        if (parsedKey != key || parsedValue != value)
             std::abort();
     }
+    if (!parser.isLast(it))
+        std::abort();
 }
 
 } // namespace

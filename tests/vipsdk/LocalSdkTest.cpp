@@ -126,6 +126,8 @@ TEST_F(LocalSdk, SessionAndAccountEnd)
     wchar_t *certificate = nullptr;
     EXPECT_TRUE(!core.LogoutForever(&result) && result == 4572013);
     EXPECT_FALSE(core.GetUserCertificate(&certificate) || core.SetUserInfo(nullptr, L"t", nullptr, nullptr));
+    EXPECT_TRUE(setUserInfo({L'n', wchar_t(0xD83D)}));
+    EXPECT_EQ(userInfo().find(L"\\ud83d"), std::wstring::npos) << "half a character, which not every reader takes";
     EXPECT_TRUE(setUserInfo(L"\U0001F600"));
     EXPECT_FALSE(setUserInfo(std::wstring(17 << 20, L'n'))) << "could not be read again";
     EXPECT_EQ(userInfo(),

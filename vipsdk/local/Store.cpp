@@ -52,9 +52,10 @@ QJsonObject toJson(const Session &session)
 
 std::optional<Session> toSession(const QJsonObject &object)
 {
-    Session session{object.value("open_id").toString(),  object.value("token").toString(),
-                    object.value("nickname").toString(), object.value("avatar").toString(),
-                    object.value("email").toString(),    object.value("register_from").toInt()};
+    // Half a character, which a file may hold, would make other readers of the user's information refuse all of it.
+    const auto text = [&object](const char *key) { return QString::fromUtf8(object.value(key).toString().toUtf8()); };
+    Session session{text("open_id"), text("token"), text("nickname"),
+                    text("avatar"),  text("email"), object.value("register_from").toInt()};
     if (session.openId.isEmpty() || session.token.isEmpty())
         return std::nullopt;
     return session;
