@@ -123,10 +123,7 @@ ANSWER(-(NSString *)description,
 @end
 
 /// As on macOS the environment names the user's home; GNUstep asks the user database.
-extern "C" NSString *NSHomeDirectoryForUser(NSString *)
-{
-    return textOf(homeFolder());
-}
+ANSWER(extern "C" NSString *NSHomeDirectoryForUser(NSString *), textOf(homeFolder()))
 
 /// "NSSearchPathForDirectoriesInDomains": a list, in the order in which to look.
 extern "C" NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory directory, NSSearchPathDomainMask domain,
@@ -218,16 +215,8 @@ ANSWER(-(NSDictionary *)infoDictionary,
     return [[[ScopedUrl alloc] initFileURLWithPath:textOf(bytes.substr(std::strlen(kBookmark)))] autorelease];
 }
 
-- (BOOL)startAccessingSecurityScopedResource
-{
-    ask("start ", utf8Of([self path]));
-    return !fakeMac().deniesAccess;
-}
-
-- (void)stopAccessingSecurityScopedResource
-{
-    ask("stop ", utf8Of([self path]));
-}
+ANSWER(-(BOOL)startAccessingSecurityScopedResource, (ask("start ", utf8Of([self path])), !fakeMac().deniesAccess))
+ANSWER(-(void)stopAccessingSecurityScopedResource, ask("stop ", utf8Of([self path])))
 @end
 
 // AppKit
@@ -281,11 +270,7 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
         [all addObject:[FakeApplication of:application]];
     return all;
 }
-- (BOOL)openURL:(NSURL *)url
-{
-    ask("open ", utf8Of([url absoluteString]));
-    return fakeMac().opensUrls;
-}
+ANSWER(-(BOOL)openURL : (NSURL *)url, (ask("open ", utf8Of([url absoluteString])), fakeMac().opensUrls))
 - (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)identifier
 {
     const Lines &all = fakeMac().installedApplications;
@@ -324,11 +309,7 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
 @implementation StandIn
 ANSWER(-(NSString *)path, nil)
 ANSWER(-(NSRect)frame, NSMakeRect(7, 8, fakeMac().screen.width, fakeMac().screen.height))
-- (NSInteger)runModal
-{
-    ask("run");
-    return fakeMac().panelResponse;
-}
+ANSWER(-(NSInteger)runModal, (ask("run"), fakeMac().panelResponse))
 SETTER(setDirectoryURL, NSURL *, "panel in ", utf8Of([value path]))
 SETTER(setPrompt, NSString *, "prompt=", utf8Of(value))
 SETTER(setAllowsMultipleSelection, BOOL, "multiple=", int{value})
@@ -427,16 +408,9 @@ std::uint64_t mach_absolute_time()
     return fakeMac().ticks ? fakeMac().ticks : static_cast<std::uint64_t>(now);
 }
 
-int mach_timebase_info(mach_timebase_info_data_t *info)
-{
-    *info = {125, fakeMac().timebaseDenominator};
-    return 0;
-}
-
-double CGEventSourceSecondsSinceLastEventType(CGEventSourceStateID state, CGEventType type)
-{
-    return state == kCGEventSourceStateHIDSystemState && type == kCGAnyInputEventType ? 1.5 : 0.0;
-}
+ANSWER(int mach_timebase_info(mach_timebase_info_data_t *info), (*info = {125, fakeMac().timebaseDenominator}, 0))
+ANSWER(double CGEventSourceSecondsSinceLastEventType(CGEventSourceStateID state, CGEventType type),
+       state == kCGEventSourceStateHIDSystemState && type == kCGAnyInputEventType ? 1.5 : 0.0)
 
 SCNetworkReachabilityRef SCNetworkReachabilityCreateWithAddress(CFAllocatorRef, const sockaddr *address)
 {
@@ -448,11 +422,8 @@ SCNetworkReachabilityRef SCNetworkReachabilityCreateWithAddress(CFAllocatorRef, 
     return reinterpret_cast<SCNetworkReachabilityRef>(&target);
 }
 
-Boolean SCNetworkReachabilityGetFlags(SCNetworkReachabilityRef, SCNetworkReachabilityFlags *flags)
-{
-    *flags = fakeMac().reachability;
-    return !fakeMac().reachabilityUnknown;
-}
+ANSWER(Boolean SCNetworkReachabilityGetFlags(SCNetworkReachabilityRef, SCNetworkReachabilityFlags *flags),
+       (*flags = fakeMac().reachability, !fakeMac().reachabilityUnknown))
 
 void CFRelease(CFTypeRef object)
 {
