@@ -6,7 +6,6 @@
 #include <QSize>
 #include <QStringList>
 #include <algorithm>
-#include <cctype>
 
 namespace ini {
 
@@ -22,6 +21,7 @@ constexpr View kSpaces = " \t\n\v\f\r";
 constexpr View kCodes = "abfnrtv\"\\?'"; // behind a backslash
 constexpr View kMeanings = "\a\b\f\n\r\t\v\"\\?'";
 constexpr std::size_t kWritten = 9; // of them; the others are only read
+constexpr int kMaxParts = 1 << 16; // each takes some ninety bytes of memory
 
 View viewOf(const QByteArray &bytes)
 {
@@ -104,14 +104,12 @@ QByteArray encodedName(const QString &name)
 {
     QByteArray result;
     for (const QChar c : name) {
-        const ushort code = c.unicode();
-        if (code < 0x80 && (std::isalnum(code) != 0 || has("_-.", static_cast<char>(code))))
-            result += static_cast<char>(code);
-        else if (code == '/')
+        if (c == QLatin1Char('/'))
             result += '\\';
+        else if (c.unicode() <= 0xFF)
+            result += QByteArray(1, c.toLatin1()).toPercentEncoding({}, "~");
         else
-            result += (code <= 0xFF ? "%" : "%U")
-                + QByteArray::number(code, 16).toUpper().rightJustified(code <= 0xFF ? 2 : 4, '0');
+            result += "%U" + QByteArray::number(c.unicode(), 16).toUpper().rightJustified(4, '0');
     }
     return result;
 }
@@ -119,26 +117,19 @@ QByteArray encodedName(const QString &name)
 /// What keys of a section begin with: nothing, or its name and "/".
 QString sectionOf(View header)
 {
-    const auto isGeneral = [&header](std::size_t begin) {
-        return header.size() == begin + 7 && qstrnicmp(header.data() + begin, "general", 7) == 0;
-    };
-    if (isGeneral(0))
+    const std::size_t mark = header.substr(0, 1) == "%" ? 1 : 0;
+    const bool isGeneral = header.size() == mark + 7 && qstrnicmp(header.data() + mark, "general", 7) == 0;
+    if (isGeneral && mark == 0)
         return {};
-    if (isGeneral(1) && header.front() == '%')
-        header.remove_prefix(1);
-    return decodedName(header) + QLatin1Char('/');
+    return decodedName(header.substr(isGeneral ? mark : 0)) + QLatin1Char('/');
 }
 
 QByteArray headerOf(const QString &section)
 {
     if (section.isEmpty())
         return "[General]";
-    QByteArray name = encodedName(section.chopped(1));
-    if (name == "General")
-        name.prepend('%');
-    else if (name.toLower() == "general")
-        name.replace(0, 1, "%" + name.left(1).toHex());
-    return '[' + name + ']';
+    const QByteArray name = encodedName(section.chopped(1));
+    return '[' + (name.toLower() == "general" ? '%' + name : name) + ']';
 }
 
 /// Walks through the lines that are not empty and no comments, as QSettings cuts them: line ends within quotes and
@@ -230,7 +221,7 @@ QString takeEscape(View raw, std::size_t &at)
     return {};
 }
 
-/// The parts of a value, which end at commas outside of quotes; one if it is no list.
+/// The parts of a value, which end at commas outside of quotes; one if it is no list, or too long for one.
 QStringList partsOf(View raw, bool isUtf8, bool isList = true)
 {
     QStringList parts;
@@ -257,15 +248,18 @@ QStringList partsOf(View raw, bool isUtf8, bool isList = true)
             at = isQuoted || !isList ? at : skip(raw, kBlanks, at);
             kept = text.size();
         } else if (c == ',' && isList && !isQuoted) {
+            if (parts.size() == kMaxParts)
+                return partsOf(raw, isUtf8, false);
             endPart();
             at = skip(raw, kBlanks, at);
             kept = 0;
         } else {
-            const std::size_t end = find(raw, "\\\",", at);
-            const int size = static_cast<int>(end - at + 1);
-            const char *run = raw.data() + at - 1;
-            text += isUtf8 ? QString::fromUtf8(run, size) : QString::fromLatin1(run, size);
-            at = end;
+            const View run = raw.substr(at - 1, find(raw, "\\\",", at) - at + 1);
+            if (isUtf8)
+                text += QString::fromUtf8(run.data(), static_cast<int>(run.size()));
+            else
+                text += QLatin1String(run.data(), static_cast<int>(run.size()));
+            at += run.size() - 1;
             kept = isQuoted || (wasQuoted && isList) ? text.size() : kept;
         }
     }
@@ -386,6 +380,8 @@ Content::Content(QByteArray bytes, bool isUtf8)
 
 void Content::makeIndex()
 {
+    if (m_index)
+        return;
     QHash<QString, View> index;
     for (Line line(viewOf(m_bytes)); line.next();) {
         if (const QString key = line.key(); !key.isEmpty())
@@ -397,12 +393,11 @@ void Content::makeIndex()
 std::optional<View> Content::find(const QString &key) const
 {
     const QString wanted = normalized(key);
-    std::optional<View> found;
     if (m_index) {
-        if (const auto value = m_index->constFind(wanted); value != m_index->constEnd())
-            found = *value;
-        return found;
+        const auto found = m_index->constFind(wanted);
+        return found == m_index->constEnd() ? std::nullopt : std::optional(*found);
     }
+    std::optional<View> found;
     for (Line line(viewOf(m_bytes)); !wanted.isEmpty() && line.next();) {
         if (wanted.startsWith(line.section) && line.key() == wanted)
             found = line.value;
@@ -486,28 +481,27 @@ QByteArray Content::with(const Changes &changes) const
 
     const QByteArray lineEnd = m_bytes.contains("\r\n") ? "\r\n" : "\n";
     QMap<std::size_t, Edit> edits; // by place
-    QMap<QString, QByteArray> newSections;
+    QMap<QString, QByteArray> added; // by section, a line end in front of each line
     for (auto change = changes.begin(); change != changes.end(); ++change) {
         const QString section = sectionIn(change.key());
-        const QByteArray text = encodedName(change.key().mid(section.size())) + '=' + *change;
-        if (const auto found = old.constFind(change.key()); found != old.constEnd()) {
-            Edit &edit = edits[static_cast<std::size_t>(found->data() - bytes.data())];
-            edit.size = found->size();
-            edit.text.prepend(*change); // to what may be added behind an empty value
-        } else if (ends[section] != nowhere)
-            edits[ends[section]].text += lineEnd + text;
+        if (const auto found = old.constFind(change.key()); found != old.constEnd())
+            edits[static_cast<std::size_t>(found->data() - bytes.data())] = {found->size(), *change};
         else
-            newSections[section] += text + lineEnd;
+            added[section] += lineEnd + encodedName(change.key().mid(section.size())) + '=' + *change;
     }
-    QByteArray added;
-    if (!newSections.isEmpty() && end > startOf(bytes))
-        added = has(kLineEnds, bytes[end - 1]) ? lineEnd : lineEnd + lineEnd;
-    for (auto section = newSections.begin(); section != newSections.end(); ++section)
-        added +=
-            (section == newSections.begin() ? QByteArray() : lineEnd) + headerOf(section.key()) + lineEnd + *section;
-    if (!newSections.isEmpty() && end < bytes.size() && !line.isHeader)
-        added += lineEnd + headerOf(line.section) + lineEnd;
-    edits[end].text += added;
+    QByteArray sections;
+    for (auto lines = added.begin(); lines != added.end(); ++lines) {
+        if (ends[lines.key()] != nowhere) {
+            edits[ends[lines.key()]].text += *lines; // or behind an empty value
+            continue;
+        }
+        if (!sections.isEmpty() || end > startOf(bytes))
+            sections += !sections.isEmpty() || has(kLineEnds, bytes[end - 1]) ? lineEnd : lineEnd + lineEnd;
+        sections += headerOf(lines.key()) + *lines + lineEnd;
+    }
+    if (!sections.isEmpty() && end < bytes.size() && !line.isHeader)
+        sections += lineEnd + headerOf(line.section) + lineEnd;
+    edits[end].text += sections;
 
     QByteArray result;
     std::size_t done = 0;

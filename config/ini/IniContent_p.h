@@ -29,14 +29,17 @@ struct Entry
 /// `isUtf8`.
 ///
 /// Any bytes will do. A serialized value ("@Variant(...)", "@DateTime(...)") is not unpacked, since what it claims to
-/// hold may end the process: it reads as absent, and that is its matter alone. To find a value takes a walk through the
-/// file, and no memory. Const members may be called from any thread.
+/// hold may end the process: it reads as absent, and that is its matter alone. A list of more than 65,537 parts is a
+/// text. To find a value takes a walk through the file, and up to six times the memory of the value and of the longest
+/// name. Const members may be called from any thread.
 class Content
 {
 public:
     explicit Content(QByteArray bytes = {}, bool isUtf8 = false);
 
-    /// Finds values at once from now on; takes some ten times the memory of the file.
+    [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
+
+    /// Finds values at once from now on, without a walk; takes some ten times the memory of the file.
     void makeIndex();
 
     /// Whether there is a value of this key, be it one that is not unpacked.

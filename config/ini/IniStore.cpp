@@ -39,27 +39,39 @@ constexpr int kMaxKeptFiles = 16;
 constexpr int kMaxKeptSize = 64 << 10;
 constexpr std::time_t kSettled = 2; // seconds; the coarsest clock of a file system
 
+using Status = struct stat;
+
 FileContent find(const QByteArray &name)
 {
     return readRegularFile(name.toStdString(), kMaxSize);
 }
 
 /// A file that was read, and what stat() said before. Whatever changes a file gives it a time that is not before the
-/// change, of whole seconds in the worst case. Only files are kept that had not changed for longer than that when they
-/// were read; so a change since then shows, be it of the same size and within the same second as another.
+/// change, of whole seconds in the worst case. What stat() said is relied on only if the file had not changed for
+/// longer than that when it was read; so a change since then shows, be it of the same size and within the same second
+/// as another. Of a file that changed lately the bytes are compared, which saves the walk through it.
 struct Kept
 {
-    [[nodiscard]] bool isOf(const struct stat &now) const
+    [[nodiscard]] bool isOf(const Status &now) const
     {
-        return now.st_dev == status.st_dev && now.st_ino == status.st_ino && now.st_size == status.st_size
+        return isSettled && now.st_dev == status.st_dev && now.st_ino == status.st_ino && now.st_size == status.st_size
             && now.st_mtime == status.st_mtime && now.st_ctime == status.st_ctime;
     }
 
-    struct stat status;
+    bool isSettled = false;
+    Status status{};
     Content content;
 };
 
-/// Puts bytes in the place of a file, or where there is none; or leaves all as it was.
+/// Whether the file still has a name: nobody took it for one that was left behind, and removed it.
+bool isNamed(int file)
+{
+    Status status{};
+    return ::fstat(file, &status) == 0 && status.st_nlink > 0;
+}
+
+/// Puts bytes in the place of a file, or where there is none; or leaves all as it was. The new file has one name for
+/// each by which the store goes, and is made in its turn: what a killed writer left, the next one removes.
 bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew)
 {
     std::error_code error;
@@ -67,24 +79,24 @@ bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew)
     for (int i = 0; i < kMaxLinks && fs::is_symlink(end, error); ++i)
         end = end.parent_path() / fs::read_symlink(end, error);
     const std::string target = end.string();
-    struct stat old
-    {
-    };
+    Status old{};
     ::stat(target.c_str(), &old);
-    std::string name = target + ".XXXXXX";
-    const int file = ::mkstemp(name.data()); // for the owner alone
+    const auto number = static_cast<uint>(std::hash<std::string>{}(path.toStdString()));
+    const std::string name = target + '.' + QByteArray::number(number, 36).toStdString();
+    ::unlink(name.c_str());
+    const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kForOwner);
     if (file < 0)
         return false;
-    bool isDone = ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size()
-        && ::fchmod(file, old.st_mode != 0 ? old.st_mode & 07777U : whenNew) == 0 && ::fsync(file) == 0;
-    isDone = ::close(file) == 0 && isDone;
     // A QSettings notices by size and time, in milliseconds, that a file is no longer what it read.
     const fs::file_time_type earliest = fs::last_write_time(target, error) + 1ms; // long ago when there is none
+    bool isDone = ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size();
     fs::last_write_time(name, std::max(fs::file_time_type::clock::now(), earliest), error);
-    if (isDone && ::rename(name.c_str(), target.c_str()) == 0)
-        return true;
-    ::unlink(name.c_str());
-    return false;
+    isDone = isDone && ::fchmod(file, old.st_mode != 0 ? old.st_mode & 07777U : whenNew) == 0 && ::fsync(file) == 0
+        && isNamed(file) && ::rename(name.c_str(), target.c_str()) == 0;
+    ::close(file);
+    if (!isDone)
+        ::unlink(name.c_str());
+    return isDone;
 }
 
 /// The name by which a QLockFile knows this process; to it, a lock of a process of another name is left behind.
@@ -113,26 +125,13 @@ bool isOfTheDead(const QByteArray &owner)
         && errno == ESRCH;
 }
 
-/// Whether the file still has a name: nobody took it for a lock that was left behind, and removed it.
-bool isNamed(int file)
-{
-    struct stat status
-    {
-    };
-    return ::fstat(file, &status) == 0 && status.st_nlink > 0;
-}
-
 /// A lock file without an owner, who would have it locked. One who has not signed it yet, is about to remove it (a
 /// QLockFile unlocks first), or is on another machine, may not have, and is given time. It is not removed, since the
 /// one that would be removed may be the next owner's.
 int openForgotten(const QByteArray &path)
 {
-    struct stat opened
-    {
-    };
-    struct stat now
-    {
-    };
+    Status opened{};
+    Status now{};
     const int lock = ::open(path.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (lock < 0)
         return lock;
@@ -158,25 +157,29 @@ Content load(const QString &path, bool isUtf8)
     static auto &mutex = *new std::mutex; // both outlive every static that reads
     static auto &kept = *new QHash<QString, Kept>;
     const QByteArray name = QFile::encodeName(path);
-    struct stat now
-    {
-    };
-    const bool canBeKept = !isUtf8 && ::stat(name.constData(), &now) == 0 && now.st_size <= kMaxKeptSize;
+    const std::time_t begin = std::time(nullptr);
+    Status now{};
+    const bool canBeKept = !isUtf8 && ::stat(name.constData(), &now) == 0;
     if (canBeKept) {
         const std::lock_guard<std::mutex> lock(mutex);
         if (const auto found = kept.constFind(path); found != kept.constEnd() && found->isOf(now))
             return found->content;
     }
     const FileContent file = find(name);
-    Content content(file.bytes, isUtf8);
-    if (canBeKept && file.isRead() && std::time(nullptr) - std::max(now.st_mtime, now.st_ctime) > kSettled) {
-        content.makeIndex();
-        const std::lock_guard<std::mutex> lock(mutex);
-        if (kept.size() >= kMaxKeptFiles)
-            kept.clear();
-        kept[path] = {now, content};
-    }
-    return content;
+    if (!canBeKept || !file.isRead() || file.bytes.size() > kMaxKeptSize)
+        return Content(file.bytes, isUtf8);
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (kept.size() >= kMaxKeptFiles && !kept.contains(path))
+        kept.clear();
+    Kept &entry = kept[path];
+    const bool isSame = entry.content.bytes() == file.bytes;
+    if (!isSame)
+        entry.content = Content(file.bytes);
+    entry.isSettled = begin - std::max(now.st_mtime, now.st_ctime) > kSettled;
+    entry.status = now;
+    if (isSame || entry.isSettled)
+        entry.content.makeIndex(); // it is asked for more often than it changes
+    return entry.content;
 }
 
 bool change(const QString &path, const Changes &changes, mode_t whenNew)
@@ -184,9 +187,7 @@ bool change(const QString &path, const Changes &changes, mode_t whenNew)
     const QByteArray name = QFile::encodeName(path);
     if (changes.isEmpty() || name.isEmpty() || name.contains('\0'))
         return changes.isEmpty();
-    struct stat status
-    {
-    };
+    Status status{};
     const bool isThere = ::stat(name.constData(), &status) == 0;
     if (isThere ? !S_ISREG(status.st_mode) || ::access(name.constData(), W_OK) != 0 : errno != ENOENT)
         return false; // and nothing is made beside it
@@ -203,9 +204,7 @@ bool change(const QString &path, const Changes &changes, mode_t whenNew)
 Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral(".lock")))
 {
     const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
-    struct stat status
-    {
-    };
+    Status status{};
     while (m_lock < 0) {
         m_lock = ::open(m_path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (m_lock >= 0) {

@@ -15,17 +15,20 @@ inline constexpr mode_t kForAll = 0644;
 
 /// Whether a file can be read: a regular one of at most 16 MiB. Opening a FIFO would wait for a writer.
 [[nodiscard]] bool isSound(const QString &path);
-/// The file as it is on the disk now; an empty one for what is missing, not sound or cannot be read. Small files that
-/// did not change lately are kept, and not read again until stat() shows that they did.
+/// The file as it is on the disk now; an empty one for what is missing, not sound or cannot be read. Small files are
+/// kept: one that did not change lately is not read again until stat() shows that it did, others are read and compared.
 [[nodiscard]] Content load(const QString &path, bool isUtf8 = false);
 /// Sets values in the file, which is replaced as a whole or not at all; what others write at the same moment is kept
 /// (Turn). Creates a missing file with these permissions, and its folders. Whether the values stand there now; false,
 /// and nothing is changed, when the file is not sound, would exceed 16 MiB, or cannot be read or written.
+///
+/// The new file is made beside the old one, with a name that always is the same for a store; what lies in its place is
+/// removed, and nothing is written where that is a folder. A writer that is killed leaves it to the next one.
 bool change(const QString &path, const Changes &changes, mode_t whenNew = kForOwner);
 
 /// A writer's turn at a file: its lock file, which QSettings makes and heeds too, in all processes and threads. Waits
 /// at most five seconds, since a process that is stopped in its turn must not stop all others; not at all for a lock of
-/// a process that has ended, two seconds for one without a name or of another machine that nobody holds.
+/// a process that has ended, two seconds for any other that nobody holds.
 class Turn
 {
 public:

@@ -6,6 +6,7 @@
 
 #include <QPoint>
 #include <QSettings>
+#include <csignal>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -155,7 +156,7 @@ TEST(IniStore, NoRewriteIsMissed)
         EXPECT_EQ(ini::load(q(path)).value("k"), QString::number(value));
     };
     for (int i = 0; i < 100; ++i)
-        rewrite(i % 10);
+        rewrite(i / 2 % 10);
     struct stat status
     {
     };
@@ -184,17 +185,42 @@ TEST(IniStore, EveryWriteHasATimeOfItsOwn)
     EXPECT_EQ(settings.value("k"), "3") << "it tells by size and time that there is something new";
 }
 
+TEST(IniStore, KilledWritersLeaveNothingForGood)
+{
+    const test::TempDir dir;
+    const std::string path = dir / "store.ini";
+    const pid_t writer = ::fork();
+    for (int i = 0; writer == 0; ++i)
+        ini::change(q(path), {{"k", QByteArray(1 << 20, static_cast<char>('0' + i % 10))}});
+    std::string left;
+    EXPECT_TRUE(test::eventually([&] {
+        for (fs::directory_iterator entry(dir.path()), end; left.empty() && entry != end; ++entry)
+            left = entry->path() == path || entry->path() == path + ".lock" ? "" : entry->path().string();
+        return !left.empty();
+    }));
+    ASSERT_TRUE(::kill(writer, SIGKILL) == 0 && ::waitpid(writer, nullptr, 0) == writer);
+    const std::function<void()> rows[] = {[&] { test::writeFile(left, "[General]\nk="); },
+                                          [&] { fs::create_symlink(path, left); },
+                                          [&] { ASSERT_EQ(::mkfifo(left.c_str(), 0600), 0); }};
+    for (const auto &put : rows) {
+        fs::remove(left);
+        put();
+        EXPECT_TRUE(ini::change(q(path), {{"k", "1"}}));
+        EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), {}), 1);
+        EXPECT_TRUE(ini::change(q(path), {{"k", "0"}}));
+    }
+    fs::create_directory(left);
+    EXPECT_FALSE(ini::change(q(path), {{"k", "1"}}));
+    EXPECT_EQ(test::readFile(path), "[General]\nk=0\n");
+}
+
 TEST(IniStore, LocksThatNobodyHoldsEnd)
 {
-    const std::pair<const char *, const char *> rows[] = {
-        {"dead", "2147483647\nprogram\n"}, {"cut short", ""}, {"another machine", "1\nprogram\nelsewhere\n"}};
     const test::TempDir dir;
-    for (const auto &[name, owner] : rows) {
-        const std::string path = dir / name;
-        const std::string rest = std::string(name) == "dead" ? QSysInfo::machineHostName().toStdString() + "\n" : "";
-        test::writeFile(path + ".lock", owner + rest);
-        EXPECT_TRUE(ini::change(q(path), {{"k", "1"}})) << name;
-        EXPECT_FALSE(fs::exists(path + ".lock")) << name;
+    for (const char *owner : {"", "1\nprogram\nelsewhere\n"}) {
+        test::writeFile(dir / "x.lock", owner);
+        EXPECT_TRUE(ini::change(q(dir / "x"), {{"k", owner}})) << owner;
+        EXPECT_FALSE(fs::exists(dir / "x.lock")) << owner;
     }
     fs::create_directory(dir / "folder.lock");
     EXPECT_FALSE(ini::change(q(dir / "folder"), {{"k", "1"}}));

@@ -77,6 +77,7 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
     const std::string component = resources + "cfgdata/componentConfig.ini", config = data + "/config.ini";
     const std::string languages = resources + "cfgdata/language.json", accounts = data + "/../ondvipsdk/accounts.json";
     const std::string noVersion = ": unreadable, malformed, or without CFBundleShortVersionString";
+    const std::string host = QSysInfo::machineHostName().toStdString();
     std::string deep = "<plist>";
     for (int i = 0; i < 100'000; ++i)
         deep += "<dict>";
@@ -100,6 +101,8 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {log, kLoop, ": cannot be looked at (Too many levels of symbolic links)"},
         {component, kMissing, ": missing"},
         {component, "[product]\nproduct_edition=three\n", ":2: product/product_edition is no number"},
+        {component, "[product]\nis_help_enable=true\n", ":2: product/is_help_enable is no number"},
+        {data + "/reg/common.ini", "[product]\ntid1=abc\n", ":2: product/tid1 is no number"},
         {component, "[product]\n\nprodct_name=x\n", ":3: product/prodct_name is not a key that the library reads"},
         {component, "[product]\nproduct_name=\xfc\n", ": not in UTF-8"},
         {resources + "data/mainversion.ini", "[version]\ndate=@Variant(\\0)\n", ":2: version/date is a serialized value, which is not unpacked"},
@@ -112,6 +115,8 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {config, "[a]\nb\n", ":2: a line that is neither [section], KEY=VALUE nor ;comment"},
         {config + ".lock", kFolder, ": something that is no file lies in the place of a lock"},
         {config + ".lock", "", ": a lock that names nobody"},
+        {config + ".lock", "1\nprogram\nelsewhere\n", ": a lock of another machine, elsewhere"},
+        {data + "/reg/key.ini.lock", "2147483647\nprogram\n" + host + "\n", ": a lock of a program that has ended"},
         {data + "/reg", "", ": no folder"},
         {data + "/reg/a/key.ini", kPipe, ": no regular file"},
         {data + "/reg/common.ini", "[language]\ncurrent_language=xx\n", ": the language in use, \"xx\", is not one of the menu"},

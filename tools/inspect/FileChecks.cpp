@@ -23,6 +23,7 @@ namespace {
 constexpr int kMaxIniSize = 16 << 20;
 constexpr int kMaxLanguagesSize = 1 << 20;
 constexpr int kMaxLockSize = 4 << 10;
+constexpr auto kLongestTurn = std::chrono::seconds(5);
 constexpr int kMaxDocumentSize = 64 << 20;
 constexpr int kMaxFindings = 20; // of one kind in one file: a foreign file has thousands
 
@@ -226,6 +227,10 @@ void checkLock(const std::string &store, Checklist &list)
     else if (::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH)
         list.note(
             {"a lock of a program that has ended", "The next change removes it.", "Nothing needs to be done.", path});
+    else if (fs::file_time_type::clock::now() - fs::last_write_time(path, error) > kLongestTurn)
+        list.note(
+            {"a lock that " + program.toStdString() + ", process " + std::to_string(process) + ", does not give back",
+             "Changes are lost while it does not.", "End that program if it hangs.", path});
 }
 
 void checkStore(const std::string &path, Checklist &list)
@@ -251,16 +256,18 @@ void checkRegistry(Checklist &list)
     if (!isWritable(folder))
         list.problem(
             {"not writable", "Changes to the registry are lost.", "Give the user permission to write to it.", folder});
-    std::vector<std::string> keys;
+    std::set<std::string> keys;
     std::error_code error;
     for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        if (entry->path().extension() == ".ini")
-            keys.push_back(entry->path().string());
+        fs::path path = entry->path();
+        if (path.extension() == ".lock")
+            path.replace_extension(); // of a key that may not be there yet
+        if (path.extension() == ".ini")
+            keys.insert(path.string());
     }
     if (error)
         list.problem({"cannot be looked at (" + error.message() + ")", "Its values are lost.",
                       "Give the user permission to read it.", folder});
-    std::sort(keys.begin(), keys.end());
     for (const std::string &path : keys)
         checkStore(path, list);
 }
@@ -347,6 +354,7 @@ void checkStores(Checklist &list)
     for (const std::string &path :
          {paths->GetUserDataPath("config.ini"), paths->GetUserDataPath("config_count.ini"), overlay})
         checkStore(path, list);
+    checkLock(resource("ressrc/chs/upnest.svr"), list);
     if (!isWritable(fs::path(overlay).parent_path()))
         list.note({"its folder is not writable", "The choice of the account's product is lost.",
                    "Give the user permission to write to the folder.", overlay});
