@@ -54,7 +54,6 @@ struct MacReg::Store
     QString path;
     ini::Content content;
     ini::Changes changes; // not written yet
-    std::optional<QMap<QString, std::optional<QVariant>>> all; // of the content, for who asks for every value
 };
 
 MacReg::MacReg() = default;
@@ -91,7 +90,7 @@ bool MacReg::open(const QString &key, bool mustExist)
     if (type != S_IFREG && (mustExist || (type != 0 && type != S_IFDIR)))
         return false;
     const QString path = QString::fromStdString(name);
-    m_store = std::make_unique<Store>(Store{path, ini::load(path), {}, {}});
+    m_store = std::make_unique<Store>(Store{path, ini::load(path), {}});
     return true;
 }
 
@@ -103,8 +102,6 @@ QVariant MacReg::value(const QString &name, const QVariant &defaultValue) const
     const QString key = ini::normalized(name);
     if (const auto change = m_store->changes.constFind(key); change != m_store->changes.constEnd())
         return ini::read(*change).value_or(defaultValue);
-    if (m_store->all)
-        return m_store->all->value(key).value_or(defaultValue);
     return m_store->content.value(key, defaultValue);
 }
 
@@ -129,9 +126,8 @@ QStringList MacReg::names() const
     const QMutexLocker locker(&m_mutex);
     if (!m_store)
         return {};
-    if (!m_store->all)
-        m_store->all = m_store->content.values();
-    QStringList names = m_store->all->keys() + m_store->changes.keys();
+    m_store->content.makeIndex(); // for who asks for every value
+    QStringList names = m_store->content.values().keys() + m_store->changes.keys();
     names.sort();
     names.removeDuplicates();
     return names;
@@ -144,7 +140,6 @@ bool MacReg::sync()
         return false;
     flush();
     m_store->content = ini::load(m_store->path);
-    m_store->all.reset();
     return true;
 }
 
