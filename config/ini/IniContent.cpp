@@ -475,7 +475,8 @@ QByteArray Content::with(const Changes &changes) const
             old[key] = trimmed(line.value, kBlanks);
         if (line.isOpen && !isSet)
             end = line.begin;
-        else if (const auto section = ends.find(line.section); section != ends.end())
+        else if (const auto section = ends.find(line.section);
+                 section != ends.end() && !has(kLineEnds, bytes[line.end - 1])) // nor is a pair made of an escaped one
             *section = line.end;
     }
 

@@ -50,6 +50,7 @@ TEST(IniContent, OddFilesAreReadAsQSettingsDoesAndChangedInPlace)
         {"Latin-1 and noise", "[s\n\xFC=\xE9\n[s]\n\x01\nk=\xFC\n", "ü", "[s\n\xFC=\xE9\n[s]\n\x01\nk=9\n"},
         {"escaped name", "[%73]\n%6B=a\\x41\\n\\q\n", "aA\n", "[%73]\n%6B=9\n"},
         {"line goes on", "[s]\nk=a\\\r\nb\\", "ab", "[s]\nk=9"},
+        {"escaped line end in front", "[s]\nl=\\\r\r", "-", "[s]\nk=9\nl=\\\r\r"},
         {"open quotes in front", "[s]\nl=\"\nk=1\n", "-", "[s]\nk=9\nl=\"\nk=1\n"},
         {"open quotes without a section", "l=\"\n", "-", "[s]\nk=9\n\n[General]\nl=\"\n"},
         {"backslash at the end", "[r]\nl=1\\\n", "-", "[r]\n\n[s]\nk=9\n\n[r]\nl=1\\\n"},
