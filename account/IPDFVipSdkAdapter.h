@@ -41,7 +41,7 @@ public:
         std::wstring avatar; ///< address of the image
         QString avatar_text; ///< the same, for widgets
         QString email; ///< the address that the user logs in with
-        bool anonymous = false; ///< nobody is known: the open id is empty
+        bool anonymous = false; ///< nobody is known; kept for the interface, the adapters here leave it false
     };
 
     /// Told of changes to the user. Implemented by windows. Registering one does not pass on its ownership.

@@ -18,7 +18,7 @@ public:
     ///@}
 
     /// What the account service is told of the product, from key "common" of the emulated registry (MacReg), of which
-    /// nothing is created. What is missing there is 0 or empty.
+    /// only the folder is created. What is missing there is 0 or empty.
     struct ProductInfo
     {
         ///@{

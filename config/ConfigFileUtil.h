@@ -18,8 +18,11 @@
 /// nothing. A file that is missing, unreadable, not a regular file or larger than 16 MiB reads as if it had no key. A
 /// setter creates a missing file, with its folders; it leaves the other kinds alone. A stored text that is not an
 /// integer reads as 0. An integer that exceeds an int reads as its lower 32 bits. A value that QSettings would have to
-/// unpack ("@Variant(...)") reads as absent. Writing changes the key and leaves the rest of the file as it stands; it
-/// waits for others for at most five seconds.
+/// unpack ("@Variant(...)") reads as absent.
+///
+/// Writing changes the key and leaves the rest of the file as it stands. A new file takes the place of the old one,
+/// under a lock file beside it (its name + ".lock"), for which a writer waits at most five seconds: the folder must be
+/// writable. A file that was missing is then for the user alone (0600), the overlay for all to read (0644).
 class ONDPDFTOOLUTILS_EXPORT ConfigFileUtil
 {
 public:
@@ -59,7 +62,7 @@ public:
     static QString GetProductVersion();
 
     /// Whether the stores of this library read and write an INI file at all: a regular one of at most 16 MiB. What is
-    /// not sound counts as empty and is left as it is.
+    /// not sound counts as empty and is left as it is. False for a missing one, too.
     static bool IsSound(const QString &path);
     /// Visits what the stores read in an INI file, in its order, for tools that look for mistakes: the number of the
     /// line, the key and the value. The key is null for a line that the stores skip because it is neither [section],

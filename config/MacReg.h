@@ -19,7 +19,8 @@
 /// key after that. When two writers change different values of one key at the same moment, both changes stay, even if
 /// one writer uses QSettings; of two changes to one value the later one stays. The rest of the file stays as it is,
 /// comments and order included. A file that cannot be read or is larger than 16 MiB counts as empty; one that cannot be
-/// written keeps what it held.
+/// written, or not within five seconds because others write, keeps what it held: the changes are dropped, and a
+/// qWarning() says so. Writing is as ConfigFileUtil says.
 class ONDPDFTOOLUTILS_EXPORT MacReg
 {
 public:
@@ -30,7 +31,7 @@ public:
     MacReg &operator=(const MacReg &) = delete;
 
     /// Closes the open key, if any, and opens `key`, creating the folder "reg/" but not the key's file, which appears
-    /// with the first value written. A key may name a sub-folder ("software/x").
+    /// with the first value written. A key may name a sub-folder ("software/x"). A qInfo() names the file.
     ///
     /// False, with no key open, when `mustExist` is set and the key has no file; when the file would lie outside
     /// "reg/", be it through "..", an absolute path or a symbolic link; and when what is there is a device or a pipe.
@@ -45,8 +46,7 @@ public:
     [[nodiscard]] bool hasKey(const QString &name) const;
     /// The names of all values in the open key; none when no key is open.
     [[nodiscard]] QStringList names() const;
-    /// Writes what was changed and takes over what others have changed; takes at most five seconds. Changes that cannot
-    /// be written are dropped, and the application's log says so. False when no key is open.
+    /// Writes what was changed and takes over what others have changed. Whether a key is open.
     bool sync();
 
 private:

@@ -31,8 +31,9 @@ struct ProductInfo
 };
 
 /// Loads the record of one edition: from the emulated registry ("common", "product/..."), the bundle and its version
-/// file. The cooperation edition's numbers, and its ids, are those of the updater's server file where that has them
-/// (ProductInfoForCooperation). An edition number that is none of PDFEdition loads like the independent edition.
+/// file. The cooperation edition's numbers are those of the updater's server file where that has them, and its ids what
+/// ProductInfoForCooperation::GetUUID() makes of them, mostly empty. An edition number that is none of PDFEdition loads
+/// like the independent edition.
 class ONDPDFTOOLUTILS_EXPORT ProductInfoHelper
 {
 public:
@@ -96,8 +97,8 @@ public:
     /// Whole days.
     static unsigned int SecondToDays(unsigned int seconds);
     /// Writes "Common/TryNo" of the updater's server file ("ressrc/chs/upnest.svr" in the bundle's resources) and
-    /// leaves the rest of the file as it stands, and the record too. Creates a missing file; does nothing when it
-    /// cannot be written, or outside a bundle. User-interface thread.
+    /// leaves the rest of the file as it stands, and the record too; only the cooperation edition's next record has it.
+    /// Creates a missing file; does nothing when it cannot be written, or outside a bundle. User-interface thread.
     void SetTryNo(int value);
 
     /// @name The edition

@@ -5,7 +5,7 @@
 #include <QDateTime>
 
 /// What the emulated registry knows of the installation: the record's numbers, ids and install time, from key "common".
-/// Creates nothing. Callable from any thread.
+/// Creates the registry's folder only. Callable from any thread.
 [[nodiscard]] ProductInfo storedProductInfo();
 
 /// Calendar days, local time, from the installation to `now`, plus one: the day of installation is day 1. 0 for an

@@ -4,7 +4,7 @@
 #include <QMouseEvent>
 #include <QSettings>
 
-/// What Qt 5 and Qt 6 spell differently. Nothing else in the tree asks for the version.
+/// What Qt 5 and Qt 6 spell differently. Nothing else asks for the version, but for the check in Export.h.
 namespace qt {
 
 /// To be called before the application object: Qt 6 always draws at the screen's scale, Qt 5 when told.

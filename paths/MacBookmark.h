@@ -16,7 +16,7 @@
 /// as well.
 ///
 /// All static and callable from any thread. Paths are UTF-8. Nothing throws: a failure is false or an empty result, and
-/// a line in the system log.
+/// what the system refuses a line in the system log.
 class ONDPDFTOOLUTILS_EXPORT MacBookmark
 {
 public:

@@ -64,8 +64,8 @@ public:
     /// Whether the network can be used without a connection being made first.
     static bool checkNetworkAvailable();
 
-    /// The system's maximum size of a shared-memory segment in bytes, as a system command prints it; 0 when the command
-    /// cannot be started or prints nothing.
+    /// The system's maximum size of a shared-memory segment in bytes; 0 when the system does not tell. On macOS it is
+    /// what a system command prints.
     static std::uint64_t getSystemSharedMemorySize();
 };
 
