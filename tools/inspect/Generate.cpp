@@ -45,6 +45,11 @@ std::string joined(const std::vector<std::string> &words, const std::string &bet
     return line;
 }
 
+bool takesFiles(const CLI::App &command)
+{
+    return command.get_name() == "digest" || command.get_name() == "report";
+}
+
 /// Every word that may stand in the place of the first one.
 std::vector<std::string> firstWords(const CLI::App &app)
 {
@@ -113,6 +118,8 @@ std::string manPage(const CLI::App &app)
         std::string line = command->get_name();
         for (const CLI::Option *argument : argumentsOf(*command))
             line += argument->get_required() ? ' ' + argument->get_name() : " [" + argument->get_name() + ']';
+        if (command->get_prefix_command())
+            line += " COMMAND-LINE";
         addRow(out, line, command->get_description());
         for (const CLI::Option *argument : argumentsOf(*command))
             out << ".br\n\\fI" << roff(argument->get_name()) << "\\fR: " << roff(argument->get_description()) << '\n';
@@ -129,6 +136,11 @@ std::string manPage(const CLI::App &app)
     out << ".TE\n.SH ENVIRONMENT\n";
     addRow(out, "NO_COLOR", "No colours unless --color=always, when it is set and not empty.");
     addRow(out, "TERM", "No colours on a terminal called dumb.");
+    addRow(out, "QT_LOGGING_RULES", "default.info=true has the library tell its developers what it opens.");
+    addRow(out, "XDG_DATA_HOME", "Not on macOS: the folder of the user's data in place of ~/.local/share.");
+#ifdef OND_LOCAL_VIPSDK
+    addRow(out, "ONDVIPSDK_DATA_DIR", "The folder of the accounts on this machine, an absolute path.");
+#endif
     out << ".SH EXAMPLES\n";
     addRow(out, name + " doctor", "What is wrong with this installation, and how to mend it.");
     addRow(out, name + " --json locations switches", "Two sections, for a script.");
@@ -152,9 +164,8 @@ std::string bashCompletion(const CLI::App &app)
         << "    --generate) COMPREPLY=($(compgen -W 'man complete-bash complete-zsh complete-fish' -- \"$word\")); "
            "return ;;\n    esac\n    case $action in\n";
     for (const CLI::App *command : commandsOf(app)) {
-        out << "    " << command->get_name() << ") COMPREPLY=($(compgen "
-            << (command->get_name() == "digest" ? "-f " : "") << "-W '" << joined(switchesOf(*command), " ")
-            << "' -- \"$word\")) ;;\n";
+        out << "    " << command->get_name() << ") COMPREPLY=($(compgen " << (takesFiles(*command) ? "-f " : "")
+            << "-W '" << joined(switchesOf(*command), " ") << "' -- \"$word\")) ;;\n";
     }
     out << "    *) COMPREPLY=($(compgen -W '" << joined(firstWords(app), " ") << ' ' << joined(switchesOf(app), " ")
         << "' -- \"$word\")) ;;\n    esac\n}\ncomplete -F _pdforvell_inspect " << app.get_name() << '\n';
@@ -188,7 +199,7 @@ std::string zshCompletion(const CLI::App &app)
     for (const CLI::Option *option : optionsOf(app))
         out << "        " << zshOption(*option) << " \\\n";
     out << "        '*:: :->words' && return\n    [[ $state == words ]] || return\n"
-        << "    if (( CURRENT > 1 )) && [[ $words[1] == digest ]]; then\n        _files\n    else\n"
+        << "    if (( CURRENT > 1 )) && [[ $words[1] == (digest|report) ]]; then\n        _files\n    else\n"
         << "        _describe 'section or action' words\n    fi\n}\n\n"
         << "_pdforvell_inspect \"$@\"\n";
     return out.str();
@@ -219,7 +230,7 @@ std::string fishCompletion(const CLI::App &app)
                 << "' ";
         out << "-d " << quoted(option->get_description()) << '\n';
     }
-    out << begin << "-n '__fish_seen_subcommand_from digest' -F\n";
+    out << begin << "-n '__fish_seen_subcommand_from digest report' -F\n";
     return out.str();
 }
 
