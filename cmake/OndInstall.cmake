@@ -40,12 +40,15 @@ install(FILES "${PROJECT_BINARY_DIR}/ondpdftoolutils.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT development)
 
-# The programs answer nothing outside a bundle. Theirs holds links to the installed libraries, and a link leads into it.
+# The programs answer nothing outside a bundle. Theirs holds links to the installed libraries, and a script leads into it.
 cmake_path(APPEND CMAKE_INSTALL_LIBDIR ondpdftoolutils "${OND_BUNDLE_NAME}.app" Contents OUTPUT_VARIABLE contents)
 install(TARGETS pdforvell-inspect orvell-account RUNTIME DESTINATION "${contents}/MacOS" COMPONENT tools)
 install(FILES "${OND_BUNDLE_DIR}/Contents/Info.plist" DESTINATION "${contents}" COMPONENT tools)
 install(DIRECTORY "${OND_BUNDLE_DIR}/Contents/Resources" DESTINATION "${contents}" COMPONENT tools)
-set(links "${CMAKE_INSTALL_BINDIR}/pdforvell-inspect=${contents}/MacOS/pdforvell-inspect")
+file(RELATIVE_PATH OND_INSPECT_FROM_BIN "/${CMAKE_INSTALL_BINDIR}" "/${contents}/MacOS/pdforvell-inspect")
+configure_file("${CMAKE_CURRENT_LIST_DIR}/pdforvell-inspect.in" "${PROJECT_BINARY_DIR}/pdforvell-inspect" @ONLY)
+install(PROGRAMS "${PROJECT_BINARY_DIR}/pdforvell-inspect" DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
+set(links "")
 if(OND_VIPSDK_FILES)
   set(libraries ${OND_VIPSDK_FILES})
   list(TRANSFORM libraries REPLACE ".*/" "")

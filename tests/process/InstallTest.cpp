@@ -25,8 +25,11 @@ mkdir readme
     configure -S readme -B readme/build "-DCMAKE_CXX_FLAGS=$flags"
     "$cmake" --build readme/build
     readme/build/my_program
-    configure -S "$consumer" -B build "-DCMAKE_CXX_FLAGS=$flags"
+    configure -S "$consumer" -B build "-DCMAKE_CXX_FLAGS=$flags" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
     "$cmake" --build build
+    # What an analyser makes of it, which reads with clang's defaults.
+    sed -n 's|.*"command": "[^ ]* \(.*\) -o .* -c \(.*/main.cpp\)".*|clang++ -fsyntax-only \1 \2|p' build/compile_commands.json >analyse
+    sh -e analyse
 } >&2
 build/consumer
 export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}
@@ -35,9 +38,11 @@ eval "options=\$($(grep -o 'pkg-config --cflags --libs ondpdftoolutils' "$source
     "-Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)" -o consumer
 ./consumer
 
-# The inspector finds its bundle and its libraries, by its link, also when all of it was moved.
+# The inspector finds its bundle and its libraries by a link, also when all of it was moved.
 mv prefix moved
-moved/bin/pdforvell-inspect --json locations | grep -o '[^/]*/PDF Orvell.app/Contents/Resources/' | head -1
+ln -s moved/bin/pdforvell-inspect inspect
+./inspect --json locations | grep -o '[^/]*/PDF Orvell.app/Contents/Resources/' | head -1
+./inspect doctor >&2
 mv moved prefix
 
 # Who uses the other Qt is told so.

@@ -66,22 +66,23 @@ void checkBundle(Checklist &list)
         list.problem({"CFBundleName or CFBundleIdentifier is missing", effect, kReinstall, plist});
 }
 
-/// The real name of the file that a function of the library was loaded from.
-std::string fileOf(const void *function)
+/// The name by which the file was loaded that a function of the library is in.
+fs::path fileOf(const void *function)
 {
     Dl_info info{};
-    std::error_code error;
-    if (::dladdr(function, &info) == 0)
-        return {};
-    return fs::canonical(info.dli_fname, error).string();
+    return ::dladdr(function, &info) == 0 ? fs::path() : fs::path(info.dli_fname);
 }
 
 void checkLibraries(Checklist &list)
 {
     list.begin("libraries", "Libraries");
     const std::string root = MacConfigPath::GetInstance()->GetMainAppRootDir();
-    const std::string file = fileOf(reinterpret_cast<const void *>(&isPathExist));
-    if (!root.empty() && !file.empty() && file.rfind(root, 0) != 0)
+    const fs::path loaded = fileOf(reinterpret_cast<const void *>(&isPathExist));
+    // An installed bundle has links to the libraries that everybody uses.
+    std::error_code error;
+    const fs::path own = fs::path(root) / "Contents" / "Frameworks" / loaded.filename();
+    const std::string file = fs::canonical(loaded, error).string();
+    if (!root.empty() && !file.empty() && fs::canonical(own, error) != file)
         list.problem({"the library comes from outside the bundle", "It may be of another version than the product.",
                       "Unset LD_LIBRARY_PATH or DYLD_LIBRARY_PATH, or install the product again.", file});
     const std::string name = fs::path(file).filename().string();
