@@ -2,17 +2,20 @@
 //
 //     report FOLDER
 //
-// The folder has "performance.md", whose table stands between two marks, and gets "performance.svg".
+// The folder has "performance.md", whose table and the machine's description stand between two marks, and gets
+// "performance.svg".
 
 #include "bench/support/Ratios.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSysInfo>
 #include <QTextStream>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <thread>
 
 namespace {
 
@@ -30,7 +33,11 @@ QString tableOf(const std::vector<bench::Row> &rows)
     QString table = line(bench::headings()) + "|---|---|---|---|---|---|---|\n";
     for (const bench::Row &row : rows)
         table += line(bench::cellsOf(row));
-    return table;
+    return table
+        + QString("\nMeasured on %1, %2, with %3 processors and Qt %4.\n")
+              .arg(QSysInfo::prettyProductName(), QSysInfo::currentCpuArchitecture())
+              .arg(std::thread::hardware_concurrency())
+              .arg(qVersion());
 }
 
 /// How much of its limit a row uses up: 1 is the limit.
