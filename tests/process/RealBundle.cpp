@@ -12,13 +12,16 @@ QProcessEnvironment environmentWith(const std::string &home)
     environment.insert("HOME", QString::fromStdString(home));
     environment.insert("XDG_DATA_HOME", QString::fromStdString(home + "/data"));
     environment.insert("CFFIXED_USER_HOME", QString::fromStdString(home)); // what HOME is to macOS
+    // Signs are those of the pages, and Qt says nothing about the locale.
+    environment.insert("LC_ALL", "C.UTF-8");
+    environment.remove("TERM");
     return environment;
 }
 
 ProcessResult runProcess(const std::string &program, const QStringList &arguments, const std::string &home,
                          const std::string &input)
 {
-    constexpr int deadline = 90'000;
+    constexpr int deadline = 600'000; // for what hangs
     QProcess process;
     process.setProcessEnvironment(environmentWith(home));
     process.start(QString::fromStdString(program), arguments);

@@ -17,10 +17,10 @@ struct ProcessResult
     std::string errors;
 };
 
-/// The test's environment with the user's folders below `home`.
+/// The test's environment with the user's folders below `home`, a locale in UTF-8 and no terminal.
 [[nodiscard]] QProcessEnvironment environmentWith(const std::string &home);
 
-/// Runs a program to its end on `input`, with the user's folders below `home` and no other environment than the test's.
+/// Runs a program to its end on `input`, in environmentWith(home).
 [[nodiscard]] ProcessResult runProcess(const std::string &program, const QStringList &arguments,
                                        const std::string &home, const std::string &input = {});
 
