@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int kDeadlineMs = 60'000;
+constexpr int kDeadlineMs = 600'000;
 
 /// An inspector that watches the account.
 struct Watch

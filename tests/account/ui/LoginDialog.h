@@ -62,7 +62,7 @@ inline void runLoginDialog(const std::function<void(const LoginDialog &)> &drive
     LoginDialog used;
     QTimer::singleShot(0, qApp, [&] {
         used.dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        ASSERT_TRUE(used.dialog && QTest::qWaitForWindowActive(used.dialog));
+        ASSERT_TRUE(used.dialog && QTest::qWaitForWindowActive(used.dialog, 60'000));
         drive(used);
         if (used.dialog)
             used.dialog->close();
