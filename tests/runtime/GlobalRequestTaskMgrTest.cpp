@@ -80,6 +80,7 @@ TEST_F(Requests, RunInOrderUnlessStoppedAndReportToWhoIsRegisteredThen)
     EXPECT_TRUE(m_manager->stop());
     m_manager->setLoginCallBack(nullptr);
     m_released = true;
+    EXPECT_TRUE(eventually([&] { return m_running == 0; })) << "which unInit() need not wait for";
     EXPECT_TRUE(m_manager->unInit());
     EXPECT_EQ(m_results, 2) << "nobody is told";
     EXPECT_EQ(m_order, L"a1b2b3");

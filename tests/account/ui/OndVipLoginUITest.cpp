@@ -44,6 +44,7 @@ protected:
         m_answer.release(1000);
         OndVipInternationFactory::instance()->NotifyStop();
         OndVipInternationFactory::instance()->Unitial();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // deletes the pool, which waits for logins
     }
 
     const test::FakeBundle m_bundle;
@@ -143,7 +144,8 @@ TEST_F(Login, WorksByKeyboardAlone)
         login.type("not taken while busy");
         EXPECT_TRUE(login.find<QWidget>("busyBar")->isVisible());
         const QImage before = login.dialog->grab().toImage();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return login.dialog->grab().toImage() != before; })) << "something moves";
+        EXPECT_TRUE(QTest::qWaitFor([&] { return login.dialog->grab().toImage() != before; }, 60'000))
+            << "something moves";
         m_answer.release(2);
         ASSERT_TRUE(login.waitForFailure());
         EXPECT_FALSE(login.find<QWidget>("busyBar")->isVisible());
@@ -241,7 +243,7 @@ TEST_F(Login, MayBeClosedWhileLoggingIn)
         });
     }
     m_answer.release(2);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return m_logins == 2; })) << "they go on";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_logins == 2; }, 60'000)) << "they go on";
 }
 
 TEST_F(Login, HearsOfItsLoginWhenAnotherDialogEnds)
