@@ -39,7 +39,11 @@ const std::string kAccounts =
 class LocalSdk : public testing::Test
 {
 protected:
-    LocalSdk() { test::writeFile(path("accounts.json"), kAccounts); }
+    LocalSdk()
+    {
+        ::umask(S_IWGRP | S_IWOTH); // where others may write, there is no store
+        test::writeFile(path("accounts.json"), kAccounts);
+    }
 
     [[nodiscard]] std::string path(const std::string &name) const { return m_dir / ("store/" + name); }
 
@@ -215,7 +219,9 @@ TEST_F(LocalSdk, FullDiskIsAnErrorAndLosesNothing)
     ASSERT_TRUE(setUserInfo(L"s"));
     const std::wstring session = userInfo();
     ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit full{10, RLIM_INFINITY}, free{RLIM_INFINITY, RLIM_INFINITY};
+    rlimit free{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &free), 0);
+    const rlimit full{10, free.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
     EXPECT_EQ(login(L"new@example.org"), kUnavailable);
     EXPECT_FALSE(core.LogoutForever(nullptr) || setUserInfo(L"n"));
