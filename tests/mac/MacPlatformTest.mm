@@ -318,7 +318,7 @@ TEST_F(Mac, MenuTitlesAndAnnouncementsNeedAnApplication)
 TEST_F(Mac, CommandsAreThoseOfMacOS)
 {
     const std::string program = m_dir / "bin/sysctl", told = m_dir / "told";
-    test::writeFile(program, "#!/bin/sh\necho 42\nprintf '%s ' \"$@\" > " + told + "\n");
+    test::writeFile(program, "#!/bin/sh\necho 42\nprintf '%s ' \"$@\" > '" + told + "'\n");
     fs::permissions(program, fs::perms::owner_all);
     ::setenv("PATH", (m_dir / "bin").c_str(), 1);
     EXPECT_EQ(platform::sharedMemorySize(), 42U);

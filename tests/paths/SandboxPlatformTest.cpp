@@ -130,7 +130,7 @@ TEST_F(SandboxPlatform, LaunchesWithoutAShell)
     const Lines arguments{"", "a b", "$(id)", "'\"\\\n;", "é"};
     const std::string output = home / "out";
     for (const char *name : {"run it", "A.app/Contents/MacOS/b"}) {
-        test::writeFile(home / name, "#!/bin/sh\nprintf '%s\\n' $$ \"$@\" > " + output);
+        test::writeFile(home / name, "#!/bin/sh\nprintf '%s\\n' $$ \"$@\" > '" + output + "'\n");
         fs::permissions(home / name, fs::perms::owner_all);
     }
     test::writeFile(home / "A.app/Contents/Info.plist",

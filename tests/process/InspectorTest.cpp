@@ -307,7 +307,7 @@ TEST(Inspector, SaysWhenNobodyGetsTheAnswer)
     }
 #ifndef __APPLE__ // where a display is always there
     // The test's environment names a platform without a display, and so does not do without one.
-    const QString line = QStringLiteral("unset QT_QPA_PLATFORM DISPLAY; '%1' %2");
+    const QString line = QStringLiteral("unset QT_QPA_PLATFORM DISPLAY WAYLAND_DISPLAY; '%1' %2");
     for (const char *arguments : {"login --dialog", "page 1"}) {
         const test::ProcessResult result =
             test::runProcess("/bin/sh", {"-c", line.arg(bundle.inspector().c_str(), arguments)}, bundle.home());
@@ -321,7 +321,8 @@ TEST(Inspector, WritesAManPageAndCompletionsThatWork)
     const RealBundle bundle;
     const std::string folder = bundle.dir().path();
     const auto sh = [&](const std::string &line) {
-        return test::runProcess("/bin/sh", {"-c", QString::fromStdString("cd " + folder + "; " + line)}, bundle.home());
+        return test::runProcess("/bin/sh", {"-c", QString::fromStdString("cd '" + folder + "'; " + line)},
+                                bundle.home());
     };
     for (const char *kind : {"man", "complete-bash", "complete-zsh", "complete-fish"})
         put(folder + "/" + kind, bundle.inspect({"--generate", kind}).output);

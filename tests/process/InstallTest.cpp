@@ -34,8 +34,9 @@ mkdir readme
 build/consumer
 export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}
 eval "options=\$($(grep -o 'pkg-config --cflags --libs ondpdftoolutils' "$source/README.md"))"
-"$compiler" -std=c++17 $flags "$consumer/main.cpp" $options \
-    "-Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils)" -o consumer
+# pkg-config protects what the shell would split.
+eval "\"\$compiler\" -std=c++17 $flags \"\$consumer/main.cpp\" $options \
+    -Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils) -o consumer"
 ./consumer
 
 # The inspector finds its bundle and its libraries by a link, also when all of it was moved.
@@ -49,7 +50,7 @@ mv moved prefix
 echo "add_library(${other_qt}::Core INTERFACE IMPORTED)" >other.cmake
 configure -S "$consumer" -B other "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
 printf '#include <QtGlobal>\n#undef QT_VERSION_MAJOR\n#define QT_VERSION_MAJOR 9\n' >other.h
-"$compiler" -std=c++17 $flags -include other.h -fsyntax-only "$consumer/main.cpp" $(pkg-config --cflags ondpdftoolutils) 2>&1 |
+eval "\"\$compiler\" -std=c++17 $flags -include other.h -fsyntax-only \"\$consumer/main.cpp\" $(pkg-config --cflags ondpdftoolutils)" 2>&1 |
     grep -o "built with the other Qt" | head -1
 )sh";
 
@@ -58,8 +59,8 @@ cmake=$1 generator=$2 source=$3 compiler=$4 qt=$5
 set -e
 cp -R "$source/product" mine
 sed -n '/^cmake --preset release -D/,/^```/{/^```/d;p;}' "$source/README.md" |
-    sed "s|/path/to/product|$PWD/mine|
-        s|cmake --preset release|\"$cmake\" -G \"$generator\" -S \"$source\" -B build -DCMAKE_CXX_COMPILER=$compiler -DOND_QT=$qt|" >configure
+    sed "s|=/path/to/product|='$PWD/mine'|
+        s|cmake --preset release|\"$cmake\" -G \"$generator\" -S \"$source\" -B build \"-DCMAKE_CXX_COMPILER=$compiler\" -DOND_QT=$qt|" >configure
 sh -e configure >&2
 grep -o com.example.reader "build/My Reader.app/Contents/Info.plist"
 )sh";
