@@ -113,14 +113,17 @@ TEST_F(CommonFileLogTest, ForkedChildOfManyThreadsWaitsForNoneAndTellsItsOwnNumb
     }
     stop = true;
     other.join();
-    const QString content = QString::fromStdString(test::readFile(log));
-    const auto timeOf = [&content](const char *message) {
-        const int line = content.lastIndexOf('\n', content.lastIndexOf(message)) + 1;
-        return QDateTime::fromString(content.mid(line, 19), "yyyy-MM-dd hh:mm:ss");
+    const std::string content = test::readFile(log); // of any length
+    const auto lastLine = [&content](const std::string &message) {
+        const std::size_t at = content.rfind("]  " + message + "\n"), begin = content.rfind('\n', at) + 1;
+        return content.substr(begin, at - begin);
     };
-    EXPECT_TRUE(std::regex_search(test::readFile(log),
-                                  std::regex("pid:" + std::to_string(child) + " tid:0x[0-9a-f]+\\]  child\n")));
-    EXPECT_LT(std::abs(timeOf("]  parent").secsTo(timeOf("]  child"))), 3600) << "the time zone is the parent's";
+    const auto timeOf = [](const std::string &line) {
+        return QDateTime::fromString(QString::fromStdString(line.substr(0, 19)), "yyyy-MM-dd hh:mm:ss");
+    };
+    const std::string line = lastLine("child");
+    EXPECT_TRUE(std::regex_search(line, std::regex("pid:" + std::to_string(child) + " tid:0x[0-9a-f]+$"))) << line;
+    EXPECT_LT(std::abs(timeOf(lastLine("parent")).secsTo(timeOf(line))), 3600) << "the time zone is the parent's";
 }
 
 TEST_F(CommonFileLogTest, ForkedChildKnowsTheTimeZoneOfAParentThatWroteNothing)
