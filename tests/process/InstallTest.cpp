@@ -65,6 +65,21 @@ sh -e configure >&2
 grep -o com.example.reader "build/My Reader.app/Contents/Info.plist"
 )sh";
 
+constexpr char kMacScript[] = R"sh(
+set -e
+mkdir -p X.app/Contents/MacOS
+printf '<key>CFBundle%s</key>\n<string>%s</string>\n' Executable X Identifier com.example >X.app/Contents/Info.plist
+touch X.app/Contents/MacOS/X X.app/Contents/MacOS/helper
+"$1/tools/package/mac" X.app out --dry-run --entitlements main --helper-entitlements inner >commands
+sed -n 's/^codesign --force --sign - //p' commands | sed 's/ $//; s|out/X.app/Contents/||'
+)sh";
+
+test::ProcessResult runScript(const test::TempDir &dir, const char *script, const QStringList &arguments)
+{
+    const QString text = QString::fromStdString("cd '" + dir.path().string() + "'") + script;
+    return test::runProcess("/bin/sh", QStringList{"-c", text, "sh"} + arguments, dir / "home");
+}
+
 } // namespace
 
 TEST(Install, IsFoundAndUsedAsTheReadmeSays)
@@ -72,12 +87,9 @@ TEST(Install, IsFoundAndUsedAsTheReadmeSays)
     const test::TempDir dir;
     const QString sanitizers = OND_TEST_SANITIZE;
     const QString flags = OND_TEST_CXX_FLAGS + (sanitizers.isEmpty() ? "" : " -fsanitize=" + sanitizers);
-    const QString script = QString::fromStdString("cd '" + dir.path().string() + "'") + kScript;
-    const test::ProcessResult result =
-        test::runProcess("/bin/sh",
-                         {"-c", script, "sh", OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR,
-                          OND_TEST_SOURCE_DIR, OND_TEST_CXX, flags, OND_TEST_OTHER_QT},
-                         dir / "home");
+    const test::ProcessResult result = runScript(dir, kScript,
+                                                 {OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR,
+                                                  OND_TEST_SOURCE_DIR, OND_TEST_CXX, flags, OND_TEST_OTHER_QT});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(result.output,
               "log of consumer\nlog of consumer\n"
@@ -87,10 +99,16 @@ TEST(Install, IsFoundAndUsedAsTheReadmeSays)
 TEST(Install, ProductOfTheReadmeIsConfigured)
 {
     const test::TempDir dir;
-    const test::ProcessResult result = test::runProcess(
-        "/bin/sh",
-        {"-c", QString::fromStdString("cd '" + dir.path().string() + "'") + kProductScript, "sh", OND_TEST_CMAKE,
-         OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR, OND_TEST_CXX, QString(OND_TEST_OTHER_QT) == "Qt5" ? "6" : "5"},
-        dir / "home");
+    const test::ProcessResult result = runScript(dir, kProductScript,
+                                                 {OND_TEST_CMAKE, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR, OND_TEST_CXX,
+                                                  QString(OND_TEST_OTHER_QT) == "Qt5" ? "6" : "5"});
     EXPECT_EQ(result.output, "com.example.reader\n") << result.errors;
+}
+
+TEST(Install, MacBundleIsSignedFromTheInsideOutWithEachProgramsOwnEntitlements)
+{
+    const test::TempDir dir;
+    EXPECT_EQ(runScript(dir, kMacScript, {OND_TEST_SOURCE_DIR}).output,
+              "Frameworks/QtCore.framework\nFrameworks/libinih.0.dylib\nPlugIns/platforms/libqcocoa.dylib\n"
+              "--entitlements inner --identifier com.example.helper MacOS/helper\n--entitlements main out/X.app\n");
 }
