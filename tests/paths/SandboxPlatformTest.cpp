@@ -153,7 +153,8 @@ TEST_F(SandboxPlatform, FoldersOfTheUserAreThoseOfTheSystem)
         {"/h", "/d//x/", "/d/x"}, {"/h", "", "/h/.local/share"}, {"/h\xff", "", "/h�/.local/share"}, {"h", "", nullptr},
         {"", "", nullptr},        {"/h", "d", nullptr},
     };
-    const std::string byDatabase = platform::homeDirectoryOfUser() + "/.local/share";
+    const std::string database = platform::homeDirectoryOfUser(); // which need not know the user
+    const std::string byDatabase = database.empty() ? "" : database + "/.local/share";
     for (const auto &[user, data, folder] : rows) {
         ::setenv("HOME", user, 1);
         ::setenv("XDG_DATA_HOME", data, 1);
