@@ -91,8 +91,14 @@ bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew)
     const fs::file_time_type earliest = fs::last_write_time(target, error) + 1ms; // long ago when there is none
     bool isDone = ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size();
     fs::last_write_time(name, std::max(fs::file_time_type::clock::now(), earliest), error);
-    isDone = isDone && ::fchmod(file, old.st_mode != 0 ? old.st_mode & 07777U : whenNew) == 0 && ::fsync(file) == 0
-        && isNamed(file) && ::rename(name.c_str(), target.c_str()) == 0;
+    mode_t mode = old.st_mode != 0 ? old.st_mode & 07777U : whenNew;
+    // What an administrator changes stays the user's, and what a group shares the group's; where the system does not
+    // let it, the writer's own group may no more than all others.
+    if (old.st_mode != 0 && ::fchown(file, old.st_uid, old.st_gid) != 0
+        && ::fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0)
+        mode = (mode & ~mode_t{S_IRWXG}) | (mode & S_IRWXO) << 3U;
+    isDone = isDone && ::fchmod(file, mode) == 0 && ::fsync(file) == 0 && isNamed(file)
+        && ::rename(name.c_str(), target.c_str()) == 0;
     ::close(file);
     if (!isDone)
         ::unlink(name.c_str());
@@ -127,7 +133,8 @@ bool isOfTheDead(const QByteArray &owner)
 
 /// A lock file without an owner, who would have it locked. One who has not signed it yet, is about to remove it (a
 /// QLockFile unlocks first), or is on another machine, may not have, and is given time. It is not removed, since the
-/// one that would be removed may be the next owner's.
+/// one that would be removed may be the next owner's. Nor is what has a second name: no lock has, and it would be
+/// written to.
 int openForgotten(const QByteArray &path)
 {
     Status opened{};
@@ -137,7 +144,7 @@ int openForgotten(const QByteArray &path)
         return lock;
     char text[1024];
     const QByteArray owner(text, static_cast<int>(std::max<ssize_t>(::read(lock, text, sizeof text), 0)));
-    if (::fstat(lock, &opened) == 0
+    if (::fstat(lock, &opened) == 0 && opened.st_nlink == 1
         && (isOfTheDead(owner) || std::abs(std::time(nullptr) - opened.st_mtime) > kForgotten)
         && ::flock(lock, LOCK_EX | LOCK_NB) == 0 && ::stat(path.constData(), &now) == 0 && now.st_ino == opened.st_ino)
         return lock;
@@ -213,7 +220,8 @@ Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral
                 ::close(m_lock);
                 m_lock = -1;
             }
-        } else if (errno != EEXIST || (::lstat(m_path.constData(), &status) == 0 && !S_ISREG(status.st_mode))
+        } else if (errno != EEXIST
+                   || (::lstat(m_path.constData(), &status) == 0 && (!S_ISREG(status.st_mode) || status.st_nlink > 1))
                    || std::chrono::steady_clock::now() > deadline)
             return;
         else if ((m_lock = openForgotten(m_path)) < 0)

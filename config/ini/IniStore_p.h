@@ -23,12 +23,14 @@ inline constexpr mode_t kForAll = 0644;
 /// and nothing is changed, when the file is not sound, would exceed 16 MiB, or cannot be read or written.
 ///
 /// The new file is made beside the old one, with a name that always is the same for a store; what lies in its place is
-/// removed, and nothing is written where that is a folder. A writer that is killed leaves it to the next one.
+/// removed, and nothing is written where that is a folder. A writer that is killed leaves it to the next one. It has
+/// the permissions of the old one, and its owner and group as far as the system lets the writer give it away.
 bool change(const QString &path, const Changes &changes, mode_t whenNew = kForOwner);
 
 /// A writer's turn at a file: its lock file, which QSettings makes and heeds too, in all processes and threads. Waits
 /// at most five seconds, since a process that is stopped in its turn must not stop all others; not at all for a lock of
-/// a process that has ended, two seconds for any other that nobody holds.
+/// a process that has ended, two seconds for any other that nobody holds. What is no lock (a link, a folder, a file
+/// with a second name) is left alone, and nobody's turn comes.
 class Turn
 {
 public:

@@ -186,6 +186,20 @@ TEST(IniStore, EveryWriteHasATimeOfItsOwn)
     EXPECT_EQ(settings.value("k"), "3") << "it tells by size and time that there is something new";
 }
 
+TEST(IniStore, FilesStayTheirOwners)
+{
+    const test::TempDir dir;
+    const std::string path = dir / "store.ini";
+    test::writeFile(path, "k=1\n");
+    if (::chown(path.c_str(), 1, 1) != 0)
+        GTEST_SKIP() << "only an administrator can give files away";
+    EXPECT_TRUE(ini::change(q(path), {{"k", "2"}}));
+    struct stat status
+    {
+    };
+    EXPECT_TRUE(::stat(path.c_str(), &status) == 0 && status.st_uid == 1 && status.st_gid == 1);
+}
+
 TEST(IniStore, KilledWritersLeaveNothingForGood)
 {
     const test::TempDir dir;
@@ -221,6 +235,11 @@ TEST(IniStore, LocksThatNobodyHoldsEnd)
     test::writeFile(dir / "x.lock", "1\nprogram\nelsewhere\n");
     EXPECT_TRUE(ini::change(q(dir / "x"), {{"k", "1"}}));
     EXPECT_FALSE(fs::exists(dir / "x.lock"));
+    test::writeFile(dir / "mine", "kept");
+    fs::create_hard_link(dir / "mine", dir / "link.lock");
+    fs::last_write_time(dir / "mine", fs::file_time_type::clock::now() - std::chrono::hours(1));
+    EXPECT_FALSE(ini::change(q(dir / "link"), {{"k", "1"}}));
+    EXPECT_EQ(test::readFile(dir / "mine"), "kept");
     fs::create_directory(dir / "folder.lock");
     EXPECT_FALSE(ini::change(q(dir / "folder"), {{"k", "1"}}));
 
