@@ -118,6 +118,7 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {config + ".lock", "1\nprogram\nelsewhere\n", ": a lock of another machine, elsewhere"},
         {data + "/reg/key.ini.lock", "2147483647\nprogram\n" + host + "\n", ": a lock of a program that has ended"},
         {data + "/reg", "", ": no folder"},
+        {data + "/reg", kLoop, ": cannot be looked at (Too many levels of symbolic links)"},
         {data + "/reg/a/key.ini", kPipe, ": no regular file"},
         {data + "/reg/common.ini", "[language]\ncurrent_language=xx\n", ": the language in use, \"xx\", is not one of the menu"},
         {plist, kMissing, ": missing"},

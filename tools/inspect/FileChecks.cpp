@@ -208,7 +208,7 @@ void checkLock(const std::string &store, Checklist &list)
     const std::string path = store + ".lock";
     std::error_code error;
     const fs::file_type type = fs::symlink_status(path, error).type();
-    if (type == fs::file_type::not_found)
+    if (type == fs::file_type::not_found || type == fs::file_type::none) // its folder is closed to the user
         return;
     const char *effect = "Changes wait for it, five seconds at most.";
     if (type != fs::file_type::regular)
@@ -250,10 +250,10 @@ void checkRegistry(Checklist &list)
     const fs::file_type type = typeOf(folder);
     if (type == fs::file_type::not_found)
         return;
-    if (type != fs::file_type::directory)
+    if (type != fs::file_type::directory && type != fs::file_type::none)
         return list.problem(
             {"no folder", "The registry holds nothing, the chosen language neither.", "Move it away.", folder});
-    if (!isWritable(folder))
+    if (type == fs::file_type::directory && !isWritable(folder))
         list.problem(
             {"not writable", "Changes to the registry are lost.", "Give the user permission to write to it.", folder});
     std::set<std::string> keys;
