@@ -1,7 +1,10 @@
-# The preset libcxx: clang with the C++ library that macOS has. Qt hands no type of the standard library across; what does
-# is compiled from source.
+# The preset libcxx: clang with the C++ library that macOS has. Qt 5 hands no type of the standard library across; what does
+# is compiled from source. Qt 6 does, and Linux's takes those of the other C++ library.
 
 option(OND_LIBCXX "Build with LLVM's C++ library (clang only)" OFF)
+if(OND_LIBCXX AND NOT APPLE AND NOT OND_QT EQUAL 5)
+  message(FATAL_ERROR "Qt 6 is built with the other C++ library here: -DOND_QT=5 (docs/qt.md)")
+endif()
 
 # The reader of "mk.dat" and its like.
 if(OND_LIBCXX)
