@@ -61,12 +61,12 @@ void fillByHand(benchmark::State &state)
     const QString line = words().mid(1).join(' ').replace("--", "-");
     struct Place
     {
-        int name, value, end;
+        qsizetype name, value, end;
     };
     std::vector<Place> places;
-    for (int at = 0; at >= 0; at = line.indexOf('-', at + 1)) {
-        const int end = line.indexOf(' ', at);
-        places.push_back({at + 1, line.indexOf('=', at) + 1, end < 0 ? line.size() : end});
+    for (qsizetype at = 0; at >= 0; at = line.indexOf('-', at + 1)) {
+        const qsizetype end = line.indexOf(' ', at);
+        places.push_back({at + 1, line.indexOf('=', at) + 1, end < 0 ? qsizetype{line.size()} : end});
     }
     std::map<QString, QString> map;
     for (auto _ : state) {
