@@ -91,7 +91,7 @@ TEST(TaskMgr, TimeLimitAndDrainFlagDecideWhatStillRuns)
     for (const auto &[limit, drain, expected] : rows) {
         SCOPED_TRACE(expected);
         std::string ran;
-        std::atomic<bool> go{false}, taken{false};
+        std::atomic<bool> busy{false}, go{false}, taken{false};
         std::vector<std::weak_ptr<ITask>> tasks;
         DrainingTaskMgr manager(drain);
         const auto push = [&](std::function<void()> work) {
@@ -99,7 +99,12 @@ TEST(TaskMgr, TimeLimitAndDrainFlagDecideWhatStillRuns)
             tasks.push_back(next);
             manager.PushTask(next);
         };
-        manager.PushTask(task([&] { EXPECT_TRUE(eventually([&] { return go.load(); })); }));
+        manager.PushTask(task([&] {
+            busy = true;
+            EXPECT_TRUE(eventually([&] { return go.load(); }));
+        }));
+        // Alone: what is pushed from here on waits for the worker's next look, which takes it all.
+        ASSERT_TRUE(eventually([&] { return busy.load(); }));
         push([&, limit = limit] {
             ran += 'a';
             taken = true;
