@@ -2,7 +2,6 @@
 
 #include <CoreGraphics/CoreGraphics.h>
 #include <SystemConfiguration/SystemConfiguration.h>
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -10,30 +9,15 @@
 #include <mach-o/dyld.h>
 #include <mach/mach_time.h>
 #include <netinet/in.h>
-#include <optional>
 #include <sstream>
-#include <strings.h>
 #include <thread>
 
 namespace fs = std::filesystem;
 
 using test::fakeMac;
 using test::Lines;
-using Completion = void (^)(NSRunningApplication *, NSError *);
 
 namespace {
-
-/// NSWorkspace, runningApplications: changes only when the main run loop runs in a common mode.
-const test::Applications &toldApplications()
-{
-    std::optional<test::Applications> &told = fakeMac().told;
-    return told ? *told : told.emplace(fakeMac().runningApplications);
-}
-
-NSString *textOf(const std::string &utf8)
-{
-    return [NSString stringWithUTF8String:utf8.c_str()];
-}
 
 std::string utf8Of(NSString *text)
 {
@@ -45,17 +29,16 @@ std::string executable()
     return fakeMac().executable.empty() ? fs::read_symlink("/proc/self/exe").string() : fakeMac().executable;
 }
 
+/// As on macOS the environment names the user's home; GNUstep asks the user database.
 std::string homeFolder()
 {
-    const char *fixed = std::getenv("CFFIXED_USER_HOME");
-    const char *home = std::getenv("HOME");
-    return fixed ? fixed : home ? home : "/";
+    const char *home = std::getenv("CFFIXED_USER_HOME");
+    return home ? home : "/";
 }
 
-NSError *errorOf(const std::string &text)
+NSError *refusal()
 {
-    NSDictionary *info = @{NSLocalizedDescriptionKey : @"For the user.", @"what" : textOf(text)};
-    return [NSError errorWithDomain:NSCocoaErrorDomain code:1 userInfo:info];
+    return [NSError errorWithDomain:@"refused" code:1 userInfo:@{NSLocalizedDescriptionKey : @"For the user."}];
 }
 
 template <typename... Parts> void ask(const Parts &...parts)
@@ -65,22 +48,17 @@ template <typename... Parts> void ask(const Parts &...parts)
     fakeMac().asked.push_back(call.str());
 }
 
-void launch(const std::string &what, NSWorkspaceOpenConfiguration *with, Completion completion)
+void launch(const std::string &what, Configuration *with, Completion completion)
 {
     ask(what, with ? "" : " unconfigured");
     Completion kept = Block_copy(completion);
-    std::thread([kept] {
+    std::thread([kept, fails = fakeMac().launchFails] {
         @autoreleasepool {
-            if (fakeMac().launchError.empty())
-                kept([NSRunningApplication runningApplicationWithProcessIdentifier:4711], nil);
-            else
-                kept(nil, errorOf(fakeMac().launchError));
+            kept(fails ? nil : (id) @4711, fails ? refusal() : nil);
             Block_release(kept);
         }
     }).detach();
 }
-
-constexpr char kBookmark[] = "bookmark of ";
 
 } // namespace
 
@@ -120,21 +98,20 @@ ANSWER(extern "C" const char *__lsan_default_suppressions(),
 ANSWER(-(const char *)fileSystemRepresentation, [[self decomposedStringWithCanonicalMapping] UTF8String])
 @end
 
-/// NSError, description: the domain, the code and what is known; the localized description is for users.
+/// NSError, description: the domain, too; the localized description is for users.
 @implementation NSError (FakeMac)
-ANSWER(-(NSString *)description,
-       [NSString stringWithFormat:@"Error Domain=%@ Code=%ld %@", [self domain], (long)[self code], [self userInfo]])
+ANSWER(-(NSString *)description, [self domain])
 @end
 
-/// As on macOS the environment names the user's home; GNUstep asks the user database.
-ANSWER(extern "C" NSString *NSHomeDirectoryForUser(NSString *), textOf(homeFolder()))
+ANSWER(extern "C" NSString *NSHomeDirectoryForUser(NSString *), @(homeFolder().c_str()))
 
 /// "NSSearchPathForDirectoriesInDomains": a list, in the order in which to look.
 extern "C" NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory directory, NSSearchPathDomainMask domain,
                                                         BOOL expand)
 {
     const bool support = directory == NSApplicationSupportDirectory && domain == NSUserDomainMask && expand;
-    return @[ textOf(homeFolder() + "/Library/" + (support ? "Application Support" : "GNUstep")), @"/Network/Library" ];
+    const std::string folder = homeFolder() + "/Library/" + (support ? "Application Support" : "GNUstep");
+    return @[ @(folder.c_str()), @"/Network/Library" ];
 }
 
 @implementation NSBundle (FakeMac)
@@ -143,19 +120,16 @@ extern "C" NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory di
     fs::path path = fs::path(executable()).parent_path();
     if (path.parent_path().filename() / path.filename() == "Contents/MacOS")
         path = path.parent_path().parent_path();
-    return [NSBundle bundleWithPath:textOf(path)];
+    return [NSBundle bundleWithPath:@(path.c_str())];
 }
 
 /// CFBundleExecutable, and Core Foundation's published CFBundle_Executable.c: Contents/MacOS/ and the name in the list,
-/// or else the bundle's, whoever runs; nil where no such file is. A program outside a bundle is its own.
+/// whoever runs; nil where no such file is.
 - (NSString *)executablePath
 {
-    const fs::path bundle = utf8Of([self bundlePath]);
-    if (!fs::exists(bundle / "Contents"))
-        return textOf(executable());
     NSString *named = [[self infoDictionary] objectForKey:@"CFBundleExecutable"];
-    const fs::path program = bundle / "Contents/MacOS" / (named ? fs::path(utf8Of(named)) : bundle.stem());
-    return fs::exists(program) ? textOf(program) : nil;
+    const std::string program = utf8Of([self bundlePath]) + "/Contents/MacOS/" + utf8Of(named);
+    return fs::exists(program) ? @(program.c_str()) : nil;
 }
 ANSWER(-(NSDictionary *)infoDictionary,
        [NSDictionary dictionaryWithContentsOfFile:[[self bundlePath] stringByAppendingString:@"/Contents/Info.plist"]])
@@ -166,11 +140,7 @@ ANSWER(-(NSDictionary *)infoDictionary,
 /// returned, even if the group is invalid; whether the folder is there and can be entered is another matter.
 - (NSURL *)containerURLForSecurityApplicationGroupIdentifier:(NSString *)group
 {
-    const std::string folder = homeFolder() + "/Library/Group Containers/" + utf8Of(group);
-    std::error_code error;
-    if (fakeMac().ownsGroups)
-        fs::create_directories(folder, error);
-    return [NSURL fileURLWithPath:textOf(folder)];
+    return [NSURL fileURLWithPath:@((homeFolder() + "/Library/Group Containers/" + utf8Of(group)).c_str())];
 }
 @end
 
@@ -192,14 +162,12 @@ ANSWER(-(NSDictionary *)infoDictionary,
                       relativeToURL:(NSURL *)base
                               error:(NSError **)error
 {
-    const std::string path = utf8Of([self path]);
-    ask("create ", path, " options=", options, (keys || base ? " more" : ""));
+    ask("create ", utf8Of([self path]), " options=", options, (keys || base ? " more" : ""));
     if (!fakeMac().createsBookmarks) {
-        *error = errorOf("refused");
+        *error = refusal();
         return nil;
     }
-    const std::string data = kBookmark + path;
-    return [NSData dataWithBytes:data.data() length:data.size()];
+    return [[self path] dataUsingEncoding:NSUTF8StringEncoding];
 }
 
 + (NSURL *)URLByResolvingBookmarkData:(NSData *)data
@@ -209,14 +177,14 @@ ANSWER(-(NSDictionary *)infoDictionary,
                                 error:(NSError **)error
 {
     ask("resolve options=", options, (base ? " more" : ""));
-    const std::string bytes(static_cast<const char *>([data bytes]), [data length]);
-    if (bytes.compare(0, std::strlen(kBookmark), kBookmark) != 0) {
-        *error = errorOf("refused");
+    NSString *path = [[[NSString alloc] initWithData:data encoding:NSUTF8StringEncoding] autorelease];
+    if (![path isAbsolutePath]) {
+        *error = refusal();
         return nil;
     }
     *stale = fakeMac().staleBookmarks;
     ++fakeMac().resolvedUrls;
-    return [[[ScopedUrl alloc] initFileURLWithPath:textOf(bytes.substr(std::strlen(kBookmark)))] autorelease];
+    return [[[ScopedUrl alloc] initFileURLWithPath:path] autorelease];
 }
 
 ANSWER(-(BOOL)startAccessingSecurityScopedResource, (ask("start ", utf8Of([self path])), !fakeMac().deniesAccess))
@@ -225,32 +193,15 @@ ANSWER(-(void)stopAccessingSecurityScopedResource, ask("stop ", utf8Of([self pat
 
 // AppKit
 
-@interface FakeApplication : NSRunningApplication {
-    const std::pair<std::string, int> *_what;
-}
-@end
-
-@implementation FakeApplication
-+ (id)of:(const std::pair<std::string, int> &)what
-{
-    FakeApplication *application = [[[FakeApplication alloc] init] autorelease];
-    application->_what = &what;
-    return application;
-}
-ANSWER(-(NSString *)bundleIdentifier, _what->first.empty() ? nil : textOf(_what->first))
-ANSWER(-(pid_t)processIdentifier, _what->second)
-ANSWER(-(NSString *)description, [NSString stringWithFormat:@"application %@", [self bundleIdentifier]])
+/// The number of its process passes for an application; the first process has no identifier.
+@implementation NSNumber (FakeApplication)
+ANSWER(-(NSString *)bundleIdentifier, [self intValue] == 1 ? nil : @"com.example.foo")
+ANSWER(-(pid_t)processIdentifier, [self intValue])
 @end
 
 @implementation NSRunningApplication (FakeMac)
-+ (id)runningApplicationWithProcessIdentifier:(pid_t)pid
-{
-    for (const auto &application : toldApplications()) {
-        if (application.second == pid)
-            return [FakeApplication of:application];
-    }
-    return nil;
-}
+ANSWER(+(id)runningApplicationWithProcessIdentifier
+       : (pid_t)process, [fakeMac().runningApplications containsObject:@(process)] ? @(process) : nil)
 @end
 
 @implementation NSWorkspaceOpenConfiguration
@@ -267,42 +218,28 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
     static NSWorkspace *shared = NSAllocateObject([NSWorkspace class], 0, nullptr); // -init asks a window server
     return shared;
 }
-- (NSArray *)runningApplications
-{
-    NSMutableArray *all = [NSMutableArray array];
-    for (const auto &application : toldApplications())
-        [all addObject:[FakeApplication of:application]];
-    return all;
-}
+ANSWER(-(NSArray *)runningApplications, fakeMac().runningApplications)
 ANSWER(-(BOOL)openURL : (NSURL *)url, (ask("open ", utf8Of([url absoluteString])), fakeMac().opensUrls))
 - (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)identifier
 {
-    const Lines &all = fakeMac().installedApplications;
-    // CFBundleIdentifier: identifiers are case-insensitive, as installed.
-    const bool isThere = std::any_of(all.begin(), all.end(), [&](const std::string &one) {
-        return ::strcasecmp(one.c_str(), [identifier UTF8String]) == 0;
-    });
+    const bool isThere = [@[ @"com.example.foo", @"" ] containsObject:identifier];
     return isThere ? [NSURL fileURLWithPath:@"/Applications/Some.app"] : nil;
 }
-- (void)openURL:(NSURL *)url
-        configuration:(NSWorkspaceOpenConfiguration *)configuration
-    completionHandler:(Completion)handler
+- (void)openURL:(NSURL *)url configuration:(Configuration *)with completionHandler:(Completion)handler
 {
-    launch("open " + utf8Of([url absoluteString]), configuration, handler);
+    launch("open " + utf8Of([url absoluteString]), with, handler);
 }
 - (void)openURLs:(NSArray *)urls
     withApplicationAtURL:(NSURL *)application
-           configuration:(NSWorkspaceOpenConfiguration *)configuration
+           configuration:(Configuration *)with
        completionHandler:(Completion)handler
 {
-    const std::string all = utf8Of([[urls valueForKey:@"absoluteString"] componentsJoinedByString:@","]);
-    launch("open " + all + " with " + utf8Of([application path]), configuration, handler);
+    launch("open " + utf8Of([urls componentsJoinedByString:@","]) + " with " + utf8Of([application path]), with,
+           handler);
 }
-- (void)openApplicationAtURL:(NSURL *)application
-               configuration:(NSWorkspaceOpenConfiguration *)configuration
-           completionHandler:(Completion)handler
+- (void)openApplicationAtURL:(NSURL *)url configuration:(Configuration *)with completionHandler:(Completion)handler
 {
-    launch("run " + utf8Of([application path]), configuration, handler);
+    launch("run " + utf8Of([url path]), with, handler);
 }
 @end
 
@@ -312,21 +249,15 @@ ANSWER(-(BOOL)openURL : (NSURL *)url, (ask("open ", utf8Of([url absoluteString])
 
 @implementation StandIn
 ANSWER(-(NSString *)path, nil)
-ANSWER(-(NSRect)frame, NSMakeRect(7, 8, fakeMac().screen.width, fakeMac().screen.height))
+ANSWER(-(NSRect)frame, NSMakeRect(7, 8, 1440, 900))
 ANSWER(-(NSInteger)runModal, (ask("run"), fakeMac().panelResponse))
 SETTER(setDirectoryURL, NSURL *, "panel in ", utf8Of([value path]))
 SETTER(setPrompt, NSString *, "prompt=", utf8Of(value))
 SETTER(setAllowsMultipleSelection, BOOL, "multiple=", int{value})
 SETTER(setCanChooseDirectories, BOOL, "folders=", int{value})
 SETTER(setCanChooseFiles, BOOL, "files=", int{value})
-- (NSArray *)URLs
-{
-    NSMutableArray *urls = [NSMutableArray array];
-    for (const std::string &path : fakeMac().panelUrls)
-        [urls addObject:path.empty() ? [[[StandIn alloc] init] autorelease]
-                                     : [NSURL fileURLWithPath:textOf([textOf(path) fileSystemRepresentation])]];
-    return urls;
-}
+ANSWER(-(NSArray *)URLs,
+       @[ self, [NSURL fileURLWithPath:@([@(fakeMac().panelPath.c_str()) fileSystemRepresentation])] ])
 @end
 
 @implementation NSOpenPanel (FakeMac)
@@ -337,48 +268,23 @@ ANSWER(+(NSOpenPanel *)openPanel, (id)[[[StandIn alloc] init] autorelease])
 ANSWER(+(NSScreen *)mainScreen, (id)[[[StandIn alloc] init] autorelease])
 @end
 
-/// A menu item that is its own submenu, without the window that GNUstep makes for each; and the application around it.
+/// Without the window that GNUstep makes for each menu.
 @interface FakeMenu : NSMenuItem
 @end
 
 @implementation FakeMenu
-+ (id)named:(NSString *)title with:(NSArray *)items
-{
-    FakeMenu *menu = [[[FakeMenu alloc] initWithTitle:title action:nullptr keyEquivalent:@""] autorelease];
-    [menu setRepresentedObject:items];
-    return menu;
-}
 ANSWER(-(NSMenu *)submenu, (NSMenu *)self)
 ANSWER(-(NSArray *)itemArray, [self representedObject])
 ANSWER(-(id)mainMenu, self)
 ANSWER(-(id)mainWindow, fakeMac().hasMainWindow ? [NSScreen mainScreen] : nil)
 @end
 
-namespace test {
-
-void setMainMenu(const Lines &titles)
+NSMenuItem *test::menuItem(NSString *title, NSArray *submenu)
 {
-    @autoreleasepool {
-        NSMutableArray *items = [NSMutableArray array];
-        for (const std::string &title : titles)
-            [items addObject:[FakeMenu named:textOf(title) with:nil]];
-        NSApp = (NSApplication *)[[FakeMenu named:@"" with:@[ [FakeMenu named:@"Open" with:items] ]] retain];
-    }
+    NSMenuItem *item = [[[FakeMenu alloc] initWithTitle:title action:nullptr keyEquivalent:@""] autorelease];
+    [item setRepresentedObject:submenu];
+    return item;
 }
-
-Lines mainMenuTitles()
-{
-    Lines titles;
-    @autoreleasepool {
-        for (NSMenuItem *top in [(FakeMenu *)NSApp itemArray]) {
-            for (NSMenuItem *item in [@[ top ] arrayByAddingObjectsFromArray:[[top submenu] itemArray]])
-                titles.push_back(utf8Of([item title]));
-        }
-    }
-    return titles;
-}
-
-} // namespace test
 
 // The C interfaces
 
@@ -386,13 +292,9 @@ extern "C" {
 
 void NSAccessibilityPostNotificationWithUserInfo(id element, NSString *notification, NSDictionary *info)
 {
-    const int priority = [[info objectForKey:NSAccessibilityPriorityKey] intValue];
-    ask("announce " + utf8Of([info objectForKey:NSAccessibilityAnnouncementKey])
-        + (!element               ? " nowhere"
-               : element == NSApp ? " from the application"
-                                  : " from the window")
-        + ([notification isEqualToString:NSAccessibilityAnnouncementRequestedNotification] ? "" : " otherwise")
-        + " priority=" + std::to_string(priority));
+    ask(utf8Of(notification), " ", utf8Of([info objectForKey:NSAccessibilityAnnouncementKey]),
+        " priority=", [[info objectForKey:NSAccessibilityPriorityKey] intValue],
+        element == NSApp ? " from the application" : " from the window");
 }
 
 int _NSGetExecutablePath(char *buffer, std::uint32_t *size)
@@ -409,29 +311,23 @@ int _NSGetExecutablePath(char *buffer, std::uint32_t *size)
 ANSWER(std::uint64_t mach_absolute_time(),
        fakeMac().ticks ? fakeMac().ticks
                        : static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()))
-ANSWER(int mach_timebase_info(mach_timebase_info_data_t *info), (*info = {125, fakeMac().timebaseDenominator}, 0))
+ANSWER(int mach_timebase_info(mach_timebase_info_data_t *info), (*info = {125, 3}, 0))
 ANSWER(double CGEventSourceSecondsSinceLastEventType(CGEventSourceStateID state, CGEventType type),
        state == kCGEventSourceStateHIDSystemState && type == kCGAnyInputEventType ? 1.5 : 0.0)
 
 SCNetworkReachabilityRef SCNetworkReachabilityCreateWithAddress(CFAllocatorRef, const sockaddr *address)
 {
-    static const char target = 0;
     const auto *internet = reinterpret_cast<const sockaddr_in *>(address);
     if (internet->sin_len != sizeof *internet || internet->sin_family != AF_INET || internet->sin_addr.s_addr != 0)
         return nullptr;
     ++fakeMac().reachabilityTargets;
-    return reinterpret_cast<SCNetworkReachabilityRef>(&target);
+    return reinterpret_cast<SCNetworkReachabilityRef>(&fakeMac());
 }
 
 ANSWER(Boolean SCNetworkReachabilityGetFlags(SCNetworkReachabilityRef, SCNetworkReachabilityFlags *flags),
-       (*flags = fakeMac().reachability, !fakeMac().reachabilityUnknown))
+       (*flags = fakeMac().reachability.value_or(2), fakeMac().reachability.has_value()))
 
-void CFRelease(CFTypeRef object)
-{
-    if (!object)
-        std::abort();
-    --fakeMac().reachabilityTargets;
-}
+ANSWER(void CFRelease(CFTypeRef), static_cast<void>(--fakeMac().reachabilityTargets))
 
 } // extern "C"
 

@@ -37,16 +37,15 @@ using NSURLBookmarkResolutionOptions = NSUInteger;
 - (void)setArguments:(NSArray *)arguments;
 @end
 
+using Configuration = NSWorkspaceOpenConfiguration;
+using Completion = void (^)(NSRunningApplication *, NSError *);
+
 @interface NSWorkspace (Launches)
 - (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)identifier;
-- (void)openURL:(NSURL *)url
-        configuration:(NSWorkspaceOpenConfiguration *)configuration
-    completionHandler:(void (^)(NSRunningApplication *, NSError *))handler;
+- (void)openURL:(NSURL *)url configuration:(Configuration *)with completionHandler:(Completion)handler;
 - (void)openURLs:(NSArray *)urls
     withApplicationAtURL:(NSURL *)application
-           configuration:(NSWorkspaceOpenConfiguration *)configuration
-       completionHandler:(void (^)(NSRunningApplication *, NSError *))handler;
-- (void)openApplicationAtURL:(NSURL *)application
-               configuration:(NSWorkspaceOpenConfiguration *)configuration
-           completionHandler:(void (^)(NSRunningApplication *, NSError *))handler;
+           configuration:(Configuration *)with
+       completionHandler:(Completion)handler;
+- (void)openApplicationAtURL:(NSURL *)url configuration:(Configuration *)with completionHandler:(Completion)handler;
 @end
