@@ -20,15 +20,10 @@ using testing::ExitedWithCode;
 
 namespace {
 
-/// Exits after `work` within a minute; `last` runs then, as a static destructor of what was made before all else.
+/// Exits after `work` within a minute; `last` runs then, when what `work` made is destroyed.
 [[noreturn]] void exitAfter(void (*work)(), void (*last)())
 {
-    struct Last
-    {
-        ~Last() { run(); }
-        void (*run)();
-    };
-    static const Last atExit{last};
+    std::atexit(last);
     ::alarm(60);
     work();
     std::exit(0);

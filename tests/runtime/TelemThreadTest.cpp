@@ -14,7 +14,7 @@ using test::scriptedSdk;
 
 namespace {
 
-class OtherData : public vip_sdk::IVipTelemData
+struct OtherData : vip_sdk::IVipTelemData
 {
 };
 
@@ -30,8 +30,9 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
     scriptedSdk().report = [&](const std::wstring &event, const ProductInfoMgr::PublicInfo &info) {
         reporting = true;
         EXPECT_TRUE(eventually([&] { return released.load(); }));
-        EXPECT_TRUE(info.tid1 == 1 && info.tid2 == 2 && info.tod1 == 3 && info.tod2 == 4 && info.iid == 5);
-        EXPECT_TRUE(info.pid == 6 && info.tryNo == 7 && info.uuid + info.version + info.language == "uvl");
+        EXPECT_EQ((std::vector{info.tid1, info.tid2, info.tod1, info.tod2, info.iid, info.pid, info.tryNo}),
+                  (std::vector{1, 2, 3, 4, 5, 6, 7}));
+        EXPECT_EQ(info.uuid + info.version + info.language, "uvl");
         reported[event[0]].push_back(event);
         ++count;
     };
