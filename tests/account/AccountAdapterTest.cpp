@@ -2,9 +2,11 @@
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
 #include "config/MacGlobalSetting.h"
+#include "config/ProductCfgUtil.h"
 #include "runtime/MacGlobalUrl.h"
 #include "tests/support/Eventually.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/OwnProcess.h"
 #include "tests/support/ScriptedSdk.h"
 
 #include <gtest/gtest.h>
@@ -24,6 +26,7 @@ constexpr auto kPrivilege = static_cast<IPDFVipSdkAdapter::VIP_PRIVILEGE>(4);
 struct Account : testing::Test
 {
     const test::FakeBundle m_bundle;
+    CPDFVipSdkAdapter *const m_account = CPDFVipSdkAdapter::GetInstance();
 };
 
 /// Keeps the command line instead of running it.
@@ -47,6 +50,26 @@ struct Listener final : IPDFVipSdkAdapter::IUserInfoChangeCallBack
 
     std::vector<Info> changes, goodbyes;
 };
+
+/// What the operations answer, "y" or "n": nine that pass on what the SDK says, and four that do not.
+std::string answers(IPDFVipSdkAdapter &account)
+{
+    vip_sdk::UserInfo user;
+    Info info;
+    std::wstring certificate;
+    QString text;
+    int code = 0;
+    bool flag = false;
+    std::string all;
+    for (const bool answer :
+         {account.IsLogin(), account.GetUserInfo(user), account.GetLocalUserInfo(info),
+          account.GetUserCertificate(certificate), account.Logout(), account.StartFrontTask(),
+          account.LogoutForever(&code), account.SetUserInfo(L"a", L"b", L"c", L"d"),
+          account.Login(L"u", L"p", code, flag), account.IsAnonymous(), account.IsLocalUserInfoHasKeyByCache({}),
+          account.RefreshLocalUserInfoCache(), account.GetStrUserInfo(text)})
+        all += answer ? 'y' : 'n';
+    return all;
+}
 
 } // namespace
 
@@ -86,7 +109,8 @@ TEST_F(Account, CommandLinesOfPages)
         EXPECT_EQ(open(rook, 11, 1, false), web + "/page/channel/redeem?tryno=" + channel + " --fid=1");
         EXPECT_EQ(open(rook, 10, 233, false), web + "/page/channel/buy-conversion?tryno=" + channel + " --fid=233");
     }
-    EXPECT_TRUE(rook.IsNeedCustomLoginPage(Page(1), 6031, 0) && !rook.IsNeedCustomLoginPage(Page(2), 6031, 0));
+    EXPECT_TRUE(rook.IsNeedCustomLoginPage(Page(1), 6031, 0));
+    EXPECT_FALSE(rook.IsNeedCustomLoginPage(Page(2), 6031, 0));
 }
 
 TEST_F(Account, HelperGetsEveryPieceBetweenBlanks)
@@ -109,100 +133,87 @@ TEST_F(Account, HelperGetsEveryPieceBetweenBlanks)
 
 TEST_F(Account, UserIsReadFromWhateverTheSdkAnswers)
 {
-    const std::tuple<const char *, std::wstring, std::wstring, int, bool> rows[] = {
+    const std::tuple<std::wstring, std::wstring, int, bool> rows[] = {
         // JSON, nickname, register_from, is_logout
-        {"all sorts of letters", L"{\"nickname\":\"Gr\u00fc\u00dfe \U0001F600\",\"is_logout\":true}",
-         L"Gr\u00fc\u00dfe \U0001F600", 0, true},
-        {"wrong types", LR"({"nickname":5,"register_from":"7","is_logout":"true","avatar":[]})", L"", 0, false},
-        {"past the range", LR"({"register_from":1e300})", L"", 0, false},
-        {"truncated", LR"({"nickname":"a")", L"", 0, false},
-        {"deep", std::wstring(100'000, L'['), L"", 0, false},
-        {"lone surrogate", LR"({"nickname":"\ud800","register_from":3,"else":{}})", L"\ufffd", 3, false},
+        {L"{\"nickname\":\"Gr\u00fc\u00dfe \U0001F600\",\"register_from\":3,\"is_logout\":true}",
+         L"Gr\u00fc\u00dfe \U0001F600", 3, true},
+        {LR"({"nickname":5,"register_from":"7","is_logout":"true","avatar":[]})", L"", 0, false},
+        {LR"({"nickname":"a")", L"", 0, false},
     };
     CPDFNewVipSdkAdapter adapter(vip_sdk::PRODUCT_ID_PDF);
-    for (const auto &[name, json, nickname, registerFrom, isLogout] : rows) {
+    for (const auto &[json, nickname, registerFrom, isLogout] : rows) {
         scriptedSdk().userInfoJson = json;
-        Info info;
-        EXPECT_TRUE(adapter.GetLocalUserInfo(info)) << name;
-        EXPECT_EQ(info.nickname, nickname) << name;
-        EXPECT_TRUE(info.register_from == registerFrom && info.is_logout == isLogout) << name;
+        vip_sdk::UserInfo user;
+        EXPECT_TRUE(adapter.GetUserInfo(user));
+        EXPECT_EQ(std::tie(user.nickname, user.register_from, user.is_logout),
+                  std::tie(nickname, registerFrom, isLogout));
     }
-    scriptedSdk().userInfoJson = LR"({"open_id":"o","token":"t","avatar":"v","email":"e","nickname":"n"})";
+    scriptedSdk().userInfoJson = LR"({"open_id":"o","token":"t","avatar":"v","email":"e"})";
     Info info;
+    vip_sdk::UserInfo user;
     EXPECT_TRUE(adapter.GetLocalUserInfo(info));
-    EXPECT_EQ(info.avatar + info.token + info.open_id, L"vto");
+    EXPECT_TRUE(adapter.GetUserInfo(user));
+    EXPECT_EQ(user.avatar + user.token + user.open_id, L"vto");
     EXPECT_EQ(info.avatar_text + info.email, "ve");
-    scriptedSdk().loggedIn = true;
-    EXPECT_FALSE(adapter.IsAnonymous());
 
     scriptedSdk().userInfoJson.reset();
-    vip_sdk::UserInfo untouched;
-    untouched.nickname = L"kept";
-    EXPECT_FALSE(adapter.GetUserInfo(untouched));
-    EXPECT_EQ(untouched.nickname, L"kept");
+    EXPECT_FALSE(adapter.GetUserInfo(user));
+    EXPECT_EQ(user.open_id, L"o") << "left alone";
+    scriptedSdk().loggedIn = true;
     EXPECT_TRUE(adapter.IsAnonymous()) << "nothing can be read of the user";
     EXPECT_EQ(scriptedSdk().stringsGiven, 0) << "each text went back to the SDK";
 }
 
-TEST_F(Account, FacadeOwnsOneAdapterAndIsNothingWithout)
+TEST_F(Account, FacadeAnswersAsTheSdkDoesAndIsNothingWithoutAnAdapter)
 {
-    CPDFVipSdkAdapter *account = CPDFVipSdkAdapter::GetInstance();
-    Listener listener;
-    const auto answersNothing = [account] {
-        QString text;
-        std::wstring certificate;
-        Info info;
-        int code = 7;
-        bool flag = true;
-        account->SetCurrentVipFrom(1);
-        const bool any = account->GetLocalUserInfo(info) || account->IsLogin() || account->IsAnonymous()
-            || account->GetUserCertificate(certificate) || account->Logout() || account->RefreshLocalUserInfoCache()
-            || account->StartFrontTask() || account->GetStrUserInfo(text) || account->LogoutForever(&code)
-            || account->SetUserInfo(L"", L"", L"", L"") || account->Login(L"", L"", code, flag)
-            || account->OpenVipGUIPage(Page(1), 0, 0, false, kPrivilege);
-        return !any && code == 7 && flag;
-    };
-    account->Uninitialize();
-    account->RegisterUserInfoChangeCallBack(&listener);
-    EXPECT_TRUE(answersNothing());
+    m_account->SetCurrentVipFrom(1);
+    EXPECT_FALSE(m_account->OpenVipGUIPage(Page(1), 0, 0, false, kPrivilege));
+    EXPECT_EQ(answers(*m_account), "nnnnnnnnnnnnn");
 
-    CPDFVipSdkAdapter::setCurrentVipSdkId(vip_sdk::PRODUCT_ID_TOLVA);
-    account->Initialize(true);
+    m_account->Initialize(true);
     bool out = true;
-    const auto *rook = dynamic_cast<CPDFRookVipSdkAdapter *>(account->getCurrentVipSdkAdapter(out));
+    const auto *rook = dynamic_cast<CPDFRookVipSdkAdapter *>(m_account->getCurrentVipSdkAdapter(out));
     EXPECT_FALSE(out);
     ASSERT_NE(rook, nullptr);
-    account->Initialize(false);
-    EXPECT_EQ(account->getCurrentVipSdkAdapter(out), rook);
-    ASSERT_EQ(scriptedSdk().listeners.size(), 1U);
+    m_account->Initialize(false);
+    EXPECT_EQ(m_account->getCurrentVipSdkAdapter(out), rook);
 
-    QString text = "emptied";
-    EXPECT_TRUE(account->GetStrUserInfo(text));
-    EXPECT_EQ(text, "");
-    EXPECT_TRUE(account->SetUserInfo(L"a", L"b", L"c", L"d"));
-    EXPECT_EQ(scriptedSdk().setUserInfo, (std::vector<std::wstring>{L"a", L"b", L"c", L"d"}));
     scriptedSdk().succeeds = false;
-    int result = 0;
-    EXPECT_TRUE(!account->LogoutForever(&result) && result == 1 && !account->Logout());
+    EXPECT_EQ(answers(*m_account), "nnnnnnnnnynyy");
+    EXPECT_EQ(scriptedSdk().setUserInfo, (std::vector<std::wstring>{L"a", L"b", L"c", L"d"}));
+    scriptedSdk().succeeds = scriptedSdk().loggedIn = true;
+    scriptedSdk().userInfoJson = scriptedSdk().certificate = L"{}";
+    scriptedSdk().login = [](const auto &user, const auto &password, int &, bool &) {
+        return user + password == L"up";
+    };
+    EXPECT_EQ(answers(*m_account), "yyyyyyyyynnyy");
+    m_account->Uninitialize();
+    EXPECT_EQ(answers(*m_account), "nnnnnnnnnnnnn");
+}
 
-    scriptedSdk().listeners[0]->OnUserInfoChange();
+TEST_F(Account, CallbacksAreToldOnceOfEachChange)
+{
+    Listener listener;
+    m_account->RegisterUserInfoChangeCallBack(&listener);
+    m_account->Initialize(true);
+    ASSERT_EQ(scriptedSdk().listeners.size(), 1U);
+    vip_sdk::IUserInfoChangeListener *adapter = scriptedSdk().listeners.front();
+    adapter->OnUserInfoChange();
     EXPECT_TRUE(listener.changes.empty()) << "registered before there was an adapter";
-    account->RegisterUserInfoChangeCallBack(&listener);
-    account->RegisterUserInfoChangeCallBack(&listener);
-    account->RegisterUserInfoChangeCallBack(nullptr);
+    for (Listener *each : {&listener, &listener, static_cast<Listener *>(nullptr)})
+        m_account->RegisterUserInfoChangeCallBack(each);
     scriptedSdk().userInfoJson = LR"({"nickname":"a"})";
-    scriptedSdk().listeners[0]->OnUserInfoChange();
+    adapter->OnUserInfoChange();
     scriptedSdk().userInfoJson.reset();
-    scriptedSdk().listeners[0]->OnLogoutForeverUserInfoChange();
-    ASSERT_TRUE(listener.changes.size() == 1 && listener.goodbyes.size() == 1) << "once for each change";
+    adapter->OnLogoutForeverUserInfoChange();
+    ASSERT_EQ(listener.changes.size(), 1U);
+    ASSERT_EQ(listener.goodbyes.size(), 1U);
     EXPECT_EQ(listener.changes[0].nickname + L"/" + listener.goodbyes[0].nickname, L"a/") << "unreadable, and told";
-    account->UnRegisterUserInfoChangeCallBack(&listener);
-    scriptedSdk().listeners[0]->OnUserInfoChange();
+    m_account->UnRegisterUserInfoChangeCallBack(&listener);
+    adapter->OnUserInfoChange();
     EXPECT_EQ(listener.changes.size(), 1U);
-
-    account->Uninitialize();
+    m_account->Uninitialize();
     EXPECT_TRUE(scriptedSdk().listeners.empty());
-    EXPECT_TRUE(answersNothing());
 }
 
 TEST_F(Account, PageProviderOfTheHostComesFirst)
@@ -218,19 +229,17 @@ TEST_F(Account, PageProviderOfTheHostComesFirst)
         bool note(char operation) { return !(opened += operation).empty(); }
         std::string opened;
     } provider;
-    CPDFVipSdkAdapter *account = CPDFVipSdkAdapter::GetInstance();
-    account->setPageProvider(&provider);
-    const auto open = [account](int page) { return account->OpenVipGUIPage(Page(page), 1, 9, true, kPrivilege); };
-    EXPECT_TRUE(open(1) && open(7) && open(99) && !open(2));
+    m_account->setPageProvider(&provider);
+    const auto open = [this](int page) { return m_account->OpenVipGUIPage(Page(page), 1, 9, true, kPrivilege); };
+    EXPECT_EQ(std::vector({open(1), open(7), open(99), open(2)}), std::vector({true, true, true, false}));
     EXPECT_EQ(provider.opened, "lhvv");
-    account->setPageProvider(nullptr);
+    m_account->setPageProvider(nullptr);
     EXPECT_FALSE(open(1));
 }
 
 TEST_F(Account, ListenersComeAndGoWhileNoticesAreGiven)
 {
-    CPDFVipSdkAdapter *account = CPDFVipSdkAdapter::GetInstance();
-    account->Initialize(true);
+    m_account->Initialize(true);
     std::atomic<bool> done{false};
     std::thread sdk([&] {
         while (!done) {
@@ -239,14 +248,14 @@ TEST_F(Account, ListenersComeAndGoWhileNoticesAreGiven)
                 listener->OnUserInfoChange();
         }
     });
-    test::onThreads(4, [account](int) {
+    test::onThreads(4, [this](int) {
         std::vector<Listener> listeners(50);
         for (Listener &listener : listeners)
-            account->RegisterUserInfoChangeCallBack(&listener);
+            m_account->RegisterUserInfoChangeCallBack(&listener);
         for (Listener &listener : listeners)
-            account->UnRegisterUserInfoChangeCallBack(&listener);
+            m_account->UnRegisterUserInfoChangeCallBack(&listener);
     });
-    account->Uninitialize(); // amid notices
+    m_account->Uninitialize(); // amid notices
     done = true;
     sdk.join();
 }
@@ -268,11 +277,35 @@ TEST_F(Account, PageAddressTellsLanguageCertificateAndInstallation)
     const auto url = [](int page) { return OndVipGeneratorUtil::GetOpenUrl(Page(page), 10, 11, 12); };
     EXPECT_EQ(url(12), host + "/forgot-password?package_id=12&" + info);
     MacGlobalSetting::SetCurrentLanguage("Deutsch");
-    EXPECT_TRUE(url(8).startsWith(host + "/de/reset-password?package_id=12&tid1=1&")
-                && url(8).endsWith("&language=de"));
+    EXPECT_TRUE(url(8).startsWith(host + "/de/reset-password?package_id=12&tid1=1&")) << url(8).toStdString();
+    EXPECT_TRUE(url(8).endsWith("&language=de")) << url(8).toStdString();
 
-    CPDFVipSdkAdapter::GetInstance()->Initialize(true);
+    m_account->Initialize(true);
     scriptedSdk().certificate = L"cert=a%1b";
     EXPECT_TRUE(url(12).startsWith(host + "/de/forgot-password?cert=a%1b&package_id=12&tid1=1&"));
-    CPDFVipSdkAdapter::GetInstance()->Uninitialize();
+    m_account->Uninitialize();
+}
+
+TEST_F(Account, ProductIsReadOnceAndStored)
+{
+    const std::string folder = m_bundle / "Foo.app/Contents/Resources/cfgdata/", store = folder + "cfgdata.ini.user";
+    const auto current = &CPDFVipSdkAdapter::getCurrentVipSdkId;
+    EXPECT_TRUE(test::succeedsInOwnProcess([&] {
+        test::writeFile(folder + "componentConfig.ini",
+                        "[product]\nis_tv_product=1\nocr_app_id=1\nocr_app_id_tolva=2\n");
+        EXPECT_EQ(current(), 103) << "the brand's own";
+        EXPECT_EQ(SingleTon<ProductCfgUtil>::GetInstance()->getServiceAppId(), 2);
+    }));
+    EXPECT_TRUE(test::succeedsInOwnProcess([&] {
+        test::writeFile(store, "[account]\naccount=42\n");
+        EXPECT_EQ(current(), 103) << "unknown";
+        test::writeFile(store, "[account]\naccount=13\n");
+        EXPECT_EQ(current(), 103) << "for good";
+    }));
+    CPDFVipSdkAdapter::setCurrentVipSdkId(vip_sdk::PRODUCT_ID_PDF);
+    test::writeFile(store, "[account]\naccount=103\n");
+    EXPECT_EQ(current(), 13) << "the file is not read again";
+    CPDFVipSdkAdapter::setCurrentVipSdkId(static_cast<vip_sdk::PRODUCT_ID>(5));
+    EXPECT_EQ(test::readFile(store), "[account]\naccount=5\n");
+    EXPECT_EQ(current(), 103);
 }

@@ -4,7 +4,6 @@
 #include "vipsdk/include/VipSdkTeleM3rdImpl.h"
 #include "vipsdk/include/VipTelemData.h"
 
-#include <algorithm>
 #include <cwchar>
 
 using test::scriptedSdk;
@@ -20,6 +19,11 @@ ScriptedSdk &scriptedSdk()
 } // namespace test
 
 namespace {
+
+void note(const char *call)
+{
+    scriptedSdk().calls.emplace_back(call);
+}
 
 bool give(const std::optional<std::wstring> &text, wchar_t **out)
 {
@@ -37,11 +41,6 @@ IVipSdkCoreInterface::~IVipSdkCoreInterface() = default;
 IVipSdkTelemInterface::~IVipSdkTelemInterface() = default;
 IVipTelemData::~IVipTelemData() = default;
 
-#define NOTE(function, text)                                                                                           \
-    void function()                                                                                                    \
-    {                                                                                                                  \
-        scriptedSdk().calls.emplace_back(text);                                                                        \
-    }
 #define ANSWER(function, ...)                                                                                          \
     function                                                                                                           \
     {                                                                                                                  \
@@ -55,10 +54,12 @@ class VipSdkCoreInterfaceImpl::Private
 VipSdkCoreInterfaceImpl::VipSdkCoreInterfaceImpl() = default;
 VipSdkCoreInterfaceImpl::~VipSdkCoreInterfaceImpl() = default;
 
-NOTE(VipSdkCoreInterfaceImpl::Initialize, "start core")
+ANSWER(void VipSdkCoreInterfaceImpl::Initialize(), note("start core"))
 ANSWER(bool VipSdkCoreInterfaceImpl::IsLogin(), scriptedSdk().loggedIn)
 ANSWER(bool VipSdkCoreInterfaceImpl::Logout(), scriptedSdk().succeeds)
 ANSWER(bool VipSdkCoreInterfaceImpl::StartFrontTask(), scriptedSdk().succeeds)
+ANSWER(void VipSdkCoreInterfaceImpl::AddUserInfoChangeListener(IUserInfoChangeListener *listener),
+       scriptedSdk().listeners.push_back(listener))
 ANSWER(bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate),
        give(scriptedSdk().certificate, certificate))
 ANSWER(bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag),
@@ -66,7 +67,7 @@ ANSWER(bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *p
 
 void VipSdkCoreInterfaceImpl::UnInitialize()
 {
-    scriptedSdk().calls.emplace_back("stop core");
+    note("stop core");
     if (scriptedSdk().stopping)
         scriptedSdk().stopping();
 }
@@ -84,22 +85,15 @@ void VipSdkCoreInterfaceImpl::FreeString(wchar_t *text)
     delete[] text;
 }
 
-void VipSdkCoreInterfaceImpl::AddUserInfoChangeListener(IUserInfoChangeListener *listener)
-{
-    scriptedSdk().listeners.push_back(listener);
-}
-
 void VipSdkCoreInterfaceImpl::RemoveUserInfoChangeListener(IUserInfoChangeListener *listener)
 {
     const std::lock_guard lock(scriptedSdk().listenerMutex);
-    auto &all = scriptedSdk().listeners;
-    all.erase(std::remove(all.begin(), all.end(), listener), all.end());
+    scriptedSdk().listeners.remove(listener);
 }
 
 bool VipSdkCoreInterfaceImpl::LogoutForever(int *result)
 {
-    if (result)
-        *result = scriptedSdk().succeeds ? 0 : 1;
+    *result = scriptedSdk().succeeds ? 0 : 1;
     return scriptedSdk().succeeds;
 }
 
@@ -116,14 +110,10 @@ class VipSdkTeleM3rdImpl::Private
 
 VipSdkTeleM3rdImpl::VipSdkTeleM3rdImpl() = default;
 VipSdkTeleM3rdImpl::~VipSdkTeleM3rdImpl() = default;
+void VipSdkTeleM3rdImpl::SendTelemData(IVipTelemData * /*record*/) { }
 
-NOTE(VipSdkTeleM3rdImpl::Initialize, "start telemetry")
-NOTE(VipSdkTeleM3rdImpl::UnInitialize, "stop telemetry")
-
-void VipSdkTeleM3rdImpl::SendTelemData(IVipTelemData *record)
-{
-    delete record;
-}
+ANSWER(void VipSdkTeleM3rdImpl::Initialize(), note("start telemetry"))
+ANSWER(void VipSdkTeleM3rdImpl::UnInitialize(), note("stop telemetry"))
 
 } // namespace vip_sdk
 
@@ -134,11 +124,7 @@ public:
     ProductInfoMgr::PublicInfo info;
 };
 
-VipTelemData::VipTelemData(const std::wstring &event) : m_private(std::make_unique<Private>())
-{
-    m_private->event = event;
-}
-
+VipTelemData::VipTelemData(const std::wstring &event) : m_private(new Private{event, {}}) { }
 VipTelemData::~VipTelemData() = default;
 
 void VipTelemData::SetPublicInfo(int tid1, int tid2, int tod1, int tod2, int iid, int pid, int tryNo,
@@ -160,5 +146,5 @@ ProductInfoMgr *ProductInfoMgr::GetInstance()
     return &instance;
 }
 
-NOTE(ProductInfoMgr::Initialize, "prepare product information")
+ANSWER(void ProductInfoMgr::Initialize(), note("prepare product information"))
 ANSWER(ProductInfoMgr::PublicInfo ProductInfoMgr::GetPublicInfo() const, scriptedSdk().publicInfo)

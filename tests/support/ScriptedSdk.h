@@ -4,6 +4,7 @@
 #include "vipsdk/include/ProductInfoMgr.h"
 
 #include <functional>
+#include <list>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -26,7 +27,7 @@ struct ScriptedSdk
     int stringsGiven = 0; ///< by GetUserInfoJson(), less those released
     std::function<bool(const std::wstring &user, const std::wstring &password, int &errorCode, bool &flag)> login;
     std::vector<std::wstring> setUserInfo; ///< the arguments of the last call
-    std::vector<vip_sdk::IUserInfoChangeListener *> listeners;
+    std::list<vip_sdk::IUserInfoChangeListener *> listeners;
     std::recursive_mutex listenerMutex; ///< held while one of them is called from another thread than the test's
 
     ProductInfoMgr::PublicInfo publicInfo;
