@@ -14,12 +14,10 @@
 #include <atomic>
 #include <csignal>
 #include <fcntl.h>
-#include <random>
-#include <sstream>
+#include <functional>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -79,15 +77,13 @@ struct Listener : vip_sdk::IUserInfoChangeListener
 {
     void OnUserInfoChange() override
     {
-        if (leaving) {
-            leaving->RemoveUserInfoChangeListener(this);
-            leaving->UnInitialize();
-        }
         changes += std::this_thread::get_id() == test ? 100 : 1;
+        if (then)
+            then();
     }
     void OnLogoutForeverUserInfoChange() override { ++closures; }
 
-    VipSdkCoreInterfaceImpl *leaving = nullptr; ///< whom it leaves, and stops, from the notice
+    std::function<void()> then; ///< what it does in the notice
     std::atomic<int> changes{0}, closures{0};
     const std::thread::id test = std::this_thread::get_id();
 };
@@ -97,21 +93,20 @@ struct Listener : vip_sdk::IUserInfoChangeListener
 TEST_F(LocalSdk, UnknownAddressGetsAnAccountThatOnlyItsPasswordOpens)
 {
     fs::remove_all(path(""));
-    EXPECT_TRUE(!core.IsLogin() && core.Logout() && userInfo() == kLoggedOut);
+    EXPECT_TRUE(core.Logout());
+    EXPECT_EQ(userInfo(), kLoggedOut);
     EXPECT_FALSE(fs::exists(path(""))) << "reading creates nothing";
 
     const std::wstring name(64, L'n');
-    EXPECT_TRUE(login(name + L"@Example.org", L"s\u00e9cret") == 0 && created && core.IsLogin());
-    EXPECT_TRUE(login(name + L"@example.org", L"se\u0301cret") == 0 && !created) << "the same accent, typed otherwise";
+    EXPECT_EQ(login(name + L"@Example.org", L"s\u00e9cret"), 0);
+    EXPECT_TRUE(created);
+    EXPECT_EQ(login(name + L"@example.org", L"se\u0301cret"), 0) << "the same accent, typed otherwise";
+    EXPECT_FALSE(created);
     const std::wstring session = userInfo();
     const std::pair<std::wstring, int> rows[] = {
-        {name + L"@example.org", 4572014},
-        {L"", 4572012},
-        {L"ann", 4572012},
-        {L"a..b@example.org", 4572012},
-        {L"\u00fc@example.org", 4572012},
-        {name + L"@example", 4572012},
-        {name + L"n@example.org", 4572011},
+        {name + L"@example.org", 4572014}, {L"ann", 4572012},
+        {L"a..b@example.org", 4572012},    {L"\u00fc@example.org", 4572012},
+        {name + L"@example", 4572012},     {name + L"n@example.org", 4572011},
     };
     for (const auto &[user, error] : rows)
         EXPECT_EQ(login(user, L"wrong"), error) << testing::PrintToString(user);
@@ -128,8 +123,10 @@ TEST_F(LocalSdk, SessionAndAccountEnd)
 {
     int result = -1;
     wchar_t *certificate = nullptr;
-    EXPECT_TRUE(!core.LogoutForever(&result) && result == 4572013);
-    EXPECT_FALSE(core.GetUserCertificate(&certificate) || core.SetUserInfo(nullptr, L"t", nullptr, nullptr));
+    EXPECT_FALSE(core.LogoutForever(&result));
+    EXPECT_EQ(result, 4572013);
+    EXPECT_FALSE(core.GetUserCertificate(&certificate));
+    EXPECT_FALSE(core.SetUserInfo(nullptr, L"t", nullptr, nullptr));
     EXPECT_TRUE(setUserInfo({L'n', wchar_t(0xD83D)}));
     EXPECT_EQ(userInfo().find(L"\\ud83d"), std::wstring::npos) << "half a character, which not every reader takes";
     EXPECT_TRUE(setUserInfo(L"\U0001F600"));
@@ -160,8 +157,11 @@ TEST_F(LocalSdk, WhatCannotBeUsedIsLeftAlone)
         {"link", "session.json", [](Path path) { fs::create_symlink("accounts.json", path); }, false},
         {"open store", "", [](Path path) { fs::permissions(path, fs::perms::all); }, false},
         {"open accounts", "accounts.json", [](Path path) { fs::permissions(path, fs::perms::all); }, false},
+        {"another's accounts", "accounts.json", [](Path path) { EXPECT_EQ(::chown(path.c_str(), 1, 1), 0); }, false},
     };
     for (const auto &[name, file, harm, isUsable] : rows) {
+        if (name == std::string("another's accounts") && ::geteuid() != 0)
+            continue; // only root can give files away
         fs::remove_all(path(""));
         test::writeFile(path("accounts.json"), kAccounts);
         harm(path(file));
@@ -180,8 +180,9 @@ TEST_F(LocalSdk, WhatStandsOpenOrInTheWayIsMended)
 {
     const auto others = fs::perms::group_read | fs::perms::others_read;
     fs::permissions(path("accounts.json"), others, fs::perm_options::add);
+    test::writeFile(path("accounts.json.new"), "of a process that was killed");
     test::writeFile(path("session.json.new/kept"), "k");
-    EXPECT_TRUE(core.SetUserInfo(L"o", L"t", L"", L"") && core.Logout());
+    EXPECT_TRUE(setUserInfo(L"n"));
     EXPECT_EQ(fs::status(path("accounts.json")).permissions() & others, fs::perms::none);
     const fs::recursive_directory_iterator files(path(""));
     EXPECT_EQ(std::count_if(begin(files), end(files), [](auto &file) { return file.path().filename() == "kept"; }), 1);
@@ -192,26 +193,14 @@ TEST_F(LocalSdk, PasswordsAreDigestedBeforeTheStoreIsLocked)
     const int lock = ::open(path("lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     ASSERT_EQ(::flock(lock, LOCK_EX), 0);
     EXPECT_EQ(login(L"seed@example.org", L"wrong"), 4572014) << "waited for the lock";
+    ::close(lock);
 
-    std::thread holder([lock] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        ::close(lock);
-    });
     int errors[2] = {};
     test::onThreads(2, [&](int i) {
         bool isNew = false;
         core.Login(L"new@example.org", i ? L"one" : L"other", errors[i], isNew);
     });
-    holder.join();
-    EXPECT_TRUE((errors[0] == 0 && errors[1] == 4572014) || (errors[0] == 4572014 && errors[1] == 0))
-        << "who comes second finds an account with another password";
-}
-
-TEST_F(LocalSdk, StoreOfSomebodyElseIsRefused)
-{
-    if (::chown(path("accounts.json").c_str(), 1, 1) != 0)
-        GTEST_SKIP() << "only root can give files away";
-    EXPECT_EQ(login(), kUnavailable);
+    EXPECT_EQ(std::minmax({errors[0], errors[1]}), std::pair(0, 4572014)) << "the second finds another password";
 }
 
 TEST_F(LocalSdk, FullDiskIsAnErrorAndLosesNothing)
@@ -230,28 +219,13 @@ TEST_F(LocalSdk, FullDiskIsAnErrorAndLosesNothing)
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &free), 0);
 }
 
-TEST_F(LocalSdk, KilledAtAnyMomentItStaysWhole)
-{
-    std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same moments every time, as far as the system goes along
-    for (int round = 0; round < 200; ++round) {
-        const pid_t child = ::fork();
-        while (child == 0)
-            if (!setUserInfo(L"n") || !core.Logout())
-                ::_exit(1);
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 5000));
-        ::kill(child, SIGKILL);
-        int status = 0;
-        ASSERT_TRUE(::waitpid(child, &status, 0) == child && WIFSIGNALED(status)) << "an operation failed";
-        const std::wstring info = userInfo();
-        ASSERT_TRUE(info == kLoggedOut || info.find(LR"("open_id":"seed")") != std::wstring::npos);
-        ASSERT_TRUE(setUserInfo(L"n")) << "round " << round;
-    }
-}
-
 TEST_F(LocalSdk, ListenersAreToldOnItsOwnThreadAndMayLeaveFromThere)
 {
     Listener listener, removed, leaving;
-    leaving.leaving = &core;
+    leaving.then = [&] {
+        core.RemoveUserInfoChangeListener(&leaving);
+        core.UnInitialize();
+    };
     for (Listener *each : {&leaving, &listener, &listener, &removed, static_cast<Listener *>(nullptr)})
         core.AddUserInfoChangeListener(each);
     core.RemoveUserInfoChangeListener(&removed);
@@ -300,25 +274,18 @@ TEST_F(LocalSdk, StartsAndStopsOnManyThreadsAtOnce)
     });
     core.Initialize();
     EXPECT_TRUE(core.StartFrontTask());
-    core.UnInitialize();
-    EXPECT_FALSE(core.StartFrontTask());
 }
 
 TEST_F(LocalSdk, ProcessEndsWithoutStoppingItAlthoughAListenerWaitsForThat)
 {
-    struct Waiting : Listener
-    {
-        void OnUserInfoChange() override
-        {
-            ++changes;
-            for (;;)
-                ::pause();
-        }
-    };
     const auto startAndEnd = [this] {
         ::alarm(60);
         static auto &service = *new VipSdkCoreInterfaceImpl; // static for the leak checker to find
-        static auto &listener = *new Waiting;
+        static auto &listener = *new Listener;
+        listener.then = [] {
+            for (;;)
+                ::pause();
+        };
         service.AddUserInfoChangeListener(&listener);
         service.Initialize();
         setUserInfo(L"n");
@@ -337,12 +304,11 @@ TEST_F(LocalSdk, SpoolKeepsTheLinesOfManyWholeWhateverWasThere)
             vip_sdk::VipSdkTeleM3rdImpl().SendTelemData(record ? new VipTelemData(L"line\n\u00fc") : nullptr);
     });
 
-    std::istringstream lines(test::readFile(path("telemetry.jsonl")));
-    int count = -1;
-    for (std::string line; std::getline(lines, line); ++count) {
-        const QJsonObject record = QJsonDocument::fromJson(QByteArray::fromStdString(line)).object();
-        ASSERT_EQ(record["event"].toString() == QString::fromUtf8("line\n\u00fc"), count >= 0) << line;
-        ASSERT_EQ(record["product"].toObject()["pid"].toInt(), count >= 0 ? 44 : 0) << line;
+    const auto lines = QByteArray::fromStdString(test::readFile(path("telemetry.jsonl"))).split('\n');
+    ASSERT_EQ(lines.size(), 1 + 196 + 1) << "the piece, and nothing behind the last";
+    for (int i = 1; i <= 196; ++i) {
+        const QJsonObject record = QJsonDocument::fromJson(lines[i]).object();
+        ASSERT_EQ(record["event"].toString(), QString::fromUtf8("line\n\u00fc")) << lines[i].toStdString();
+        ASSERT_EQ(record["product"].toObject()["pid"].toInt(), 44);
     }
-    EXPECT_EQ(count, 196);
 }

@@ -23,7 +23,6 @@ TEST(OndIniWrapper, TextsComeBackAsTheyStand)
     const std::tuple<const char *, std::string, std::wstring, int> rows[] = {
         // content, "key" of "section" as a text (default "d") and as a number (default 7)
         {"number", head + " key = -12 \n", L"-12", -12},
-        {"past 32 bits", head + "key=4294967296", L"4294967296", 0},
         {"every special character", head + R"(key=a\{b}, "c"; %20 @d #e = \)", LR"(a\{b}, "c"; %20 @d #e = \)", 0},
         {"CRLF", "[section]\r\n\r\nkey=text\r\n", L"text", 0},
         {"byte-order mark", "\xEF\xBB\xBF[section]\nkey=ü😀", L"ü😀", 0},
@@ -32,8 +31,6 @@ TEST(OndIniWrapper, TextsComeBackAsTheyStand)
         {"section twice", "[section]\nkey=1\n[other]\nkey=2\n[section]\nkey=3", L"3", 3},
         {"other section", "key=1\n[Section]\nkey=2\n[section\nkey=3", L"d", 7},
         {"other key", head + "Key=1\nkeys=2\nkey\n=3", L"d", 7},
-        {"binary noise", std::string("\xff\xfe[\0]=\0=\n=[\x01", 12) + head, L"d", 7},
-        {"5 MB line", head + "key=" + std::string(5U << 20, 'x'), std::wstring(5U << 20, L'x'), 0},
     };
     const test::TempDir dir;
     const std::string path = dir / "ü.ini";
