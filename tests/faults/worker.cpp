@@ -14,10 +14,11 @@
 #include "runtime/TaskMgr.h"
 #include "vipsdk/include/VipSdkCoreInterfaceImpl.h"
 
+#include <QElapsedTimer>
+#include <QScopeGuard>
 #include <QSettings>
 #include <atomic>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <functional>
@@ -38,7 +39,10 @@ std::atomic<long> held{0};
 
 bool fails()
 {
-    return allowed >= 0 && allowed-- == 0;
+    const bool now = allowed >= 0 && allowed-- == 0;
+    if (now)
+        errno = ENOMEM;
+    return now;
 }
 
 void *counted(void *memory)
@@ -58,26 +62,19 @@ void __libc_free(void *); // NOLINT
 
 void *malloc(size_t size)
 {
-    if (!fails())
-        return counted(__libc_malloc(size));
-    errno = ENOMEM;
-    return nullptr;
+    return fails() ? nullptr : counted(__libc_malloc(size));
 }
 
 void *calloc(size_t count, size_t size)
 {
-    if (!fails())
-        return counted(__libc_calloc(count, size));
-    errno = ENOMEM;
-    return nullptr;
+    return fails() ? nullptr : counted(__libc_calloc(count, size));
 }
 
 void *realloc(void *memory, size_t size)
 {
-    if (!fails())
-        return memory ? __libc_realloc(memory, size) : counted(__libc_realloc(memory, size));
-    errno = ENOMEM;
-    return nullptr;
+    if (!memory)
+        return malloc(size);
+    return fails() ? nullptr : __libc_realloc(memory, size);
 }
 
 void free(void *memory)
@@ -90,10 +87,9 @@ void free(void *memory)
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr int kLost = -2; // what was stored beside the value is gone
-constexpr long kLongest = 10; // seconds for a next writer: the promised five, and as many for a busy machine
+constexpr int kLongest =
+    10'000; // milliseconds for a next writer: the promised five seconds, and as many for a busy machine
 
 /// A value that survives the process. Each is written with numbers that grow.
 struct Store
@@ -102,9 +98,10 @@ struct Store
     std::function<int()> read;
 };
 
-int ifKept(int value, int beside)
+/// What `stored` answers for the value, if what was stored beside it is still there.
+template <typename Stored> int ifKept(Stored stored)
 {
-    return beside == 7 ? value : kLost;
+    return stored("s/keep", -1) == 7 ? stored("s/k", -1) : kLost;
 }
 
 std::string logPath()
@@ -133,11 +130,6 @@ int lastBookmarked()
     return last;
 }
 
-QString serverFile()
-{
-    return QString::fromStdString(MacConfigPath::GetInstance()->GetAppConfigPath("ressrc/chs/upnest.svr"));
-}
-
 /// -1 when nobody is logged in.
 int numberOfNickname()
 {
@@ -155,10 +147,7 @@ const std::map<std::string, Store> &stores()
     static const auto &all = *new std::map<std::string, Store>{
         {"config",
          {[](int n) { ConfigFileUtil::SetLocalAppCfgValueInt("s/k", n); },
-          [] {
-              return ifKept(ConfigFileUtil::GetLocalAppCfgValueInt("s/k", -1),
-                            ConfigFileUtil::GetLocalAppCfgValueInt("s/keep", -1));
-          }}},
+          [] { return ifKept(ConfigFileUtil::GetLocalAppCfgValueInt); }}},
         {"count",
          {[](int n) {
               ConfigFileUtil::SetLocalAppCfgForCountValueInt({"s/k", "s/l"}, {n, n}, 2);
@@ -167,14 +156,11 @@ const std::map<std::string, Store> &stores()
               std::vector<QString> keys{"s/k", "s/l", "s/keep"};
               std::vector<int> values(3);
               ConfigFileUtil::GetLocalAppCfgForCountValueInt(keys, values, 3, -1);
-              return values[0] == values[1] ? ifKept(values[0], values[2]) : kLost;
+              return values[0] == values[1] && values[2] == 7 ? values[0] : kLost;
           }}},
         {"overlay",
          {[](int n) { ConfigFileUtil::SetCfgdataFileValueIntUser("s/k", n); },
-          [] {
-              return ifKept(ConfigFileUtil::GetCfgdataFileValueIntUser("s/k", -1),
-                            ConfigFileUtil::GetCfgdataFileValueIntUser("s/keep", -1));
-          }}},
+          [] { return ifKept(ConfigFileUtil::GetCfgdataFileValueIntUser); }}},
         {"registry",
          {[](int n) {
               MacReg key;
@@ -184,11 +170,14 @@ const std::map<std::string, Store> &stores()
           [] {
               MacReg key;
               key.open("faults", true);
-              return ifKept(key.value("s/k", -1).toInt(), key.value("s/keep", -1).toInt());
+              return ifKept([&](const char *name, int absent) { return key.value(name, absent).toInt(); });
           }}},
         {"server",
          {[](int n) { PdfReaderProductInfo::GetInstance()->SetTryNo(n); },
-          [] { return QSettings(serverFile(), QSettings::IniFormat).value("Common/TryNo", -1).toInt(); }}},
+          [] {
+              const std::string file = MacConfigPath::GetInstance()->GetAppConfigPath("ressrc/chs/upnest.svr");
+              return QSettings(file.c_str(), QSettings::IniFormat).value("Common/TryNo", -1).toInt();
+          }}},
         {"bookmarks",
          {[](int n) {
               const std::string folder = MacConfigPath::GetInstance()->GetUserDataDir() + std::to_string(n);
@@ -209,25 +198,13 @@ const std::map<std::string, Store> &stores()
     return all;
 }
 
-/// Runs `work` in a process of its own; its exit status, or 128 and the signal that ended it.
-int inChild(const std::function<int()> &work)
-{
-    std::cout.flush();
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::alarm(20);
-        ::_exit(work());
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-}
-
-/// What a writer that is killed leaves to those who look.
+/// What children leave to those who look.
 struct Progress
 {
     std::atomic<int> begun, done;
-    std::atomic<long> longest; // milliseconds that a next writer took
+    std::atomic<qint64> longest; // milliseconds that a next writer took
+    int seen;
+    char expected[4096];
 };
 
 Progress *sharedProgress(int writers)
@@ -237,14 +214,39 @@ Progress *sharedProgress(int writers)
     return static_cast<Progress *>(memory);
 }
 
-void killSoon(const std::function<void()> &work, int longestLife)
+pid_t forked(const std::function<void()> &work)
 {
-    static std::mt19937 random(std::random_device{}());
+    std::cout.flush();
     const pid_t child = ::fork();
     if (child == 0) {
         work();
+        std::cout.flush();
         ::_exit(0);
     }
+    return child;
+}
+
+/// Runs `work` in a process of its own and prints its answer, what fell short; 1 if anything did, or it crashed.
+int inChild(const std::string &where, const std::function<std::string()> &work)
+{
+    const pid_t child = forked([&] {
+        ::alarm(20);
+        if (const std::string wrong = work(); !wrong.empty()) {
+            std::cout << where << ": " << wrong << std::endl;
+            ::_exit(1);
+        }
+    });
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (WIFSIGNALED(status))
+        std::cout << where << ": crash " << WTERMSIG(status) << '\n';
+    return status == 0 ? 0 : 1;
+}
+
+void killSoon(const std::function<void()> &work, int longestLife)
+{
+    static std::mt19937 random(std::random_device{}());
+    const pid_t child = forked(work);
     ::usleep(random() % static_cast<unsigned int>(longestLife));
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
@@ -256,10 +258,10 @@ int killWriters(const std::string &name, int rounds)
     const Store &store = stores().at(name);
     const bool logsOut = name == "sdk";
     Progress *const progress = sharedProgress(1);
-    inChild([&] { return progress->done = store.read(), 0; });
     int fellShort = 0;
     for (int round = 0; round < rounds; ++round) {
-        progress->begun = progress->done.load();
+        const std::string where = "round " + std::to_string(round);
+        inChild(where, [&] { return progress->begun = progress->done = store.read(), ""; });
         killSoon(
             [&] {
                 for (;;) {
@@ -268,101 +270,74 @@ int killWriters(const std::string &name, int rounds)
                 }
             },
             20'000);
-        const int status = inChild([&] {
+        fellShort += inChild(where, [&] {
             const int found = store.read();
             if (found != progress->done && found != progress->begun && !(logsOut && found == -1))
-                return 1;
-            const auto start = Clock::now();
-            progress->done = progress->begun + 1;
-            store.write(progress->done);
-            const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count();
-            progress->longest = std::max<long>(progress->longest, time);
-            return time > kLongest * 1000L ? 2 : store.read() == progress->done ? 0 : 3;
+                return "neither old nor new";
+            QElapsedTimer timer;
+            timer.start();
+            store.write(progress->begun + 1);
+            const qint64 time = timer.elapsed();
+            progress->longest = std::max(progress->longest.load(), time);
+            if (time > kLongest)
+                return "the next writer waited";
+            return store.read() == progress->begun + 1 ? "" : "the next writer was refused";
         });
-        static const std::map<int, const char *> meaning = {
-            {1, "neither old nor new"}, {2, "the next writer waited"}, {3, "the next writer was refused"}};
-        if (status != 0 && ++fellShort < 10)
-            std::cout << "round " << round << ": " << (meaning.count(status) ? meaning.at(status) : "crash") << ' '
-                      << status << '\n';
-        if (status != 0)
-            inChild([&] { return progress->done = store.read(), 0; });
     }
     std::cout << "longest next write: " << progress->longest << " ms\n";
     return fellShort;
 }
 
-/// Lines "w<writer> <number> <length> xxx".
-void writeLines(int writer, int count, int least, int most, Progress &progress)
+/// Writers of so many lines, together or one after the other and killed soon; what fell short. Who was killed may leave
+/// a piece of its own last line.
+int writeLog(int writers, int count, int least, int most, bool killed)
 {
-    std::minstd_rand random(static_cast<unsigned int>(writer) + 1);
-    for (int number = 1; number <= count; ++number) {
-        const std::string head = "w" + std::to_string(writer) + ' ' + std::to_string(number) + ' ';
-        const auto length = static_cast<std::size_t>(least) + random() % static_cast<unsigned int>(most - least + 1);
-        progress.begun = number;
-        CommonFileLog::WriteLog(head + std::to_string(length) + ' ' + std::string(length, 'x'));
-        progress.done = number;
+    // "w<writer> <number> xxx", of a length that looks like chance.
+    const auto lineOf = [&](int writer, int number) {
+        std::minstd_rand random(static_cast<unsigned int>(writer * 1'000'003 + number));
+        const std::string head = 'w' + std::to_string(writer) + ' ' + std::to_string(number) + ' ';
+        return head + std::string(std::uniform_int_distribution<std::size_t>(least, most)(random), 'x');
+    };
+    Progress *const progress = sharedProgress(writers);
+    for (int writer = 0; writer < writers; ++writer) {
+        const auto write = [&] {
+            for (int number = 1; number <= count; ++number) {
+                progress[writer].begun = number;
+                CommonFileLog::WriteLog(lineOf(writer, number));
+                progress[writer].done = number;
+            }
+        };
+        killed ? killSoon(write, 10'000) : static_cast<void>(forked(write));
     }
-}
-
-/// Reads all lines of `writers`; what fell short. A writer that was killed may leave a piece of its own last line.
-int checkLines(const Progress *progress, int writers, bool killed)
-{
-    std::vector<int> seen(static_cast<std::size_t>(writers));
+    while (::wait(nullptr) > 0) { }
     std::ifstream file(logPath());
-    int fellShort = 0;
-    int pieces = 0;
+    int fellShort = 0, pieces = killed ? writers : 0;
     for (std::string line; std::getline(file, line);) {
         const auto at = line.find("]  w");
-        int writer = -1, number = 0, length = -1, taken = 0;
+        int writer = -1, number = 0;
         if (at != std::string::npos)
-            static_cast<void>(std::sscanf(line.c_str() + at, "]  w%d %d %d %n", &writer, &number, &length, &taken));
-        const bool isWhole = at < 80 && line.compare(0, 2, "20") == 0 && writer >= 0 && writer < writers && taken > 0
-            && line.size() == at + static_cast<std::size_t>(taken + length)
-            && line.find_first_not_of('x', at + static_cast<std::size_t>(taken)) == std::string::npos;
-        if (isWhole && number == ++seen[static_cast<std::size_t>(writer)])
+            static_cast<void>(std::sscanf(line.c_str() + at, "]  w%d %d ", &writer, &number));
+        const bool isKnown = writer >= 0 && writer < writers;
+        const bool isWhole = isKnown && at < 80 && line.compare(0, 2, "20") == 0
+            && line.compare(at + 3, std::string::npos, lineOf(writer, number)) == 0;
+        if (isWhole && number == ++progress[writer].seen)
             continue;
-        const bool isLast = writer < 0 || writer >= writers || number > progress[writer].done;
-        if (killed && !isWhole && isLast)
-            ++pieces;
-        else if (++fellShort < 10)
+        if (!isWhole && (!isKnown || number > progress[writer].done) && --pieces >= 0)
+            continue;
+        if (++fellShort < 10)
             std::cout << (isWhole ? "out of order: " : "torn: ") << line.substr(0, 120) << '\n';
     }
     for (int writer = 0; writer < writers; ++writer) {
-        const int count = seen[static_cast<std::size_t>(writer)];
-        if (count < progress[writer].done && ++fellShort < 10)
-            std::cout << "missing: " << progress[writer].done - count << " of writer " << writer << '\n';
+        const int missing = progress[writer].done - progress[writer].seen;
+        if (missing > 0 && ++fellShort < 10)
+            std::cout << "missing: " << missing << " of writer " << writer << '\n';
     }
-    if (pieces > writers)
-        std::cout << "torn: " << pieces << " lines of " << writers << " writers\n";
-    return fellShort + std::max(0, pieces - writers);
-}
-
-int writeTogether(int writers, int count, int least, int most)
-{
-    Progress *const progress = sharedProgress(writers);
-    for (int writer = 0; writer < writers; ++writer) {
-        if (::fork() == 0) {
-            writeLines(writer, count, least, most, progress[writer]);
-            ::_exit(0);
-        }
-    }
-    while (::wait(nullptr) > 0) { }
-    return checkLines(progress, writers, false);
-}
-
-int killLoggers(int rounds)
-{
-    Progress *const progress = sharedProgress(rounds);
-    for (int writer = 0; writer < rounds; ++writer)
-        killSoon([&] { writeLines(writer, 1'000'000, 1, 100'000, progress[writer]); }, 10'000);
-    return checkLines(progress, rounds, true);
+    return fellShort;
 }
 
 struct Task : ITask
 {
-    explicit Task(std::atomic<int> &count) : runs(count) { }
-    void run() override { ++runs; }
-    std::atomic<int> &runs;
+    void run() override { }
 };
 
 /// What runs out of memory, and its answer: the same each time, or std::bad_alloc.
@@ -387,17 +362,10 @@ const std::map<std::string, std::function<std::string()>> &operations()
          }},
         {"worker-tasks",
          [] {
-             std::atomic<int> runs{0};
-             {
-                 TaskMgr manager;
-                 struct AtEnd
-                 {
-                     ~AtEnd() { manager.WaitTaskFinish(1000); }
-                     TaskMgr &manager;
-                 } atEnd{manager};
-                 for (int i = 0; i < 20; ++i)
-                     manager.PushTask(std::make_shared<Task>(runs));
-             }
+             TaskMgr manager;
+             const auto atEnd = qScopeGuard([&] { manager.WaitTaskFinish(1000); });
+             for (int i = 0; i < 20; ++i)
+                 manager.PushTask(std::make_shared<Task>());
              return std::string();
          }},
         {"addresses",
@@ -421,15 +389,15 @@ const std::map<std::string, std::function<std::string()>> &operations()
 int exhaust(const std::string &name, int step)
 {
     const auto &operation = operations().at(name);
-    auto *const expected =
-        static_cast<char *>(::mmap(nullptr, 4096, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    inChild([&] { return operation().copy(expected, 4095), 0; });
+    Progress *const progress = sharedProgress(1);
+    inChild(name, [&] { return operation().copy(progress->expected, sizeof progress->expected - 1), ""; });
     int fellShort = 0;
     int runs = 0;
     for (const bool isWarm : {false, true}) {
-        int status = 0;
-        for (int k = 0; status != 9 && fellShort < 10; k += step, ++runs) {
-            status = inChild([&] {
+        progress->done = 0;
+        for (int k = 0; progress->done == 0 && fellShort < 10; k += step, ++runs) {
+            const std::string where = name + (isWarm ? " again, allocation " : ", allocation ") + std::to_string(k);
+            fellShort += inChild(where, [&] {
                 MacGlobalConfig::isInternationalApp(); // asked once, and the default if that fails
                 long before = 0, clean = 0;
                 for (int i = 0; isWarm && i < 3; ++i) {
@@ -442,21 +410,18 @@ int exhaust(const std::string &name, int step)
                 try {
                     allowed = k;
                     const std::string answer = operation();
-                    isRight = answer == expected || (answer.empty() && name == "digest");
+                    isRight = answer == progress->expected || (answer.empty() && name == "digest");
                 } catch (const std::bad_alloc &) {
                 } catch (const std::system_error &) { // no thread, or no path of the executable
                 }
-                const bool isDone = allowed >= 0;
+                progress->done = allowed >= 0 ? 1 : 0;
                 allowed = -1;
                 const bool leaks = isWarm && held - before > std::max(0L, clean);
-                const bool recovers = operation() == expected;
-                return isDone ? 9 : !isRight ? 1 : leaks ? 2 : recovers ? 0 : 3;
+                return !isRight                         ? "another answer"
+                    : leaks                             ? "memory is lost"
+                    : operation() != progress->expected ? "another answer afterwards"
+                                                        : "";
             });
-            static const std::map<int, const char *> meaning = {
-                {1, "another answer"}, {2, "memory is lost"}, {3, "another answer afterwards"}};
-            if (status != 0 && status != 9 && ++fellShort < 10)
-                std::cout << name << (isWarm ? " again" : "") << ", allocation " << k << ": "
-                          << (meaning.count(status) ? meaning.at(status) : "crash") << ' ' << status << '\n';
         }
     }
     std::cout << "runs: " << runs << '\n';
@@ -479,15 +444,10 @@ int run(const std::vector<std::string> &words)
         return std::cout << operations().at(words.at(1))() << '\n', 0;
     if (command == "wait") // until something comes, which may be another executable in this one's place
         return std::cin.get(), std::cout << operations().at(words.at(1))() << '\n', 0;
-    int fellShort = 0;
-    if (command == "kill")
-        fellShort = killWriters(words.at(1), number(2));
-    else if (command == "kill-log")
-        fellShort = killLoggers(number(1));
-    else if (command == "log")
-        fellShort = writeTogether(number(1), number(2), number(3), number(4));
-    else if (command == "exhaust")
-        fellShort = exhaust(words.at(1), number(2));
+    const int fellShort = command == "kill" ? killWriters(words.at(1), number(2))
+        : command == "kill-log"             ? writeLog(number(1), 1'000'000, 1, 100'000, true)
+        : command == "log"                  ? writeLog(number(1), number(2), number(3), number(4), false)
+                                            : exhaust(words.at(1), number(2));
     std::cout << "fell short: " << fellShort << '\n';
     return fellShort == 0 ? 0 : 1;
 }
