@@ -1,39 +1,26 @@
 #include "tests/process/RealBundle.h"
 
-#include <QFile>
 #include <QRegularExpression>
-#include <QRegularExpressionMatchIterator>
 #include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
 
 namespace {
 
-QString read(const std::filesystem::path &path)
+const fs::path kSource = OND_TEST_SOURCE_DIR, kExamples = OND_TEST_BUILD_DIR "/examples";
+
+QString read(const fs::path &path)
 {
-    QFile file(QString::fromStdString(path.string()));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path;
-    return file.readAll();
+    return QString::fromStdString(test::readFile(path));
 }
 
-/// A program of the page, and what it prints.
-struct Task
+/// What a program printed, with names for the folders of this test as the pages have them.
+QString asPrinted(const std::string &output, const test::RealBundle &bundle, const char *data)
 {
-    QString name, program, output;
-};
-
-std::vector<Task> tasksOf(const QString &page)
-{
-    static const QRegularExpression form("`examples/(\\w+)\\.cpp`\n\n```cpp\n(.*?)```\n\n```\n(.*?)```\n",
-                                         QRegularExpression::DotMatchesEverythingOption);
-    std::vector<Task> tasks;
-    for (auto it = form.globalMatch(page); it.hasNext();) {
-        const auto match = it.next();
-        tasks.push_back({match.captured(1), match.captured(2), match.captured(3)});
-    }
-    return tasks;
+    return QString::fromStdString(output)
+        .replace(QString::fromStdString(bundle.supportDir()), data)
+        .replace(QString::fromStdString(bundle.dir().path().string()), QStringLiteral("…"));
 }
-
-const std::filesystem::path kSource = OND_TEST_SOURCE_DIR;
-const std::filesystem::path kExamples = std::filesystem::path(OND_TEST_BUILD_DIR) / "examples";
 
 } // namespace
 
@@ -42,88 +29,64 @@ TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
     qputenv("QT_PLUGIN_PATH", OND_TEST_PLUGINS);
     qputenv("QT_QPA_GENERIC_PLUGINS", "typist");
     qputenv("OND_TEST_KEYS", "me@example.org\tsecret\r");
-    const auto tasks = tasksOf(read(kSource / "docs/guide.md"));
-    EXPECT_EQ(tasks.size(), 10U);
-    std::size_t sources = 0;
-    for (const auto &entry : std::filesystem::directory_iterator(kSource / "examples"))
-        sources += entry.path().extension() == ".cpp" ? 1 : 0;
-    EXPECT_EQ(sources, tasks.size());
-    for (const auto &[name, program, output] : tasks) {
-        EXPECT_EQ(read(kSource / "examples" / (name.toStdString() + ".cpp")), program);
-        EXPECT_LE(program.count('\n'), 30) << name.toStdString();
+    const QRegularExpression form("`examples/(\\w+)\\.cpp`\n\n```cpp\n(.*?)```\n\n```\n(.*?)```\n",
+                                  QRegularExpression::DotMatchesEverythingOption);
+    std::ptrdiff_t count = 0;
+    for (auto it = form.globalMatch(read(kSource / "docs/guide.md")); it.hasNext(); ++count) {
+        const auto match = it.next();
+        const std::string name = match.captured(1).toStdString();
+        EXPECT_EQ(test::readFile(kSource / "examples" / (name + ".cpp")), match.captured(2).toStdString());
         const test::RealBundle bundle;
-        const std::string run = bundle.contents("MacOS/" + name.toStdString()).string();
-        std::filesystem::copy_file(kExamples / name.toStdString(), run);
+        fs::copy_file(kExamples / name, bundle.contents("MacOS/" + name));
         // No browser: the helper that opens pages is tested elsewhere.
         test::writeFile(bundle.contents("MacOS/orvell-account"), "#!/bin/sh\n");
-        const test::ProcessResult result = test::runProcess(run, {}, bundle.home());
-        QString printed = QString::fromStdString(result.output);
-        printed.replace(QString::fromStdString(bundle.supportDir()), "~/Library/Application Support");
-        printed.replace(QString::fromStdString(bundle.dir().path().string()), QStringLiteral("…"));
-        EXPECT_EQ(printed.toStdString(), output.toStdString()) << result.errors;
+        const auto result = test::runProcess(bundle.contents("MacOS/" + name).string(), {}, bundle.home());
+        EXPECT_EQ(asPrinted(result.output, bundle, "~/Library/Application Support").toStdString(),
+                  match.captured(3).toStdString())
+            << result.errors;
         EXPECT_EQ(result.exitStatus, 0);
     }
+    EXPECT_EQ(count, std::distance(fs::directory_iterator(kSource / "examples"), {}) - 1) << "all but CMakeLists.txt";
 }
 
 TEST(Guide, CommandsRunAProgramInTheBundleWhichIsNothingOutsideOne)
 {
-    static const QRegularExpression form("```sh\n(.*?)```\n", QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpression form("```sh\n(.*?)```\n", QRegularExpression::DotMatchesEverythingOption);
     QString commands = form.match(read(kSource / "docs/guide.md")).captured(1);
-    ASSERT_EQ(commands.count('\n'), 2);
     const test::RealBundle bundle;
     commands.replace("build/release/PDF Orvell.app", QString::fromStdString(bundle.contents("..").string()));
-    commands.replace("build/release", OND_TEST_BUILD_DIR);
-    const auto inside = test::runProcess("/bin/sh", {"-ec", commands}, bundle.home());
-    const auto outside = test::runProcess((kExamples / "where").string(), {}, bundle.home());
+    const auto inside = bundle.sh(commands.replace("build/release", OND_TEST_BUILD_DIR));
     EXPECT_NE(inside.output.find("PDF Orvell.app/Contents/Resources/\n"), std::string::npos) << inside.errors;
+    const auto outside = test::runProcess((kExamples / "where").string(), {}, bundle.home());
     EXPECT_EQ(outside.output.rfind("bundle     \nresources  \n", 0), 0U) << outside.output;
-}
-
-TEST(Guide, PagesNameWhatThereIs)
-{
-    const test::TempDir home;
-    const auto result = test::runProcess((kSource / "tools/lint/pages").string(), {}, home.path().string());
-    EXPECT_EQ(result.exitStatus, 0) << result.errors;
 }
 
 TEST(Guide, ReadmeShowsWhatTheInspectorPrints)
 {
     const test::RealBundle bundle;
-    const QString page = read(kSource / "README.md");
-    const QString shown = page.section("```\n", 2, 2); // the first block that is no shell
+    const QString shown = read(kSource / "README.md").section("```\n", 2, 2); // the first block that is no shell
     const auto result = bundle.inspect({"locations", "switches", "doctor"});
-    QString printed = QString::fromStdString(result.output);
-    printed.replace(QString::fromStdString(bundle.supportDir()), QStringLiteral("~/.local/share"));
-    printed.replace(QString::fromStdString(bundle.dir().path().string()), QStringLiteral("…/build/release"));
+    const QString printed = asPrinted(result.output, bundle, "~/.local/share").replace("…", "…/build/release");
     EXPECT_GE(shown.count('\n'), 20);
     for (const QString &line : shown.split('\n', Qt::SkipEmptyParts)) {
-        const bool left = line.trimmed() == QStringLiteral("…");
-        EXPECT_TRUE(left || printed.simplified().contains(line.simplified())) << qPrintable(line);
+        const QString words = line.trimmed() == "…" ? QString() : line.simplified();
+        EXPECT_TRUE(printed.simplified().contains(words)) << qPrintable(line);
     }
     EXPECT_EQ(result.exitStatus, 0) << printed.toStdString();
 }
 
 TEST(Guide, InspectorUnderstandsTheCommandsOfEveryPage)
 {
-    static const QRegularExpression form("\\./dev run( [^`\n]*|`|\n)");
     const test::RealBundle bundle;
-    std::vector<std::filesystem::path> pages = {kSource / "README.md"};
-    for (const auto &entry : std::filesystem::directory_iterator(kSource / "docs")) {
-        if (entry.path().extension() == ".md")
-            pages.push_back(entry.path());
-    }
+    QString pages = read(kSource / "README.md");
+    for (const auto &entry : fs::directory_iterator(kSource / "docs"))
+        pages += entry.path().extension() == ".md" ? read(entry.path()) : QString();
+    const QRegularExpression form("\\./dev run(?! watch)( [^`\n]*|`|\n)"); // which watches for ever; tested elsewhere
     int commands = 0;
-    for (const auto &page : pages) {
-        const QString text = read(page);
-        for (auto it = form.globalMatch(text); it.hasNext();) {
-            const QString arguments = it.next().captured(1).remove('`');
-            if (arguments.startsWith(" watch")) // for ever; tested elsewhere
-                continue;
-            const QString command = '"' + QString::fromStdString(bundle.inspector()) + '"' + arguments;
-            const auto result = test::runProcess("/bin/sh", {"-c", command}, bundle.home(), "secret\n");
-            EXPECT_LE(static_cast<unsigned>(result.exitStatus), 1U) << page << qPrintable(arguments) << result.errors;
-            ++commands;
-        }
+    for (auto it = form.globalMatch(pages); it.hasNext(); ++commands) {
+        const QString arguments = it.next().captured(1).remove('`');
+        const auto result = bundle.sh("\"$0\" " + arguments, "secret\n");
+        EXPECT_LE(static_cast<unsigned>(result.exitStatus), 1U) << qPrintable(arguments) << result.errors;
     }
     EXPECT_GE(commands, 6);
 }

@@ -7,37 +7,27 @@ namespace {
 // The README's own lines, in places of the test's.
 constexpr char kScript[] = R"sh(
 cmake=$1 build=$2 generator=$3 source=$4 compiler=$5 flags=$6 other_qt=$7
-consumer=$source/tests/process/consumer
 set -e
+cp -R "$source/tests/process/consumer" .
 block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`\$/{/^\`\`\`/d;p;}" "$source/README.md"; }
 configure() { "$cmake" -G "$generator" "-DCMAKE_PREFIX_PATH=$PWD/prefix" "-DCMAKE_CXX_COMPILER=$compiler" "$@"; }
-block sh | grep '^cmake --install' | sed "s|cmake|\"$cmake\"|; s|build/release|\"$build\"|; s|/opt/ondpdftoolutils|\"$PWD/prefix\"|" >install
-mkdir readme
+block cmake | sed 's/my_program/consumer/' >>consumer/CMakeLists.txt
+{ block cpp | grep '^#include'; echo 'int main() {'; block cpp | grep -v '^#include'; echo '}'; } >consumer/main.cpp
 {
-    echo 'cmake_minimum_required(VERSION 3.25)'
-    echo 'project(readme LANGUAGES CXX)'
-    echo 'add_executable(my_program main.cpp)'
-    block cmake
-} >readme/CMakeLists.txt
-{ block cpp | grep '^#include'; echo 'int main() {'; block cpp | grep -v '^#include'; echo '}'; } >readme/main.cpp
-{
+    block sh | grep '^cmake --install' | sed "s|cmake|\"$cmake\"|; s|build/release|\"$build\"|; s|/opt/ondpdftoolutils|\"$PWD/prefix\"|" >install
     sh -e install
-    configure -S readme -B readme/build "-DCMAKE_CXX_FLAGS=$flags"
-    "$cmake" --build readme/build
-    readme/build/my_program
-    configure -S "$consumer" -B build "-DCMAKE_CXX_FLAGS=$flags" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
+    configure -S consumer -B build "-DCMAKE_CXX_FLAGS=$flags" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
     "$cmake" --build build
+    build/consumer
     # What an analyser makes of it, which reads with clang's defaults.
     sed -n 's|.*"command": "[^ ]* \(.*\) -o .* -c \(.*/main.cpp\)".*|clang++ -fsyntax-only \1 \2|p' build/compile_commands.json >analyse
     sh -e analyse
 } >&2
-build/consumer
 export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}
 eval "options=\$($(grep -o 'pkg-config --cflags --libs ondpdftoolutils' "$source/README.md"))"
 # pkg-config protects what the shell would split.
-eval "\"\$compiler\" -std=c++17 $flags \"\$consumer/main.cpp\" $options \
-    -Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils) -o consumer"
-./consumer
+eval "\"\$compiler\" -std=c++17 $flags consumer/main.cpp $options -Wl,-rpath,$(pkg-config --variable=libdir ondpdftoolutils) -o program"
+./program
 
 # The inspector finds its bundle and its libraries by a link, also when all of it was moved.
 mv prefix moved
@@ -48,9 +38,9 @@ mv moved prefix
 
 # Who uses the other Qt is told so.
 echo "add_library(${other_qt}::Core INTERFACE IMPORTED)" >other.cmake
-configure -S "$consumer" -B other "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
+configure -S consumer -B other "-DCMAKE_PROJECT_INCLUDE=$PWD/other.cmake" 2>&1 | grep -o "this project uses Qt"
 printf '#include <QtGlobal>\n#undef QT_VERSION_MAJOR\n#define QT_VERSION_MAJOR 9\n' >other.h
-eval "\"\$compiler\" -std=c++17 $flags -include other.h -fsyntax-only \"\$consumer/main.cpp\" $(pkg-config --cflags ondpdftoolutils)" 2>&1 |
+eval "\"\$compiler\" -std=c++17 $flags -include other.h -fsyntax-only consumer/main.cpp $(pkg-config --cflags ondpdftoolutils)" 2>&1 |
     grep -o "built with the other Qt" | head -1
 )sh";
 
@@ -92,7 +82,6 @@ TEST(Install, IsFoundAndUsedAsTheReadmeSays)
                                                   OND_TEST_SOURCE_DIR, OND_TEST_CXX, flags, OND_TEST_OTHER_QT});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(result.output,
-              "log of consumer\nlog of consumer\n"
               "ondpdftoolutils/PDF Orvell.app/Contents/Resources/\nthis project uses Qt\nbuilt with the other Qt\n");
 }
 

@@ -53,9 +53,8 @@ std::string RealBundle::supportDir() const
 
 fs::path RealBundle::makeUserDataDir(const std::string &bundleName) const
 {
-    fs::path path = fs::path(supportDir()) / bundleName;
-    fs::create_directories(path);
-    return path;
+    fs::create_directories(supportDir() + '/' + bundleName);
+    return supportDir() + '/' + bundleName;
 }
 
 ProcessResult RealBundle::inspect(const QStringList &arguments, const std::string &input) const
@@ -66,6 +65,12 @@ ProcessResult RealBundle::inspect(const QStringList &arguments, const std::strin
 nlohmann::json RealBundle::inspectJson(const QStringList &arguments) const
 {
     return nlohmann::json::parse(inspect(QStringList{"--json"} + arguments).output);
+}
+
+ProcessResult RealBundle::sh(const QString &line, const std::string &input) const
+{
+    const QString there = "cd '" + QString::fromStdString(m_dir.path().string()) + "'; ";
+    return runProcess("/bin/sh", {"-ec", there + line, inspector().c_str()}, home(), input);
 }
 
 } // namespace test

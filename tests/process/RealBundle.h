@@ -45,6 +45,8 @@ public:
 
     [[nodiscard]] ProcessResult inspect(const QStringList &arguments, const std::string &input = {}) const;
     [[nodiscard]] nlohmann::json inspectJson(const QStringList &arguments) const;
+    /// What the shell makes of `line`, with "$0" for the inspector, in the temporary folder.
+    [[nodiscard]] ProcessResult sh(const QString &line, const std::string &input = {}) const;
 
 private:
     TempDir m_dir;

@@ -2,45 +2,29 @@
 
 #include <QApplication>
 #include <QGenericPlugin>
-#include <QKeyEvent>
 #include <QTimer>
-#include <QWidget>
+#include <QtTest>
 
-class Typist : public QObject
-{
-public:
-    Typist()
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, this, [this] { type(); });
-        m_timer.start(20);
-    }
-
-private:
-    void type()
-    {
-        const QWidget *dialog = QApplication::activeModalWidget();
-        if (!dialog || !dialog->focusWidget() || !dialog->isActiveWindow())
-            return;
-        m_timer.stop();
-        for (const QChar key : qEnvironmentVariable("OND_TEST_KEYS")) {
-            const int code = key == '\t' ? Qt::Key_Tab : key == '\r' ? Qt::Key_Return : 0;
-            for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease}) {
-                QKeyEvent event(kind, code, Qt::NoModifier, key);
-                QCoreApplication::sendEvent(dialog->focusWidget(), &event);
-            }
-        }
-    }
-
-    QTimer m_timer;
-};
-
-class TypistPlugin : public QGenericPlugin
+class Typist : public QGenericPlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "Typist.json")
 
 public:
-    QObject *create(const QString & /*key*/, const QString & /*arguments*/) override { return new Typist; }
+    QObject *create(const QString & /*key*/, const QString & /*arguments*/) override
+    {
+        auto *timer = new QTimer;
+        connect(timer, &QTimer::timeout, timer, [timer] {
+            const QWidget *dialog = QApplication::activeModalWidget();
+            if (!dialog || !dialog->focusWidget() || !dialog->isActiveWindow())
+                return;
+            timer->stop();
+            for (const char key : qgetenv("OND_TEST_KEYS"))
+                QTest::keyClick(dialog->focusWidget(), key);
+        });
+        timer->start(20);
+        return timer;
+    }
 };
 
 #include "Typist.moc"
