@@ -62,6 +62,7 @@ TEST_F(CommonFileLogTest, ForkedChildOfManyThreadsWaitsForNoneAndTellsItsOwnNumb
 {
     test::writeFile(log, "");
     ::setenv("TZ", "IST-5:30", 1);
+    CommonFileLog::WriteLog("parent"); // a fork amid the very first line would wait for a thread that it lacks
     std::atomic<bool> stop{false};
     std::thread other([&stop] {
         while (!stop)
