@@ -27,9 +27,7 @@ struct FakeMac
     std::string panelPath; ///< of the second URL: the first one has none
     bool hasMainWindow = false;
 
-    bool createsBookmarks = true;
-    bool staleBookmarks = false;
-    bool deniesAccess = false;
+    bool createsBookmarks = true, staleBookmarks = false, deniesAccess = false;
     int resolvedUrls = 0; ///< that live
 
     std::optional<std::uint32_t> reachability = 2;

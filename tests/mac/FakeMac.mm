@@ -62,15 +62,11 @@ void launch(const std::string &what, Configuration *with, Completion completion)
 
 } // namespace
 
-namespace test {
-
-FakeMac &fakeMac()
+test::FakeMac &test::fakeMac()
 {
     static FakeMac mac;
     return mac;
 }
-
-} // namespace test
 
 // A method that answers what an expression is worth, and one that says what it was set to.
 #define ANSWER(method, ...)                                                                                            \

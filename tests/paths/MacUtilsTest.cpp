@@ -8,14 +8,10 @@
 
 using test::fakePlatform;
 
-namespace {
-
-void setVersion(const std::string &version)
+static void setVersion(const std::string &version)
 {
     fakePlatform().info[""]["CFBundleShortVersionString"] = version;
 }
-
-} // namespace
 
 TEST(MacPath, CutsFoldersFromTheExecutablesPath)
 {
@@ -44,7 +40,7 @@ TEST(MacUtils, MainApplicationIsTheOutermostBundle)
     EXPECT_EQ(MacUtils::GetBundleVersionInt(false), 1010001);
 
     fakePlatform().bundleExecutablePath = "/usr/bin/b";
-    EXPECT_EQ(MacUtils::GetMainAppBasicPath() + MacUtils::GetMainAppPListFullPath(), "");
+    EXPECT_EQ(MacUtils::GetMainAppPListFullPath(), "");
 }
 
 TEST(MacUtils, HelpersInTheSymLinkFolderAskTheirOwner)
@@ -64,7 +60,7 @@ TEST(MacUtils, HelpersInTheSymLinkFolderAskTheirOwner)
 TEST(MacUtils, VersionNumbersFillFourSlots)
 {
     unsigned short a = 9, b = 9, c = 9, d = 9;
-    for (const char *bad : {"1.70000.2", "1.2.65536", "none"}) {
+    for (const char *bad : {"65536.1.2", "1.65536.2", "1.2.65536", "none"}) {
         setVersion(bad);
         EXPECT_FALSE(MacUtils::GetBundleVersionNumbers(&a, &b, &c, &d, false)) << bad;
     }

@@ -7,14 +7,8 @@
 #include <QDateTime>
 #include <QLineEdit>
 #include <QTimer>
-#include <atomic>
-#include <csignal>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -55,7 +49,8 @@ TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
     for (const auto getter : {PathUtils::getSignatureDir, PathUtils::getSealDir, PathUtils::getRecommendPdfDir,
                               PathUtils::getSaveChatDocContentFileDir, PathUtils::getThumbnailDir}) {
         const QString path = getter();
-        EXPECT_TRUE(fs::is_directory(path.toStdString()) && path.startsWith(at("support/Foo/")) && path.endsWith('/'));
+        EXPECT_TRUE(path.endsWith('/')) << path.toStdString();
+        EXPECT_TRUE(fs::equivalent(path.toStdString() + "..", bundle / "support/Foo")) << path.toStdString();
     }
     EXPECT_TRUE(QFile::exists(PathUtils::GetEditImageBackupDir()));
 }
@@ -82,8 +77,10 @@ TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
     EXPECT_EQ(PathUtils::getExportDir(nullptr) + PathUtils::getExportDir(&recorder), at("home/Documents"));
 
     fakePlatform().panelAnswer = {bundle / "home"};
-    EXPECT_TRUE(PathUtils::checkDirPermission(at("group")) && PathUtils::checkDirPermission(at("home/")));
-    EXPECT_FALSE(PathUtils::checkDirPermission(at("else")) || PathUtils::checkDirPermission(""));
+    for (const char *granted : {"group", "home/"})
+        EXPECT_TRUE(PathUtils::checkDirPermission(at(granted))) << granted;
+    for (const QString &refused : {at("else"), QString()})
+        EXPECT_FALSE(PathUtils::checkDirPermission(refused)) << refused.toStdString();
 }
 
 TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
@@ -105,8 +102,10 @@ TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
 {
     EXPECT_EQ(PathUtils::PathToSuffix("C:\\docs\\file.tar.gz"), "gz");
     EXPECT_EQ(PathUtils::PathToSuffix("/x.y/A") + PathUtils::PathRemoveSuffix("/x.y/B"), "AB");
-    for (const char *path : {"//", "FTP://host", "a//b", "//server/share", "ftp://host"})
-        EXPECT_EQ(PathUtils::isNetworkDiskPath(path), QString(path).endsWith("share") || path[0] == 'f') << path;
+    for (const char *path : {"//", "FTP://host", "a//b"})
+        EXPECT_FALSE(PathUtils::isNetworkDiskPath(path)) << path;
+    for (const char *path : {"//server/share", "ftp://host"})
+        EXPECT_TRUE(PathUtils::isNetworkDiskPath(path)) << path;
 
     const QString path = at("re%2.po.pdf");
     for (const char *next : {"re%2.po.pdf", "re%2.po(1).pdf", "re%2.po(2).pdf"}) {
@@ -118,7 +117,8 @@ TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
     // Six or seven in the evening, wherever this runs: hours are counted to twelve.
     qputenv("TZ", "TST" + QByteArray::number(QDateTime::currentDateTimeUtc().time().hour() - 18));
     const QString stamped = PathUtils::GetPathNoConflit(path, 3, 5);
-    EXPECT_TRUE(stamped.size() == path.size() + 15 && stamped[path.size() + 1] == '0') << stamped.toStdString();
+    EXPECT_EQ(stamped.size(), path.size() + 15) << stamped.toStdString();
+    EXPECT_EQ(stamped[path.size() + 1], '0') << stamped.toStdString();
     EXPECT_EQ(PathUtils::GetPathNoConflit(make("notes"), 2, 2), at("notes(1)."));
     EXPECT_EQ(PathUtils::GetDirectoryNoConflit(at("Foo.app/"), 2, 2), at("Foo.app/(1)"));
 }
@@ -128,84 +128,61 @@ TEST_F(PathUtilsTest, CopiesOneFile)
     for (const char *name : {"from", "size", "other size"})
         make(name, name);
     ::mkfifo((bundle / "fifo").c_str(), 0600);
-    const std::tuple<const char *, const char *, const char *, int, const char *> rows[] = {
-        {"onto itself", "from", "from", 1, "from"},       {"same size counts as same", "from", "size", 1, "size"},
-        {"missing source", "none", "size", 2, "size"},    {"FIFO that nobody writes", "fifo", "size", 3, "size"},
-        {"onto a folder", "from", "Foo.app", 4, nullptr}, {"over another", "from", "other size", 1, "from"},
+    const std::tuple<const char *, const char *, int, const char *> rows[] = {
+        {"from", "from", 1, "from"}, // onto itself
+        {"from", "size", 1, "size"}, // the same size counts as the same
+        {"none", "size", 2, "size"}, {"fifo", "size", 3, "size"},
+        {"from", "none/to", 5, ""},  {"from", "other size", 1, "from"},
     };
-    for (const auto &[name, from, to, code, left] : rows) {
-        EXPECT_EQ(PathUtils::copyFile(at(from), at(to)), code) << name;
-        EXPECT_TRUE(!left || test::readFile(bundle / to) == left) << name;
+    for (const auto &[from, to, code, left] : rows) {
+        EXPECT_EQ(PathUtils::copyFile(at(from), at(to)), code) << from << ' ' << to;
+        EXPECT_EQ(test::readFile(bundle / to), left) << from << ' ' << to;
     }
+    EXPECT_EQ(PathUtils::copyFile(at("from"), at("Foo.app")), 4);
     const QString broken = at("from") + QChar::Null;
     EXPECT_EQ(PathUtils::copyFile(broken, broken + "x"), 2) << "a NUL ends no path";
     EXPECT_EQ(PathUtils::copyFile(at("from"), at("to") + QChar::Null), 5);
-    EXPECT_TRUE(PathUtils::isFileInUse(broken) && !PathUtils::deleteDirectory(at("") + QChar::Null));
-
-    // A file that grows meanwhile has two sizes, and is one file all the same, under its other name, too.
-    fs::create_symlink("grows", bundle / "alias");
-    std::ofstream grows(bundle / "grows");
-    std::atomic<bool> isCopied = false;
-    std::thread writer([&] {
-        while (!isCopied)
-            grows << 'x' << std::flush;
-    });
-    for (int i = 0; i < 500; ++i)
-        EXPECT_EQ(PathUtils::copyFile(at(i % 2 ? "alias" : "grows"), at("grows")), 1);
-    isCopied = true;
-    writer.join();
-    EXPECT_TRUE(QFile::exists(at("grows")));
-
-    const QString from = make("from", QByteArray(100'000, 'x')), to = make("to/file", "in the way");
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit full{4096, 4096};
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
-    EXPECT_EQ(PathUtils::copyFile(from, to), 5);
-    EXPECT_TRUE(fs::is_empty(bundle / "to")) << "no half of a copy";
+    EXPECT_TRUE(PathUtils::isFileInUse(broken));
+    EXPECT_FALSE(PathUtils::deleteDirectory(at("") + QChar::Null));
 }
 
 TEST_F(PathUtilsTest, FoldersLoseNoMoreThanTheyAreTold)
 {
     for (const char *name : {"from/a.txt", "from/.b.txt", "from/c.png", "to/x/a.txt"})
         make(name, name);
-    EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("none"), at("made"), {}) || QFile::exists(at("made")));
     ::mkfifo((bundle / "fifo").c_str(), 0600);
     fs::create_symlink("../fifo", bundle / "from/fifo.txt");
     EXPECT_TRUE(PathUtils::copyFilterFileInDir(at("from"), at("to/x"), {"*.txt"}));
-    EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("from"), "", {"*.txt"}) || QFile::exists("a.txt"));
-    EXPECT_TRUE(QFile::exists(at("to/x/.b.txt")) && test::readFile(bundle / "to/x/a.txt") == "to/x/a.txt");
-    EXPECT_FALSE(QFile::exists(at("to/x/c.png")));
+    EXPECT_EQ(QDir(at("to/x")).entryList(QDir::Files | QDir::Hidden), QStringList({".b.txt", "a.txt"}));
+    EXPECT_EQ(test::readFile(bundle / "to/x/a.txt"), "to/x/a.txt");
+    EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("from"), "", {"*.txt"}));
+    EXPECT_FALSE(PathUtils::copyFilterFileInDir(at("none"), at("made"), {}));
+    EXPECT_FALSE(QFile::exists("a.txt"));
+    EXPECT_FALSE(QFile::exists(at("made")));
 
-    std::error_code refused; // no file system of macOS takes a name that is no UTF-8
-    for (const char *link : {"link", "link2", "to/link", "to/\xff"})
-        fs::create_directory_symlink(bundle / "from", bundle / link, refused);
-    const fs::path start = fs::current_path();
-    fs::current_path(bundle / "to");
-    for (int i = 0; i < 20; ++i) { // deeper than the longest path
-        const std::string name(255, 'd');
-        ASSERT_EQ(::mkdir(name.c_str(), 0700) + ::chdir(name.c_str()), 0);
+    for (const char *link : {"link", "link2", "to/link"})
+        fs::create_directory_symlink(bundle / "from", bundle / link);
+    EXPECT_FALSE(PathUtils::deleteDirectory(""));
+    for (const char *gone : {"link/", "link2/.", "to/."}) {
+        EXPECT_TRUE(PathUtils::deleteDirectory(at(gone))) << gone;
+        EXPECT_FALSE(fs::exists(fs::symlink_status(fs::path(bundle / gone).parent_path()))) << gone;
     }
-    fs::current_path(start);
-    EXPECT_FALSE(PathUtils::deleteFile(at("from")) || PathUtils::deleteDirectory(""));
-    EXPECT_TRUE(PathUtils::deleteDirectory(at("link/")) && PathUtils::deleteDirectory(at("link2/.")));
-    EXPECT_TRUE(PathUtils::deleteDirectory(at("to/.")));
-    EXPECT_TRUE(PathUtils::deleteFile(at("from/a.txt")) && !QFile::exists(at("link")) && !QFile::exists(at("to")));
+    EXPECT_FALSE(PathUtils::deleteFile(at("from")));
+    EXPECT_TRUE(PathUtils::deleteFile(at("from/a.txt"))) << "what links led to stayed";
 }
 
 TEST_F(PathUtilsTest, LimitsPicturesAsTheyAreShown)
 {
-    const auto bitmap = [](int width, int height) {
-        return "BM" + QByteArray(12, '\0') + QByteArray::fromHex("28000000")
-            + QByteArray(reinterpret_cast<const char *>(&width), 4)
-            + QByteArray(reinterpret_cast<const char *>(&height), 4) + QByteArray::fromHex("01001800")
-            + QByteArray(24, '\0');
-    };
-    const QByteArray full = bitmap(10000, 10000).leftJustified(20971520);
+    const std::string file = bundle / "a.png"; // which does not decide what it is
     QString error;
-    EXPECT_TRUE(PathUtils::isPicReadable(make("a.png", full), error));
-    EXPECT_FALSE(PathUtils::isPicReadable(make("a.png", full + ' '), error));
+    QImage(10000, 1, QImage::Format_Mono).save(at("a.png"), "bmp");
+    fs::resize_file(file, 20971520);
+    EXPECT_TRUE(PathUtils::isPicReadable(at("a.png"), error));
+    fs::resize_file(file, 20971521);
+    EXPECT_FALSE(PathUtils::isPicReadable(at("a.png"), error));
     EXPECT_EQ(error, "Cannot insert pictures larger than 20M");
-    EXPECT_FALSE(PathUtils::isPicReadable(make("a.png", bitmap(1, 10001)), error));
+    QImage(1, 10001, QImage::Format_Mono).save(at("a.png"), "bmp");
+    EXPECT_FALSE(PathUtils::isPicReadable(at("a.png"), error));
     EXPECT_EQ(error, "Cannot insert pictures with a resolution greater than 10000");
     EXPECT_TRUE(PathUtils::isPicReadable(make("a.svg", "<svg width='10001' height='1'/>"), error)) << "not unpacked";
 

@@ -12,7 +12,6 @@ TEST(RegularFile, IsReadWholeOrNotAtAll)
     test::writeFile(dir / "empty", "");
     test::writeFile(dir / "full", std::string(20000, 'x'));
     test::writeFile(dir / "over", std::string(20001, 'x'));
-    std::filesystem::create_directory(dir / "folder");
     ASSERT_EQ(::mkfifo((dir / "fifo").c_str(), 0600), 0);
     std::filesystem::create_symlink("fifo", dir / "link to fifo");
 
@@ -22,24 +21,16 @@ TEST(RegularFile, IsReadWholeOrNotAtAll)
         State state;
         int size;
     } rows[] = {
-        {dir / "empty", State::read, 0},
-        {dir / "full", State::read, 20000},
-        {dir / "over", State::tooLarge, 0},
-        {dir / "none", State::missing, 0},
-        {dir / "full/none", State::missing, 0},
-        {dir / std::string("full\0none", 9), State::missing, 0},
-        {"", State::missing, 0},
-        {dir / "folder", State::irregular, 0},
-        {dir / "link to fifo", State::irregular, 0},
-        {"/dev/zero", State::irregular, 0},
+        {dir / "empty", State::read, 0},        {dir / "full", State::read, 20000},
+        {dir / "over", State::tooLarge, 0},     {dir / "none", State::missing, 0},
+        {dir / "full/none", State::missing, 0}, {dir / std::string("full\0none", 9), State::missing, 0},
+        {dir.path(), State::irregular, 0},      {dir / "link to fifo", State::irregular, 0},
     };
     for (const auto &row : rows) {
         const FileContent content = readRegularFile(row.path, 20000);
         EXPECT_EQ(content.state, row.state) << row.path;
         EXPECT_EQ(content.bytes.size(), row.size) << row.path;
     }
-    if (!std::filesystem::exists("/proc/self/status")) // whose size is told as 0
-        return;
-    EXPECT_GT(readRegularFile("/proc/self/status", 20000).bytes.size(), 0);
-    EXPECT_EQ(readRegularFile("/proc/self/status", 10).state, State::tooLarge);
+    // Where there is one its size is told as 0.
+    EXPECT_NE(readRegularFile("/proc/self/status", 10).state, State::read);
 }

@@ -14,8 +14,6 @@
 #include "paths/platform/UserDefaults_p.h"
 #include "paths/platform/UserDirectories_p.h"
 
-#include <algorithm>
-
 namespace test {
 
 FakePlatform &fakePlatform()
@@ -55,15 +53,6 @@ namespace platform {
 
 using test::fakePlatform;
 
-namespace {
-
-bool contains(const std::vector<std::string> &all, const std::string &text)
-{
-    return std::find(all.begin(), all.end(), text) != all.end();
-}
-
-} // namespace
-
 #define ANSWER(question, ...)                                                                                          \
     question                                                                                                           \
     {                                                                                                                  \
@@ -90,7 +79,7 @@ ANSWER(std::string propertyListInfo(const std::string &plist, const std::string 
 ANSWER(std::string applicationSupportDirectory(), fakePlatform().applicationSupportDirectory)
 ANSWER(std::string homeDirectoryOfUser(), fakePlatform().homeDirectoryOfUser)
 ANSWER(std::string groupContainer(const std::string &group), fakePlatform().groupContainers[group])
-ANSWER(bool isApplicationInstalled(const std::string &id), contains(fakePlatform().installedApplications, id))
+ANSWER(bool isApplicationInstalled(const std::string &id), fakePlatform().installedApplications.count(id) != 0)
 ANSWER(Defaults userDefaultsWithPrefix(const std::string & /*prefix*/), fakePlatform().userDefaults)
 ANSWER(std::optional<ReachabilityFlags> zeroAddressReachability(), fakePlatform().reachability)
 ANSWER(std::uint64_t monotonicNanoseconds(), fakePlatform().nanoseconds)
@@ -140,7 +129,7 @@ void synchroniseUserDefaults()
 
 CreatedBookmark createBookmark(const std::string &path, unsigned long options)
 {
-    if (contains(fakePlatform().pathsWithoutBookmark, path))
+    if (fakePlatform().pathsWithoutBookmark.count(path) != 0)
         return {{}, "no bookmark"};
     const std::string text = std::to_string(options) + ":" + path;
     return {{text.begin(), text.end()}, {}};

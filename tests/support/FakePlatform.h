@@ -8,6 +8,7 @@
 #include <QString>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,23 +18,19 @@ namespace test {
 /// The answers of the platform that the tests link. Set them before the library asks: it keeps what it hears.
 struct FakePlatform
 {
-    std::string executablePath;
-    std::string bundleExecutablePath;
-    std::string bundlePath;
+    std::string executablePath, bundleExecutablePath, bundlePath;
     /// Information dictionaries: of the running bundle under "", of others under their path or property list's path.
     std::map<std::string, std::map<std::string, std::string>> info;
 
-    std::string applicationSupportDirectory;
-    std::string homeDirectoryOfUser;
+    std::string applicationSupportDirectory, homeDirectoryOfUser;
     std::map<std::string, std::string> groupContainers;
 
-    std::vector<std::string> installedApplications;
+    std::set<std::string> installedApplications;
 
     /// Launches that were asked for; the test calls the handlers when it pleases.
     std::vector<std::pair<platform::LaunchRequest, platform::LaunchHandler>> launches;
     /// How often processes are looked up, and are still found running.
-    int looks = 0;
-    int looksWhileRunning = 0;
+    int looks = 0, looksWhileRunning = 0;
 
     std::vector<platform::OpenPanelRequest> openPanels;
     std::optional<std::vector<std::string>> panelAnswer;
@@ -42,9 +39,8 @@ struct FakePlatform
     bool keepsUserDefaults = true;
     int synchronisations = 0;
     /// Bookmark data is "options:path". Paths in here give none; data of another form does not resolve.
-    std::vector<std::string> pathsWithoutBookmark;
-    bool staleBookmarks = false;
-    bool deniesAccess = false;
+    std::set<std::string> pathsWithoutBookmark;
+    bool staleBookmarks = false, deniesAccess = false;
     /// "start 1024 /path" and "stop 1024 /path", in order, with the options that the bookmark was resolved with.
     std::vector<std::string> accesses;
     std::vector<std::string> systemLog;

@@ -5,7 +5,6 @@
 using CGEventSourceStateID = std::int32_t;
 using CGEventType = std::uint32_t;
 
-constexpr CGEventSourceStateID kCGEventSourceStateCombinedSessionState = 0;
 constexpr CGEventSourceStateID kCGEventSourceStateHIDSystemState = 1;
 constexpr CGEventType kCGAnyInputEventType = ~CGEventType{0};
 

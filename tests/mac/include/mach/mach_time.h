@@ -4,8 +4,7 @@
 
 struct mach_timebase_info_data_t
 {
-    std::uint32_t numer;
-    std::uint32_t denom;
+    std::uint32_t numer, denom;
 };
 
 extern "C" std::uint64_t mach_absolute_time();
