@@ -38,26 +38,16 @@ using Bytes = std::vector<unsigned char>;
 
 /// A name in the two normalisations.
 constexpr char kName[] = "Ä.app", kDecomposed[] = "A\u0308.app";
-constexpr char kNoText[] = "\xff/x", kVersion[] = "CFBundleShortVersionString";
+constexpr char kNoText[] = "\xff/x";
 
-std::string plist(const std::string &version)
-{
-    return "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>CFBundleIdentifier</key>"
-           "<string>com.example.föö</string><key>Number</key><integer>1</integer><key>CFBundleExecutable</key>"
-           "<string>main</string><key>CFBundleShortVersionString</key><string>"
-        + version + "</string></dict></plist>";
-}
-
-/// A user with an empty home, and a helper that runs deep inside an application.
+/// A user with nothing but an application in an empty home.
 class Mac : public testing::Test
 {
 protected:
     Mac()
     {
         ::setenv("CFFIXED_USER_HOME", m_dir.path().c_str(), 1);
-        test::writeFile(m_plist, plist("1.2.3"));
-        test::writeFile(m_helper + "/Contents/Info.plist", plist("4.5.6"));
-        fakeMac().executable = m_helper + "/Contents/MacOS/b";
+        fs::create_directory(app());
         // As on a volume to which both are the same name.
         fs::create_directory_symlink(kName, m_dir / kDecomposed);
     }
@@ -72,7 +62,6 @@ protected:
 
     NSAutoreleasePool *m_pool = [[NSAutoreleasePool alloc] init];
     test::TempDir m_dir;
-    const std::string m_helper = app() + "/Contents/Helpers/B.app", m_plist = app() + "/Contents/Info.plist";
 };
 
 /// What a launch ends with; nothing when there is no launch.
@@ -96,25 +85,28 @@ bool QProcess::startDetached(qint64 *)
 
 TEST_F(Mac, BundlesAnswerForThemselves)
 {
-    const std::string programs = m_helper + "/Contents/MacOS/";
-    for (const char *there : {"none", "b", "main"}) { // the last one is the bundle's own
-        test::writeFile(programs + there, "");
-        EXPECT_EQ(platform::bundleExecutablePath(), programs + "b") << there;
-    }
-    fakeMac().executable = programs + "/main";
-    EXPECT_EQ(platform::bundleExecutablePath(), programs + "main") << "as the bundle has it";
-    EXPECT_EQ(platform::bundlePath(), m_helper);
-    EXPECT_EQ(platform::bundleIdentifier(), "com.example.föö");
-    EXPECT_EQ(platform::bundleInfo(app(), kVersion), "1.2.3");
-    EXPECT_EQ(platform::propertyListInfo(m_plist, kVersion), "1.2.3");
+    const std::string programs = app() + "/Contents/MacOS/", list = app() + "/Contents/Info.plist";
+    fakeMac().executable = programs + "b";
+    EXPECT_EQ(platform::bundleExecutablePath(), programs + "b") << "without a list";
+    test::writeFile(programs + "main", "");
+    test::writeFile(
+        list,
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>CFBundleIdentifier</key><string>ä</string>"
+        "<key>CFBundleExecutable</key><string>main</string><key>Number</key><integer>1</integer></dict></plist>");
+    EXPECT_EQ(platform::bundleExecutablePath(), programs + "b") << "not that of the list";
+    EXPECT_EQ(platform::bundlePath(), app());
+    EXPECT_EQ(platform::bundleIdentifier(), "ä");
+    EXPECT_EQ(platform::bundleInfo(app(), "CFBundleIdentifier"), "ä");
+    EXPECT_EQ(platform::propertyListInfo(list, "CFBundleIdentifier"), "ä");
     EXPECT_EQ(platform::bundleInfo("Number"), "") << "no text";
     EXPECT_EQ(platform::bundleInfo(kNoText), "");
-    EXPECT_EQ(platform::bundleInfo(kNoText, kVersion), "");
-    EXPECT_EQ(platform::propertyListInfo(kNoText, kVersion), "");
-    for (const std::string &path : {m_helper, std::string(3000, '/') + "b"}) {
-        fakeMac().executable = path;
-        EXPECT_EQ(platform::executablePath(), path);
-    }
+    EXPECT_EQ(platform::bundleInfo(kNoText, "Number"), "");
+    EXPECT_EQ(platform::propertyListInfo(kNoText, "Number"), "");
+    EXPECT_EQ(platform::executablePath(), programs + "b");
+    fakeMac().executable = programs + "/main";
+    EXPECT_EQ(platform::bundleExecutablePath(), programs + "main") << "as the bundle has it";
+    fakeMac().executable = std::string(3000, '/') + "b";
+    EXPECT_EQ(platform::executablePath(), fakeMac().executable);
 }
 
 TEST_F(Mac, FoldersOfTheUserAreThoseOfTheSystem)

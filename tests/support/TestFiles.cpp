@@ -27,8 +27,7 @@ void writeFile(const fs::path &path, const std::string &content)
 {
     fs::create_directories(path.parent_path());
     std::ofstream file(path, std::ios::binary);
-    file << content;
-    if (!file.flush())
+    if (!(file << content).flush())
         throw std::runtime_error("cannot write " + path.string());
 }
 
