@@ -51,7 +51,8 @@ TEST(MacBookmark, OpensOnlyWhatResolvesFreshAndMayBeAccessed)
     EXPECT_TRUE(MacBookmark::openBookmark("/a"));
     EXPECT_TRUE(MacBookmark::deleteBookmark("/a"));
     EXPECT_TRUE(MacBookmark::hasBookmark("/a")) << "deleting keeps the entry, on purpose";
-    EXPECT_EQ(fakePlatform().accesses, (Lines{"stop 1024 /a", "start 1024 /a", "start 1024 /a", "stop 1024 /a"}));
+    const std::string start = "start 1024 of 2048:/a", stop = "stop 1024 of 2048:/a";
+    EXPECT_EQ(fakePlatform().accesses, (Lines{stop, start, start, stop}));
     EXPECT_EQ(
         fakePlatform().systemLog,
         (Lines{"No bookmark data found for key: vant_pdf_/none", "Error resolving bookmark data: no bookmark data",
@@ -69,7 +70,7 @@ TEST(MacBookmark, SearchesTheFoldersAbove)
     for (const auto &[dir, searchParents, opened] : rows) {
         fakePlatform().accesses.clear();
         EXPECT_EQ(MacBookmark::checkBookmarkForDir(dir, searchParents), !opened.empty()) << dir;
-        EXPECT_EQ(fakePlatform().accesses, opened.empty() ? Lines{} : Lines{"start 1024 " + opened[0]}) << dir;
+        EXPECT_EQ(fakePlatform().accesses, opened.empty() ? Lines{} : Lines{"start 1024 of 2048:" + opened[0]}) << dir;
     }
 }
 

@@ -37,6 +37,7 @@ TEST(MacUtils, MainApplicationIsTheOutermostBundle)
     setVersion("1.1.1");
     fakePlatform().info["/Applications/A.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
     EXPECT_EQ(MacUtils::GetBundleVersionInt(true), 2050031);
+    EXPECT_EQ(MacUtils::GetBundleVersionTail(true), 31);
     EXPECT_EQ(MacUtils::GetBundleVersionInt(false), 1010001);
 
     fakePlatform().bundleExecutablePath = "/usr/bin/b";

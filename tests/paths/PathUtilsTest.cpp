@@ -45,6 +45,7 @@ TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
     EXPECT_EQ(QDir(at("")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList("Foo.app"));
 
     EXPECT_EQ(PathUtils::getWatermarkDir(), at("support/Foo/watermark/"));
+    EXPECT_FALSE(PathUtils::isSwithToStandard());
     EXPECT_TRUE(fs::is_empty(bundle / "support/Foo"));
     for (const auto getter : {PathUtils::getSignatureDir, PathUtils::getSealDir, PathUtils::getRecommendPdfDir,
                               PathUtils::getSaveChatDocContentFileDir, PathUtils::getThumbnailDir}) {
@@ -87,6 +88,7 @@ TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
 {
     const QString document = make("docs/ü.pdf"), thumbnail = PathUtils::getThumbnailPath(document);
     EXPECT_NE(PathUtils::getThumbnailPath(at("docs/../docs/ü.pdf")), thumbnail);
+    EXPECT_FALSE(PathUtils::isThumbnailExistAndValid(document));
     EXPECT_EQ(PathUtils::getRenderCacheImagePath(document, 3, 1), PathUtils::getRenderCacheDir(document) + "3");
     test::writeFile(thumbnail.toStdString(), "");
     for (const int age : {-5, 0, 5}) {
@@ -101,7 +103,7 @@ TEST_F(PathUtilsTest, CachesAreKeyedByTheSpellingOfAPath)
 TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
 {
     EXPECT_EQ(PathUtils::PathToSuffix("C:\\docs\\file.tar.gz"), "gz");
-    EXPECT_EQ(PathUtils::PathToSuffix("/x.y/A") + PathUtils::PathRemoveSuffix("/x.y/B"), "AB");
+    EXPECT_EQ(PathUtils::PathToSuffix("/A") + PathUtils::PathRemoveSuffix("/x.y/B"), "AB");
     for (const char *path : {"//", "FTP://host", "a//b"})
         EXPECT_FALSE(PathUtils::isNetworkDiskPath(path)) << path;
     for (const char *path : {"//server/share", "ftp://host"})

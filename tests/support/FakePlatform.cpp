@@ -89,6 +89,7 @@ ANSWER(bool isProcessRunning(int /*processId*/), ++fakePlatform().looks <= fakeP
 // Kept for the test.
 ANSWER(void systemLog(const std::string &message), fakePlatform().systemLog.push_back(message))
 ANSWER(void announce(QWidget * /*source*/, const QString &text), fakePlatform().announcements.push_back(text))
+ANSWER(void synchroniseUserDefaults(), static_cast<void>(++fakePlatform().synchronisations))
 #undef ANSWER
 
 std::optional<std::string> executablePath()
@@ -122,11 +123,6 @@ void setUserDefaultsData(const std::string &key, const Data &data)
         fakePlatform().userDefaults[key] = data;
 }
 
-void synchroniseUserDefaults()
-{
-    ++fakePlatform().synchronisations;
-}
-
 CreatedBookmark createBookmark(const std::string &path, unsigned long options)
 {
     if (fakePlatform().pathsWithoutBookmark.count(path) != 0)
@@ -138,10 +134,9 @@ CreatedBookmark createBookmark(const std::string &path, unsigned long options)
 ResolvedBookmark resolveBookmark(const Data &data, unsigned long options)
 {
     const std::string text(data.begin(), data.end());
-    const std::size_t colon = text.find(':');
-    if (colon == std::string::npos)
+    if (text.find(':') == std::string::npos)
         return {"no bookmark data", false, {}, {}};
-    const auto note = [name = std::to_string(options) + " " + text.substr(colon + 1)](const char *what) {
+    const auto note = [name = std::to_string(options) + " of " + text](const char *what) {
         fakePlatform().accesses.push_back(what + name);
         return !fakePlatform().deniesAccess;
     };

@@ -41,7 +41,7 @@ struct FakePlatform
     /// Bookmark data is "options:path". Paths in here give none; data of another form does not resolve.
     std::set<std::string> pathsWithoutBookmark;
     bool staleBookmarks = false, deniesAccess = false;
-    /// "start 1024 /path" and "stop 1024 /path", in order, with the options that the bookmark was resolved with.
+    /// "start 1024 of 2048:/path" and the like of "stop", in order; 1024 is what the bookmark was resolved with.
     std::vector<std::string> accesses;
     std::vector<std::string> systemLog;
 
