@@ -1,7 +1,6 @@
 #include "paths/MacBookmark.h"
+#include "tests/fuzz/Target.h"
 
-#include <cstdint>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 
 /// What is taken is an array of arrays of bytes, and nothing else is.
@@ -15,7 +14,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         for (std::size_t k = 0; isRight && k < json[i].size(); ++k)
             isRight = json[i][k].is_number_unsigned() && json[i][k].get<std::uint64_t>() < 256;
     }
-    if (MacBookmark::parseSharedBookmarkJson(text) && !isRight)
-        std::abort();
+    require(!MacBookmark::parseSharedBookmarkJson(text) || isRight);
     return 0;
 }

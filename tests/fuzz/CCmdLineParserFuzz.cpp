@@ -1,8 +1,7 @@
 #include "runtime/CCmdLineParser.h"
+#include "tests/fuzz/Target.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 namespace {
@@ -48,11 +47,9 @@ void check(const std::wstring &line, bool matchCase)
         QString parsedKey;
         QString parsedValue;
         parser.getNext(it, parsedKey, parsedValue);
-        if (parsedKey != key || parsedValue != value)
-            std::abort();
+        require(parsedKey == key && parsedValue == value);
     }
-    if (!parser.isLast(it))
-        std::abort();
+    require(parser.isLast(it));
 }
 
 } // namespace

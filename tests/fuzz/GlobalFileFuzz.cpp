@@ -1,10 +1,5 @@
 #include "config/GlobalConfigFile.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <cstdint>
-#include <cstdlib>
+#include "tests/fuzz/Target.h"
 
 /// Whatever "mk.dat" holds, a key that is not there has the default or 0. Outside a bundle it lies in the current
 /// folder.
@@ -12,17 +7,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     static const QTemporaryDir folder(QStringLiteral("/dev/shm/global-fuzz"));
     static const bool isThere = QDir::setCurrent(folder.path());
-    QFile file(QStringLiteral("mk.dat"));
-    if (!isThere || !file.open(QIODevice::WriteOnly))
-        std::abort();
-    file.write(reinterpret_cast<const char *>(data), static_cast<qint64>(size));
-    file.close();
+    require(isThere);
+    writeFile(QStringLiteral("mk.dat"), data, size);
     for (const char *key : {"enable_log", "group_name"}) {
         static_cast<void>(GetIntValueFromMKDat("common", key, 7));
         static_cast<void>(GetStrValueFromMKDat("common", key, "default"));
     }
     const long absent = GetIntValueFromMKDat(std::string(300, 's'), "k", 7);
-    if (absent != 7 && absent != 0)
-        std::abort();
+    require(absent == 7 || absent == 0);
     return 0;
 }

@@ -1,17 +1,5 @@
 #include "config/ini/IniContent_p.h"
-
-#include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
+#include "tests/fuzz/Target.h"
 
 /// Whatever the bytes: all keys are found one by one as in the walk through the file, with an index and without, and a
 /// change is there afterwards, with every other value as it was.

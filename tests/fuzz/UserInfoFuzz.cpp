@@ -1,8 +1,6 @@
 #include "account/CPDFNewVipSdkAdapter.h"
+#include "tests/fuzz/Target.h"
 #include "tests/support/ScriptedSdk.h"
-
-#include <cstdint>
-#include <cstdlib>
 
 /// Whatever the account service says of the user, it is read as far as it has the expected shape, and given back.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -15,9 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     static auto &adapter = *new CPDFNewVipSdkAdapter(vip_sdk::PRODUCT_ID_PDF); // and the services that it started
     IPDFVipSdkAdapter::LocalUserInfo info;
     vip_sdk::UserInfo user;
-    if (!adapter.GetLocalUserInfo(info) || !adapter.GetUserInfo(user) || user.token != info.token
-        || sdk.stringsGiven != 0)
-        std::abort();
+    require(adapter.GetLocalUserInfo(info) && adapter.GetUserInfo(user) && user.token == info.token);
+    require(sdk.stringsGiven == 0);
     static_cast<void>(adapter.IsAnonymous());
     return 0;
 }

@@ -1,8 +1,6 @@
 #include "runtime/CommonFileLog.h"
+#include "tests/fuzz/Target.h"
 
-#include <QString>
-#include <cstdint>
-#include <cstdlib>
 #include <stdexcept>
 
 /// Wide texts have the UTF-8 that Qt makes of them, or are refused for what is no character.
@@ -17,11 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     try {
         const std::string bytes = CommonFileLog::wstringToString(text);
-        if (!isText || bytes != QString::fromStdWString(text).toStdString())
-            std::abort();
+        require(isText && bytes == QString::fromStdWString(text).toStdString());
     } catch (const std::range_error &) {
-        if (isText)
-            std::abort();
+        require(!isText);
     }
     return 0;
 }
