@@ -1,6 +1,8 @@
+#include "account/CPDFNewVipSdkWrap.h"
 #include "account/CPDFRookVipSdkAdapter.h"
 #include "account/CPDFVipSdkAdapter.h"
 #include "account/OndVipGeneratorUtil.h"
+#include "account/VipSdkWrapper.h"
 #include "config/MacGlobalSetting.h"
 #include "config/ProductCfgUtil.h"
 #include "runtime/MacGlobalUrl.h"
@@ -8,6 +10,8 @@
 #include "tests/support/FakePlatform.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/ScriptedSdk.h"
+#include "vipsdk/include/IVipSdkTelemInterface.h"
+#include "vipsdk/include/VipTelemData.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +19,7 @@
 #include <thread>
 
 using test::scriptedSdk;
+using vip_sdk::VipSdkWrapper;
 
 using Info = IPDFVipSdkAdapter::LocalUserInfo;
 using Page = IPDFVipSdkAdapter::VIP_GUI_PAGE;
@@ -29,20 +34,6 @@ struct Account : testing::Test
     CPDFVipSdkAdapter *const m_account = CPDFVipSdkAdapter::GetInstance();
 };
 
-/// Keeps the command line instead of running it.
-template <typename Adapter> struct Recording : Adapter
-{
-    using Adapter::Adapter;
-    bool RunVipProcess(const std::wstring &exePath, const std::wstring &commandLine) override
-    {
-        program = QString::fromStdWString(exePath).toStdString();
-        line = QString::fromStdWString(commandLine).toStdString();
-        return true;
-    }
-
-    std::string program, line;
-};
-
 struct Listener final : IPDFVipSdkAdapter::IUserInfoChangeCallBack
 {
     void OnUserInfoChange(const Info &info) override { changes.push_back(info); }
@@ -51,14 +42,15 @@ struct Listener final : IPDFVipSdkAdapter::IUserInfoChangeCallBack
     std::vector<Info> changes, goodbyes;
 };
 
-/// What the operations answer, "y" or "n": nine that pass on what the SDK says, and four that do not.
+/// What the operations answer, "y" or "n": nine that pass on what the SDK says, and four that do not; then the result
+/// of LogoutForever().
 std::string answers(IPDFVipSdkAdapter &account)
 {
     vip_sdk::UserInfo user;
     Info info;
     std::wstring certificate;
     QString text;
-    int code = 0;
+    int code = 7;
     bool flag = false;
     std::string all;
     for (const bool answer :
@@ -68,46 +60,29 @@ std::string answers(IPDFVipSdkAdapter &account)
           account.Login(L"u", L"p", code, flag), account.IsAnonymous(), account.IsLocalUserInfoHasKeyByCache({}),
           account.RefreshLocalUserInfoCache(), account.GetStrUserInfo(text)})
         all += answer ? 'y' : 'n';
-    return all;
+    return all + std::to_string(code);
 }
 
 } // namespace
 
-TEST_F(Account, CommandLinesOfPages)
+TEST_F(Account, CommandLinesTellPageAndChannel)
 {
     const std::string web = "--open_web=main --pid=13 --vipfrom=7 -url=" + MacGlobalUrl::GetVipSvrHost();
-    const std::tuple<int, int, bool, std::string, std::string> rows[] = {
-        // page, feature, log out for good, line, Rook's line
-        {1, 9, false, "--open_web=login --pid=13  --vipfrom=7 --subpid=1 --fid=9",
-         "--open_web=login --pid=13 --vipfrom=7 --subpid=1 --fid=9"},
-        {2, 9, true, "--open_web=main --pid=13  --vipfrom=7 --subpid=1 --fid=9 --logoutforever=1",
-         "--open_web=main --pid=13 --vipfrom=7 --subpid=1 --fid=9 --logoutforever=1"},
-        {3, 9, true, "--open_action=1 --pid=13  --vipfrom=7 --subpid=1 --fid=9 --logoutforever=1",
-         web + "/page/renew?tryno=7"},
-        {10, 9, false, "--open_web=main --pid=13  --vipfrom=7 --subpid=1 --fid=9", web + "/page/buy?tryno=7 --fid=9"},
-        {10, 233, false, "--open_web=main --pid=13  --vipfrom=7 --subpid=1 --fid=233",
-         web + "/page/buy-conversion?tryno=7 --fid=233"},
-        {6, 9, false, "", ""},
+    const std::tuple<const char *, int, int, bool, std::string> rows[] = {
+        // try number, page, feature, log out for good, line
+        {"7", 1, 9, false, "--open_web=login --pid=13 --vipfrom=7 --subpid=1 --fid=9"},
+        {"7", 2, 9, true, "--open_web=main --pid=13 --vipfrom=7 --subpid=1 --fid=9 --logoutforever=1"},
+        {"7", 3, 9, true, web + "/page/renew?tryno=7"},
+        {"7", 10, 9, false, web + "/page/buy?tryno=7 --fid=9"},
+        {"7", 10, 233, false, web + "/page/buy-conversion?tryno=7 --fid=233"},
+        {"7", 6, 9, false, ""},
+        {"3070", 11, 1, false, web + "/page/channel/redeem?tryno=3070 --fid=1"},
+        {"05", 10, 233, false, web + "/page/channel/buy-conversion?tryno=5 --fid=233"},
     };
-    m_bundle.writeRegistry("tryno=7\n");
-    Recording<CPDFNewVipSdkAdapter> plain(vip_sdk::PRODUCT_ID_PDF);
-    Recording<CPDFRookVipSdkAdapter> rook(vip_sdk::PRODUCT_ID_PDF);
-    const auto open = [](auto &adapter, int page, int fid, bool logoutForever) {
-        adapter.line.clear();
-        const bool opened = adapter.OpenVipGUIPage(Page(page), 7, fid, logoutForever, kPrivilege);
-        EXPECT_NE(opened, adapter.line.empty()) << page;
-        return adapter.line;
-    };
-    for (const auto &[page, fid, logoutForever, line, rookLine] : rows) {
-        EXPECT_EQ(open(plain, page, fid, logoutForever), line);
-        EXPECT_EQ(open(rook, page, fid, logoutForever), rookLine);
-    }
-    EXPECT_EQ(plain.program, m_bundle / "Foo.app/Contents/MacOS/orvell-account");
-
-    for (const char *channel : {"5", "3070"}) {
-        m_bundle.writeRegistry(std::string("; of another size\ntryno=") + channel + "\n");
-        EXPECT_EQ(open(rook, 11, 1, false), web + "/page/channel/redeem?tryno=" + channel + " --fid=1");
-        EXPECT_EQ(open(rook, 10, 233, false), web + "/page/channel/buy-conversion?tryno=" + channel + " --fid=233");
+    CPDFRookVipSdkAdapter rook(vip_sdk::PRODUCT_ID_PDF);
+    for (const auto &[tryNo, page, fid, logoutForever, line] : rows) {
+        m_bundle.writeRegistry(std::string("tryno=") + tryNo + "\n");
+        EXPECT_EQ(rook.GetOpenVipCommandLine(Page(page), 7, fid, logoutForever).toStdString(), line);
     }
     EXPECT_TRUE(rook.IsNeedCustomLoginPage(Page(1), 6031, 0));
     EXPECT_FALSE(rook.IsNeedCustomLoginPage(Page(2), 6031, 0));
@@ -115,52 +90,61 @@ TEST_F(Account, CommandLinesOfPages)
 
 TEST_F(Account, HelperGetsEveryPieceBetweenBlanks)
 {
-    const std::string helper = m_bundle / "Foo.app/Contents/MacOS/orvell-account";
-    const std::string seen = m_bundle / "seen";
-    CPDFNewVipSdkAdapter adapter(vip_sdk::PRODUCT_ID_PDF);
-    const auto run = [&](const wchar_t *line) {
-        return adapter.RunVipProcess(QString::fromStdString(helper).toStdWString(), line);
+    const std::string helper = m_bundle / "Foo.app/Contents/MacOS/orvell-account", seen = m_bundle / "seen";
+    CPDFNewVipSdkAdapter plain(vip_sdk::PRODUCT_ID_PDF);
+    CPDFRookVipSdkAdapter rook(vip_sdk::PRODUCT_ID_PDF);
+    const auto open = [](CPDFNewVipSdkAdapter &adapter, int page, bool logoutForever) {
+        return adapter.OpenVipGUIPage(Page(page), 7, 9, logoutForever, kPrivilege);
     };
-    EXPECT_FALSE(run(L"")) << "no helper";
+    EXPECT_FALSE(open(plain, 1, false)) << "no helper";
     test::writeFile(helper,
                     "#!/bin/sh\nprintf '[%s]' \"$@\" > '" + seen + ".new'\nmv '" + seen + ".new' '" + seen + "'\n");
-    EXPECT_FALSE(run(L"")) << "not executable";
+    EXPECT_FALSE(open(plain, 1, false)) << "not executable";
     std::filesystem::permissions(helper, std::filesystem::perms::owner_all);
-    EXPECT_TRUE(run(L"--pid=13  --fid=5 a\"b c\" 'd;$(e)  "));
-    EXPECT_TRUE(test::eventually([&] { return std::filesystem::exists(seen); }));
-    EXPECT_EQ(test::readFile(seen), "[--pid=13][][--fid=5][a\"b][c\"]['d;$(e)][][]") << "no shell, no quoting";
+    const auto arguments = [&](bool opened) {
+        EXPECT_TRUE(opened && test::eventually([&] { return std::filesystem::exists(seen); }));
+        std::string all = test::readFile(seen);
+        std::filesystem::remove(seen);
+        return all;
+    };
+    const std::string rest = "[--vipfrom=7][--subpid=1][--fid=9]";
+    EXPECT_EQ(arguments(open(plain, 1, false)), "[--open_web=login][--pid=13][]" + rest);
+    EXPECT_EQ(arguments(open(plain, 3, true)), "[--open_action=1][--pid=13][]" + rest + "[--logoutforever=1]");
+    EXPECT_EQ(arguments(open(plain, 10, false)), "[--open_web=main][--pid=13][]" + rest);
+    EXPECT_EQ(arguments(open(rook, 2, false)), "[--open_web=main][--pid=13]" + rest);
+    EXPECT_FALSE(open(plain, 6, false));
+    EXPECT_FALSE(open(rook, 6, false));
+    EXPECT_EQ(arguments(rook.RunVipProcess(QString::fromStdString(helper).toStdWString(), L"a\"b c\" 'd;$(e)  ")),
+              "[a\"b][c\"]['d;$(e)][][]")
+        << "no shell, no quoting";
 }
 
 TEST_F(Account, UserIsReadFromWhateverTheSdkAnswers)
 {
-    const std::tuple<std::wstring, std::wstring, int, bool> rows[] = {
-        // JSON, nickname, register_from, is_logout
-        {L"{\"nickname\":\"Gr\u00fc\u00dfe \U0001F600\",\"register_from\":3,\"is_logout\":true}",
-         L"Gr\u00fc\u00dfe \U0001F600", 3, true},
-        {LR"({"nickname":5,"register_from":"7","is_logout":"true","avatar":[]})", L"", 0, false},
-        {LR"({"nickname":"a")", L"", 0, false},
-    };
     CPDFNewVipSdkAdapter adapter(vip_sdk::PRODUCT_ID_PDF);
-    for (const auto &[json, nickname, registerFrom, isLogout] : rows) {
-        scriptedSdk().userInfoJson = json;
-        vip_sdk::UserInfo user;
-        EXPECT_TRUE(adapter.GetUserInfo(user));
-        EXPECT_EQ(std::tie(user.nickname, user.register_from, user.is_logout),
-                  std::tie(nickname, registerFrom, isLogout));
-    }
-    scriptedSdk().userInfoJson = LR"({"open_id":"o","token":"t","avatar":"v","email":"e"})";
-    Info info;
     vip_sdk::UserInfo user;
-    EXPECT_TRUE(adapter.GetLocalUserInfo(info));
+    Info info;
+    scriptedSdk().userInfoJson = L"{\"open_id\":\"o\",\"token\":\"t\",\"avatar\":\"v\",\"email\":\"e\","
+                                 L"\"nickname\":\"\u00fc\U0001F600\",\"register_from\":3,\"is_logout\":true}";
     EXPECT_TRUE(adapter.GetUserInfo(user));
-    EXPECT_EQ(user.avatar + user.token + user.open_id, L"vto");
+    EXPECT_TRUE(adapter.GetLocalUserInfo(info));
+    EXPECT_EQ(user.avatar + user.token + user.open_id + user.nickname, L"vto\u00fc\U0001F600");
     EXPECT_EQ(info.avatar_text + info.email, "ve");
+    EXPECT_EQ(user.register_from, 3);
+    EXPECT_TRUE(user.is_logout);
 
     scriptedSdk().userInfoJson.reset();
-    EXPECT_FALSE(adapter.GetUserInfo(user));
-    EXPECT_EQ(user.open_id, L"o") << "left alone";
     scriptedSdk().loggedIn = true;
     EXPECT_TRUE(adapter.IsAnonymous()) << "nothing can be read of the user";
+    EXPECT_FALSE(adapter.GetUserInfo(user));
+    EXPECT_EQ(user.open_id, L"o") << "left alone";
+    for (const wchar_t *odd : {LR"({"nickname":5,"register_from":"7","is_logout":"true"})", LR"({"nickname":"a")"}) {
+        scriptedSdk().userInfoJson = odd;
+        EXPECT_TRUE(adapter.GetUserInfo(user));
+        EXPECT_EQ(user.nickname, L"");
+        EXPECT_EQ(user.register_from, 0);
+        EXPECT_FALSE(user.is_logout);
+    }
     EXPECT_EQ(scriptedSdk().stringsGiven, 0) << "each text went back to the SDK";
 }
 
@@ -168,7 +152,7 @@ TEST_F(Account, FacadeAnswersAsTheSdkDoesAndIsNothingWithoutAnAdapter)
 {
     m_account->SetCurrentVipFrom(1);
     EXPECT_FALSE(m_account->OpenVipGUIPage(Page(1), 0, 0, false, kPrivilege));
-    EXPECT_EQ(answers(*m_account), "nnnnnnnnnnnnn");
+    EXPECT_EQ(answers(*m_account), "nnnnnnnnnnnnn7");
 
     m_account->Initialize(true);
     bool out = true;
@@ -179,16 +163,16 @@ TEST_F(Account, FacadeAnswersAsTheSdkDoesAndIsNothingWithoutAnAdapter)
     EXPECT_EQ(m_account->getCurrentVipSdkAdapter(out), rook);
 
     scriptedSdk().succeeds = false;
-    EXPECT_EQ(answers(*m_account), "nnnnnnnnnynyy");
+    EXPECT_EQ(answers(*m_account), "nnnnnnnnnynyy1");
     EXPECT_EQ(scriptedSdk().setUserInfo, (std::vector<std::wstring>{L"a", L"b", L"c", L"d"}));
     scriptedSdk().succeeds = scriptedSdk().loggedIn = true;
     scriptedSdk().userInfoJson = scriptedSdk().certificate = L"{}";
     scriptedSdk().login = [](const auto &user, const auto &password, int &, bool &) {
         return user + password == L"up";
     };
-    EXPECT_EQ(answers(*m_account), "yyyyyyyyynnyy");
+    EXPECT_EQ(answers(*m_account), "yyyyyyyyynnyy0");
     m_account->Uninitialize();
-    EXPECT_EQ(answers(*m_account), "nnnnnnnnnnnnn");
+    EXPECT_EQ(answers(*m_account), "nnnnnnnnnnnnn7");
 }
 
 TEST_F(Account, CallbacksAreToldOnceOfEachChange)
@@ -308,4 +292,40 @@ TEST_F(Account, ProductIsReadOnceAndStored)
     CPDFVipSdkAdapter::setCurrentVipSdkId(static_cast<vip_sdk::PRODUCT_ID>(5));
     EXPECT_EQ(test::readFile(store), "[account]\naccount=5\n");
     EXPECT_EQ(current(), 103);
+}
+
+TEST_F(Account, InternationalEditionUsesTheSdksTelemetryAndStopsInReverse)
+{
+    m_bundle.writeGlobalFile("[common]\napp_international=1\n");
+    EXPECT_EQ(VipSdkWrapper::GetVipSdkCoreInterface(), nullptr);
+    EXPECT_TRUE(VipSdkWrapper::UnInit()) << "nothing was started";
+
+    EXPECT_TRUE(VipSdkWrapper::Init());
+    const auto *first = VipSdkWrapper::GetVipSdkCoreInterface();
+    EXPECT_TRUE(CPDFNewVipSdkWrap::_Init());
+    EXPECT_NE(VipSdkWrapper::GetVipSdkCoreInterface(), first) << "replaced, and not stopped";
+    scriptedSdk().stopping = [] { EXPECT_EQ(VipSdkWrapper::GetVipSdkCoreInterface(), nullptr) << "found no more"; };
+    EXPECT_TRUE(CPDFNewVipSdkWrap::GetInstance()->_Uninit());
+    const std::string starts = "prepare, start core, start telemetry, ";
+    EXPECT_EQ(scriptedSdk().calls, starts + starts + "stop telemetry, stop core, ");
+    EXPECT_EQ(VipSdkWrapper::GetVipSdkCoreInterface(), nullptr);
+    EXPECT_EQ(VipSdkWrapper::GetVipTelemInterface(), nullptr);
+}
+
+TEST_F(Account, DomesticEditionReportsFromItsOwnThread)
+{
+    int error = 7;
+    bool flag = false;
+    EXPECT_FALSE(CPDFNewVipSdkWrap::Login(L"u", L"p", error, flag)) << "not started";
+    EXPECT_EQ(error, 7) << "left alone";
+
+    std::atomic<bool> reported{false};
+    scriptedSdk().report = [&, test = std::this_thread::get_id()](const std::wstring &event, const auto &) {
+        reported = event == L"event" && std::this_thread::get_id() != test;
+    };
+    EXPECT_TRUE(CPDFNewVipSdkWrap::InitInstance());
+    VipSdkWrapper::GetVipTelemInterface()->SendTelemData(new VipTelemData(L"event"));
+    EXPECT_TRUE(test::eventually([&] { return reported.load(); }));
+    EXPECT_TRUE(CPDFNewVipSdkWrap::UnInitInstance());
+    EXPECT_EQ(scriptedSdk().calls, "prepare, start core, stop core, ");
 }

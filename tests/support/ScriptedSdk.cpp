@@ -22,14 +22,15 @@ namespace {
 
 void note(const char *call)
 {
-    scriptedSdk().calls.emplace_back(call);
+    scriptedSdk().calls += call + std::string(", ");
 }
 
 bool give(const std::optional<std::wstring> &text, wchar_t **out)
 {
-    if (text)
-        *out = std::wcscpy(new wchar_t[text->size() + 1], text->c_str());
-    return text.has_value();
+    if (!text)
+        return false;
+    *out = std::wcscpy(new wchar_t[text->size() + 1], text->c_str());
+    return ++scriptedSdk().stringsGiven > 0;
 }
 
 } // namespace
@@ -60,6 +61,7 @@ ANSWER(bool VipSdkCoreInterfaceImpl::Logout(), scriptedSdk().succeeds)
 ANSWER(bool VipSdkCoreInterfaceImpl::StartFrontTask(), scriptedSdk().succeeds)
 ANSWER(void VipSdkCoreInterfaceImpl::AddUserInfoChangeListener(IUserInfoChangeListener *listener),
        scriptedSdk().listeners.push_back(listener))
+ANSWER(bool VipSdkCoreInterfaceImpl::GetUserInfoJson(wchar_t **json), give(scriptedSdk().userInfoJson, json))
 ANSWER(bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate),
        give(scriptedSdk().certificate, certificate))
 ANSWER(bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag),
@@ -72,16 +74,9 @@ void VipSdkCoreInterfaceImpl::UnInitialize()
         scriptedSdk().stopping();
 }
 
-bool VipSdkCoreInterfaceImpl::GetUserInfoJson(wchar_t **json)
-{
-    const bool given = give(scriptedSdk().userInfoJson, json);
-    scriptedSdk().stringsGiven += given;
-    return given;
-}
-
 void VipSdkCoreInterfaceImpl::FreeString(wchar_t *text)
 {
-    scriptedSdk().stringsGiven -= text != nullptr;
+    --scriptedSdk().stringsGiven;
     delete[] text;
 }
 
@@ -146,5 +141,5 @@ ProductInfoMgr *ProductInfoMgr::GetInstance()
     return &instance;
 }
 
-ANSWER(void ProductInfoMgr::Initialize(), note("prepare product information"))
+ANSWER(void ProductInfoMgr::Initialize(), note("prepare"))
 ANSWER(ProductInfoMgr::PublicInfo ProductInfoMgr::GetPublicInfo() const, scriptedSdk().publicInfo)

@@ -16,15 +16,15 @@ namespace test {
 /// found here. One thread at a time, but for reports.
 struct ScriptedSdk
 {
-    /// Starts and stops of the services and of the product information, in their order.
-    std::vector<std::string> calls;
+    /// Starts and stops of the services, and preparations of the product information, in their order.
+    std::string calls;
     std::function<void()> stopping; ///< called when the account service is stopped
 
     bool loggedIn = false;
     bool succeeds = true; ///< what Logout(), StartFrontTask(), SetUserInfo() and LogoutForever() answer
     std::optional<std::wstring> userInfoJson;
     std::optional<std::wstring> certificate;
-    int stringsGiven = 0; ///< by GetUserInfoJson(), less those released
+    int stringsGiven = 0; ///< less those released by FreeString()
     std::function<bool(const std::wstring &user, const std::wstring &password, int &errorCode, bool &flag)> login;
     std::vector<std::wstring> setUserInfo; ///< the arguments of the last call
     std::list<vip_sdk::IUserInfoChangeListener *> listeners;
