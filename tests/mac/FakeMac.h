@@ -20,14 +20,13 @@ struct FakeMac
 
     std::string executable; ///< empty: the running one
     NSArray *runningApplications = nil; ///< the numbers of their processes
-    bool opensUrls = true;
     bool launchFails = false; ///< else 4711 has been launched
 
     NSInteger panelResponse = NSModalResponseOK;
     std::string panelPath; ///< of the second URL: the first one has none
     bool hasMainWindow = false;
 
-    bool createsBookmarks = true, staleBookmarks = false, deniesAccess = false;
+    bool staleBookmarks = false, deniesAccess = false;
     int resolvedUrls = 0; ///< that live
 
     std::optional<std::uint32_t> reachability = 2;

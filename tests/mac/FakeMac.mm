@@ -159,7 +159,7 @@ ANSWER(-(NSDictionary *)infoDictionary,
                               error:(NSError **)error
 {
     ask("create ", utf8Of([self path]), " options=", options, (keys || base ? " more" : ""));
-    if (!fakeMac().createsBookmarks) {
+    if (!fs::exists(utf8Of([self path]))) {
         *error = refusal();
         return nil;
     }
@@ -215,12 +215,10 @@ SETTER(setArguments, NSArray *, "arguments=", utf8Of([value componentsJoinedBySt
     return shared;
 }
 ANSWER(-(NSArray *)runningApplications, fakeMac().runningApplications)
-ANSWER(-(BOOL)openURL : (NSURL *)url, (ask("open ", utf8Of([url absoluteString])), fakeMac().opensUrls))
-- (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)identifier
-{
-    const bool isThere = [@[ @"com.example.foo", @"" ] containsObject:identifier];
-    return isThere ? [NSURL fileURLWithPath:@"/Applications/Some.app"] : nil;
-}
+ANSWER(-(BOOL)openURL : (NSURL *)url, (ask("open ", utf8Of([url absoluteString])), [[url scheme] isEqualToString:@"x"]))
+ANSWER(-(NSURL *)URLForApplicationWithBundleIdentifier
+       : (NSString *)identifier,
+         [@[ @"com.example.foo", @"" ] containsObject:identifier] ? [NSURL fileURLWithPath:@"/Some.app"] : nil)
 - (void)openURL:(NSURL *)url configuration:(Configuration *)with completionHandler:(Completion)handler
 {
     launch("open " + utf8Of([url absoluteString]), with, handler);

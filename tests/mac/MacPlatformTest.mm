@@ -139,8 +139,7 @@ TEST_F(Mac, BookmarksKeepTheirOptionsAndScope)
         EXPECT_EQ(platform::createBookmark(path, 0).data, Bytes()) << path;
     EXPECT_EQ(asked(), Lines{}) << "no path";
     EXPECT_EQ(platform::resolveBookmark({1, 2}, 0).error, "refused");
-    fakeMac().createsBookmarks = false;
-    EXPECT_EQ(platform::createBookmark(app(), 0).error, "refused") << "not the user's text";
+    EXPECT_EQ(platform::createBookmark("/none", 0).error, "refused") << "not the user's text";
 }
 
 TEST_F(Mac, DefaultsKeepBytesOnDiskAndPassOverOtherValues)
@@ -187,8 +186,7 @@ TEST_F(Mac, LaunchesAreAskedForAsTheyStand)
     asked();
     EXPECT_TRUE(platform::openUrl("x:a"));
     EXPECT_EQ(asked(), Lines{"open x:a"});
-    fakeMac().opensUrls = false;
-    for (const char *url : {"x:a", "", kNoText})
+    for (const char *url : {"unknown:a", "", kNoText})
         EXPECT_FALSE(platform::openUrl(url)) << url;
 }
 
