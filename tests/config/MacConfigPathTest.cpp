@@ -2,18 +2,16 @@
 
 #include "config/ConfigFileUtil.h"
 #include "config/GlobalConfigFile.h"
-#include "config/MacGlobalConfig.h"
+#include "config/Locations_p.h"
 #include "config/MacGlobalSetting.h"
 #include "config/MacReg.h"
 #include "config/PdfReaderProductInfo.h"
 #include "paths/MacSandbox.h"
-#include "paths/PathUtils.h"
 #include "runtime/CommonFileLog.h"
 #include "runtime/MacGlobalUrl.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/OwnProcess.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
@@ -23,41 +21,39 @@ using test::fakePlatform;
 
 TEST(MacConfigPath, FollowsFromTheExecutable)
 {
-    std::string deep; // longer than the buffer that is tried first
-    while (deep.size() < 1500)
-        deep += std::string(100, 'd') + "/";
-    const std::array<std::string, 3> rows[] = {
-        // executable, main bundle, its name
+    const struct
+    {
+        std::string executable, app, name;
+    } rows[] = {
         {"A.app/Contents/Library/B.app/Contents/MacOS/b", "A.app/", "A"},
         {".app/Contents/MacOS/foo", ".app/", "PDF Orvell"},
-        {deep + "Foo.app/Contents/MacOS/foo", deep + "Foo.app/", "Foo"},
         {"bin/tool", "", ""},
     };
-    const auto check = [](const std::string &executable, const std::string &app, const std::string &name) {
-        const FakeBundle bundle(executable);
-        const MacConfigPath *paths = MacConfigPath::GetInstance();
-        const std::string root = app.empty() ? "" : bundle / app;
-        const std::string resources = app.empty() ? "" : root + "Contents/Resources/";
-        EXPECT_EQ(paths->GetExeDir() + paths->GetExeName(), bundle / executable);
-        EXPECT_EQ(paths->GetMainAppRootDir(), root);
-        EXPECT_EQ(paths->GetMainAppName(), name);
-        EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/" + name + "/");
-        EXPECT_EQ(paths->GetAppConfigDir(), resources);
-        EXPECT_EQ(paths->GetAppConfigPath("a\\x"), app.empty() ? "" : resources + "a/x");
-        EXPECT_EQ(paths->GetExeFullPath("a\\x"), app.empty() ? "a/x" : root + "Contents/a/x");
-        EXPECT_EQ(GetDatPath(), resources + "mk.dat");
-        EXPECT_FALSE(fs::exists(bundle / "support")) << "asking for paths must not create them";
-    };
     for (const auto &row : rows)
-        EXPECT_TRUE(test::succeedsInOwnProcess([&] { check(row[0], row[1], row[2]); })) << row[0];
+        EXPECT_TRUE(test::succeedsInOwnProcess([&] {
+            const FakeBundle bundle(row.executable);
+            const MacConfigPath *paths = MacConfigPath::GetInstance();
+            const std::string contents = row.app.empty() ? "" : bundle / row.app + "Contents/";
+            const std::string resources = row.app.empty() ? "" : contents + "Resources/";
+            EXPECT_EQ(paths->GetExeDir() + paths->GetExeName(), bundle / row.executable);
+            EXPECT_EQ(paths->GetMainAppRootDir(), row.app.empty() ? "" : bundle / row.app);
+            EXPECT_EQ(paths->GetMainAppName(), row.name);
+            EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/" + row.name + "/");
+            EXPECT_EQ(paths->GetAppConfigDir(), resources);
+            EXPECT_EQ(paths->GetAppConfigPath("a\\x"), row.app.empty() ? "" : resources + "a/x");
+            EXPECT_EQ(paths->GetExeFullPath("a\\x"), contents + "a/x");
+            EXPECT_EQ(GetDatPath(), resources + "mk.dat");
+            EXPECT_EQ(locations::parentAppDir().toStdString(),
+                      row.app.empty() ? bundle / "bin/" : bundle / row.app + "Contents/MacOS/");
+            EXPECT_FALSE(fs::exists(bundle / "support")) << "asking for paths must not create them";
+        })) << row.executable;
 }
 
 TEST(MacConfigPath, UnknownExecutableLeavesDefaults)
 {
     fakePlatform().executablePath = "";
     fakePlatform().applicationSupportDirectory = "";
-    const MacConfigPath *paths = MacConfigPath::GetInstance();
-    EXPECT_EQ(paths->GetLogPath(), "~/Library/Application Support//pdforvell.log");
+    EXPECT_EQ(MacConfigPath::GetInstance()->GetLogPath(), "~/Library/Application Support//pdforvell.log");
 }
 
 TEST(MacConfigPath, SymbolicLinksToTheExecutableAreResolved)
@@ -85,24 +81,19 @@ TEST(MacConfigPath, OnlyItThrowsWhenTheExecutableWasRemovedBefore)
     fs::remove(fakePlatform().executablePath);
     EXPECT_THROW(MacConfigPath::GetCurrentExePath(), fs::filesystem_error);
     EXPECT_THROW(MacConfigPath::GetInstance(), fs::filesystem_error);
-    // Each first in its process.
-    const std::pair<const char *, bool (*)()> rows[] = {
-        {"mk.dat", [] { return GetDatPath().empty() && GetIntValueFromMKDat("common", "enable_sbx", 7) == 7; }},
-        {"switch", [] { return !MacGlobalConfig::isInternationalApp(); }},
-        {"group", [] { return !MacGlobalConfig::GetShareGroupName().empty(); }},
-        {"sandbox", [] { return !MacSandbox::isSandBox() && !MacSandbox::getSharedPath("").empty(); }},
-        {"address", [] { return !MacGlobalUrl::GetDefSvrHost(nullptr).empty() && !IsInternationalUseTestServer(); }},
-        {"language",
-         [] { return MacGlobalSetting::GetCurrentLanguage() == "zh" && !MacGlobalSetting::IsEnableDebug(); }},
-        {"list", [] { return MacGlobalSetting::GetSupportLanguageList().empty(); }},
-        {"registry", [] { return !MacReg().open("common", false); }},
-        {"log", [] { return CommonFileLog::WriteLog("x"), !CommonFileLog::IsLogEnable(); }},
-        {"setting", [] { return ConfigFileUtil::GetLocalAppCfgValueInt("a/b", 7) == 7; }},
-        {"record", [] { return PdfReaderProductInfo::GetInstance()->GetProductEdition() == 3; }},
-        {"file", [] { return PathUtils::getSealDir() == "seal/" && PathUtils::getWelcomeFilePath().isEmpty(); }},
-    };
-    for (const auto &[name, holds] : rows)
-        EXPECT_TRUE(test::succeedsInOwnProcess([&, check = holds] { EXPECT_TRUE(check()); })) << name;
+    EXPECT_EQ(GetDatPath(), "");
+    EXPECT_EQ(GetIntValueFromMKDat("common", "enable_sbx", 7), 7);
+    EXPECT_FALSE(CommonFileLog::IsLogEnable());
+    CommonFileLog::WriteLog("x");
+    EXPECT_FALSE(MacSandbox::isSandBox());
+    EXPECT_NE(MacSandbox::getSharedPath(""), "");
+    EXPECT_NE(MacGlobalUrl::GetDefSvrHost(nullptr), "");
+    EXPECT_FALSE(IsInternationalUseTestServer());
+    EXPECT_FALSE(MacGlobalSetting::IsEnableDebug());
+    EXPECT_TRUE(MacGlobalSetting::GetSupportLanguageList().empty());
+    EXPECT_FALSE(MacReg().open("common", false));
+    EXPECT_EQ(ConfigFileUtil::GetLocalAppCfgValueInt("a/b", 7), 7);
+    EXPECT_EQ(PdfReaderProductInfo::GetInstance()->GetProductEdition(), 3);
 }
 
 TEST(MacConfigPath, AnswersAreLogged)
