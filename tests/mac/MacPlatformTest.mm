@@ -41,9 +41,8 @@ constexpr char kName[] = "Ä.app", kDecomposed[] = "A\u0308.app";
 constexpr char kNoText[] = "\xff/x";
 
 /// A user with nothing but an application in an empty home.
-class Mac : public testing::Test
+struct Mac : testing::Test
 {
-protected:
     Mac()
     {
         ::setenv("CFFIXED_USER_HOME", m_dir.path().c_str(), 1);

@@ -120,7 +120,7 @@ TEST_F(PathUtilsTest, TakesNamesApartAndFindsFreeOnes)
     qputenv("TZ", "TST" + QByteArray::number(QDateTime::currentDateTimeUtc().time().hour() - 18));
     const QString stamped = PathUtils::GetPathNoConflit(path, 3, 5);
     EXPECT_EQ(stamped.size(), path.size() + 15) << stamped.toStdString();
-    EXPECT_EQ(stamped[path.size() + 1], '0') << stamped.toStdString();
+    EXPECT_EQ(stamped.mid(path.size() + 1, 1), "0") << stamped.toStdString();
     EXPECT_EQ(PathUtils::GetPathNoConflit(make("notes"), 2, 2), at("notes(1)."));
     EXPECT_EQ(PathUtils::GetDirectoryNoConflit(at("Foo.app/"), 2, 2), at("Foo.app/(1)"));
 }

@@ -1,5 +1,6 @@
 #include "paths/platform/generic/PropertyList_p.h"
 
+#include <QDataStream>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -7,24 +8,18 @@ using platform::generic::textInPropertyList;
 
 namespace {
 
-std::string bigEndian(std::size_t value, int size)
-{
-    std::string bytes;
-    while (size-- > 0)
-        bytes += static_cast<char>(value >> (8 * size));
-    return bytes;
-}
-
 /// A binary list of these objects, whose references have a byte; the first is on top.
 QByteArray binaryList(const std::vector<std::string> &objects)
 {
-    std::string bytes = "bplist00", table;
+    QByteArray bytes = "bplist00", end;
+    QDataStream numbers(&end, QIODevice::WriteOnly); // big-endian
     for (const std::string &object : objects) {
-        table += bigEndian(bytes.size(), 2);
-        bytes += object;
+        numbers << static_cast<quint16>(bytes.size());
+        bytes += QByteArray::fromStdString(object);
     }
-    const std::string trailer = std::string(6, '\0') + "\2\1" + bigEndian(objects.size(), 8) + bigEndian(0, 8);
-    return QByteArray::fromStdString(bytes + table + trailer + bigEndian(bytes.size(), 8));
+    numbers << quint32{0} << quint16{0} << quint8{2} << quint8{1} << quint64{objects.size()} << quint64{0}
+            << static_cast<quint64>(bytes.size());
+    return bytes + end;
 }
 
 QByteArray xmlList(const QByteArray &element, int count)
@@ -38,8 +33,7 @@ QByteArray xmlList(const QByteArray &element, int count)
 TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
 {
     const std::string key = "Qn", text = "Rhi", wide("\x61\0\xe4", 3);
-    const std::string longText = "\x5f\x11" + bigEndian(300, 2) + std::string(300, 'x');
-    const std::string fifteenOrMore = "\xdf\x13" + bigEndian(~0ULL / 2, 8);
+    const std::string longText = "\x5f\x11\x1\x2c" + std::string(300, 'x');
     const std::tuple<const char *, QByteArray, std::string> rows[] = {
         {"second entry", binaryList({"\xd2\2\1\1\3", key, text, wide}), "\u00e4"},
         {"wide key", binaryList({"\xd1\1\2", std::string("\x61\0n", 3), text}), "hi"},
@@ -47,7 +41,7 @@ TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
         {"first of two", binaryList({"\xd2\1\1\2\3", key, text, wide}), "hi"},
         {"array on top", binaryList({"\xa2\1\2", key, text}), ""},
         {"the dictionary as its own value", binaryList({std::string("\xd1\1\0", 3), key}), ""},
-        {"more entries than bytes", binaryList({fifteenOrMore, key, text}), ""},
+        {"more entries than bytes", binaryList({"\xdf\x13\x7f" + std::string(7, '\xff'), key, text}), ""},
         {"no such object", binaryList({"\xd1\1\x9", key, text}), ""},
         {"NUL", binaryList({"\xd1\1\2", key, std::string("\x52h\0", 3)}), ""},
         {"text", xmlList("true", 1), "\u00e4"},
@@ -62,7 +56,7 @@ TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
 
 TEST(PropertyList, NoByteLeadsOutOfTheList)
 {
-    const QByteArray good = binaryList({"\xd1\1\2", "Qn", "\x5f\x11" + bigEndian(20, 2) + std::string(20, 'x')});
+    const QByteArray good = binaryList({"\xd1\1\2", "Qn", "\x5f\x10\x14" + std::string(20, 'x')});
     for (int at = 8; at < good.size(); ++at) {
         static_cast<void>(textInPropertyList(good.left(at), "n"));
         for (int value = 0; value < 256; ++value) {
