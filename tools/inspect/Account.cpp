@@ -15,6 +15,7 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QDateTime>
+#include <QSysInfo>
 #include <chrono>
 #include <csignal>
 #include <memory>
@@ -114,7 +115,11 @@ private:
         std::vector<std::string> words = {accountHelperPath()};
         for (const QString &word : m_line.split(QLatin1Char(' ')))
             words.push_back(word.toStdString());
-        return isStarted(words, std::chrono::seconds(2));
+        // A helper without a display ends, on a busy machine a good while after its start.
+        const bool hasDisplay = QSysInfo::kernelType() == QLatin1String("darwin")
+            || qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
+            || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+        return isStarted(words, std::chrono::seconds(hasDisplay ? 2 : 30));
     }
 
     QString m_line;
