@@ -1,6 +1,7 @@
 #include "paths/platform/generic/PropertyList_p.h"
 
 #include <QDataStream>
+#include <QIODevice>
 #include <gtest/gtest.h>
 #include <vector>
 
