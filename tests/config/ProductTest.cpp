@@ -78,8 +78,6 @@ TEST_F(Product, ParserFallsBackOnlyWhereNothingStands)
     EXPECT_FALSE(parser.GetBoolValue("s", "text", true)) << "0, not the default";
     EXPECT_EQ(parser.GetIntValue("s", "empty", 7), 7);
     EXPECT_EQ(parser.GetIntValue("S", "number", 7), 7) << "names are case-sensitive";
-    EXPECT_EQ(parser.GetStringValue("s", "", "d"), "d");
-
     test::writeFile(m_server, "[Common]\nchan_name=vänt %1\n");
     EXPECT_EQ(parser.GetEditionNode(PDFEdition::Cooperation, "x"), "product_vänt %1");
     EXPECT_EQ(parser.GetEditionNode(PDFEdition::Independent, "x"), "");

@@ -2,6 +2,7 @@
 
 #include "account/CPDFNewVipSdkWrap.h"
 #include "account/CPDFVipSdkAdapter.h"
+#include "runtime/CommonFileLog.h"
 #include "runtime/MacGlobalUrl.h"
 #include "tests/support/Eventually.h"
 #include "tests/support/FakePlatform.h"
@@ -134,8 +135,9 @@ TEST_F(Requests, AreEndedAtAnyMoment)
 TEST(ProcessEnd, QueuedRequestsFindTheirServiceAndStaticDestructorsTheirAnswers)
 {
     const test::FakeBundle bundle;
-    bundle.writeGlobalFile("[common]\napp_international=1\n");
-    test::writeFile(bundle.makeUserDataDir() + "use_test_server", "");
+    bundle.writeGlobalFile("[common]\nenable_log=1\napp_international=1\n");
+    const std::string data = bundle.makeUserDataDir();
+    test::writeFile(data + "use_test_server", "");
     static std::atomic<int> logins{0};
     static std::atomic<bool> exits{false};
     static std::chrono::steady_clock::time_point begun;
@@ -157,12 +159,14 @@ TEST(ProcessEnd, QueuedRequestsFindTheirServiceAndStaticDestructorsTheirAnswers)
     const auto ask = [] {
         // Requests are waited for one second: if the machine itself stood still meanwhile, nothing can be told.
         const bool isLate = std::chrono::steady_clock::now() - begun > std::chrono::milliseconds(900);
+        CommonFileLog::WriteLog("the last word");
         bool usesTestServer = false;
         static_cast<void>(MacGlobalUrl::GetDefSvrHost(&usesTestServer));
         if (!usesTestServer || GlobalRequestTaskMgr::getInstance()->requestLogin("a", "1") || (logins != 20 && !isLate))
             ::_exit(1);
     };
     EXPECT_EXIT(exitAfter(queue, ask), testing::ExitedWithCode(0), "");
+    EXPECT_NE(test::logMessages(data + "foo.log").find("the last word\n"), std::string::npos);
 }
 
 TEST(ProcessEnd, DoesNotWaitForACallbackThatWaitsForIt)

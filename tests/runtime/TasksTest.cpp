@@ -124,11 +124,11 @@ TEST(TaskMgr, MissesNoWakeUpAndStopsAtAnyMoment)
             for (int spin = 0; spin < 1000 && ran != round; ++spin) { }
             ASSERT_TRUE(eventually([&] { return ran == round; })) << "asleep beside a task in round " << round;
         }
-        if (i % 2)
-            manager.TrigerWorkEvent();
-        else // a task may request the stop, which must come again from outside
+        if (i % 2) { // a task may request the stop, which must come again from outside
             manager.PushTask(std::make_shared<Task>([&manager] { manager.WaitTaskFinish(0); }));
-        EXPECT_TRUE(i % 2 || eventually([&manager] { return manager.isStop(); }));
+            ASSERT_TRUE(eventually([&manager] { return manager.isStop(); }));
+        } else
+            manager.TrigerWorkEvent();
         manager.WaitTaskFinish(kLong);
     }
 }
