@@ -7,6 +7,7 @@
 #include <QThread>
 #include <QThreadPool>
 #include <QWaitCondition>
+#include <memory>
 #include <sanitizer/tsan_interface.h>
 
 #define REAL(symbol) __real_##symbol // NOLINT(bugprone-reserved-identifier): the linker's names
@@ -32,15 +33,14 @@ bool acquiredIf(bool succeeded, void *object)
     return succeeded;
 }
 
-/// Runs a task on a thread that has seen what the pushing thread did.
+/// Runs a task, which it owns as the pool would, on a thread that has seen what the pushing thread did.
 class SeenRunnable : public QRunnable
 {
 public:
     SeenRunnable(QThreadPool *pool, QRunnable *task) : m_pool(pool), m_task(task) { __tsan_release(this); }
     ~SeenRunnable() override
     {
-        if (m_task->autoDelete())
-            delete m_task;
+        m_task.reset();
         __tsan_release(m_pool);
     }
     void run() override
@@ -51,7 +51,7 @@ public:
 
 private:
     QThreadPool *m_pool;
-    QRunnable *m_task;
+    std::unique_ptr<QRunnable> m_task;
 };
 
 } // namespace
@@ -62,11 +62,6 @@ WRAPPED(void, _ZN6QMutex4lockEv, QMutex *mutex)
 {
     REAL(_ZN6QMutex4lockEv)(mutex);
     __tsan_acquire(mutex);
-}
-
-WRAPPED(bool, _ZN6QMutex7tryLockEi, QMutex *mutex, int timeout)
-{
-    return acquiredIf(REAL(_ZN6QMutex7tryLockEi)(mutex, timeout), mutex);
 }
 
 WRAPPED(void, _ZN6QMutex6unlockEv, QMutex *mutex)
