@@ -23,7 +23,6 @@
 #include <fstream>
 #include <functional>
 #include <iostream>
-#include <map>
 #include <random>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -91,12 +90,36 @@ constexpr int kLost = -2; // what was stored beside the value is gone
 constexpr int kLongest =
     10'000; // milliseconds for a next writer: the promised five seconds, and as many for a busy machine
 
-/// A value that survives the process. Each is written with numbers that grow.
-struct Store
+/// Stores of a value that survives the process. Each is written with numbers that grow.
+constexpr const char *kStores[] = {"bookmarks", "config", "count", "log", "overlay", "registry", "sdk", "server"};
+
+void writeStore(const std::string &store, int n)
 {
-    std::function<void(int)> write;
-    std::function<int()> read;
-};
+    if (store == "config") {
+        ConfigFileUtil::SetLocalAppCfgValueInt("s/k", n);
+    } else if (store == "count") {
+        ConfigFileUtil::SetLocalAppCfgForCountValueInt({"s/k", "s/l"}, {n, n}, 2);
+    } else if (store == "overlay") {
+        ConfigFileUtil::SetCfgdataFileValueIntUser("s/k", n);
+    } else if (store == "registry") {
+        MacReg key;
+        key.open("faults", false);
+        key.setValue("s/k", n);
+    } else if (store == "server") {
+        PdfReaderProductInfo::GetInstance()->SetTryNo(n);
+    } else if (store == "bookmarks") {
+        const std::string folder = MacConfigPath::GetInstance()->GetUserDataDir() + std::to_string(n);
+        ::mkdir(folder.c_str(), S_IRWXU);
+        MacBookmark::createBookmark(folder);
+    } else if (store == "sdk") {
+        vip_sdk::VipSdkCoreInterfaceImpl sdk;
+        if (n % 7 == 0)
+            sdk.Logout();
+        sdk.SetUserInfo(L"id", L"token", (L"n" + std::to_wstring(n)).c_str(), L"");
+    } else {
+        CommonFileLog::WriteLog("value " + std::to_string(n));
+    }
+}
 
 /// What `stored` answers for the value, if what was stored beside it is still there.
 template <typename Stored> int ifKept(Stored stored)
@@ -104,98 +127,46 @@ template <typename Stored> int ifKept(Stored stored)
     return stored("s/keep", -1) == 7 ? stored("s/k", -1) : kLost;
 }
 
-std::string logPath()
+/// Of the log, the number of its last whole line; of bookmarks the largest; -1 when nothing is stored.
+int readStore(const std::string &store)
 {
-    return MacConfigPath::GetInstance()->GetLogPath();
-}
-
-/// The number at the end of the log's last whole line.
-int lastLogged()
-{
-    std::ifstream file(logPath());
-    int last = 0;
-    for (std::string line; std::getline(file, line) && !file.eof();) {
-        if (const auto at = line.find("]  value "); at != std::string::npos)
-            last = std::stoi(line.substr(at + 9));
+    if (store == "config")
+        return ifKept(ConfigFileUtil::GetLocalAppCfgValueInt);
+    if (store == "overlay")
+        return ifKept(ConfigFileUtil::GetCfgdataFileValueIntUser);
+    if (store == "count") {
+        std::vector<QString> keys{"s/k", "s/l", "s/keep"};
+        std::vector<int> values(3);
+        ConfigFileUtil::GetLocalAppCfgForCountValueInt(keys, values, 3, -1);
+        return values[0] == values[1] && values[2] == 7 ? values[0] : kLost;
+    }
+    if (store == "registry") {
+        MacReg key;
+        key.open("faults", true);
+        return ifKept([&](const char *name, int absent) { return key.value(name, absent).toInt(); });
+    }
+    if (store == "server") {
+        const std::string file = MacConfigPath::GetInstance()->GetAppConfigPath("ressrc/chs/upnest.svr");
+        return QSettings(file.c_str(), QSettings::IniFormat).value("Common/TryNo", -1).toInt();
+    }
+    int last = store == "log" ? 0 : -1;
+    if (store == "bookmarks") {
+        for (const MacBookmark::Entry &entry : MacBookmark::entries())
+            last = std::max(last, std::atoi(entry.path.c_str() + entry.path.rfind('/') + 1));
+    } else if (store == "sdk") {
+        vip_sdk::VipSdkCoreInterfaceImpl sdk;
+        wchar_t *json = nullptr;
+        const std::wstring before = LR"("nickname":"n)", text = sdk.GetUserInfoJson(&json) ? json : L"";
+        sdk.FreeString(json);
+        if (const auto at = text.find(before); at != std::wstring::npos)
+            last = std::stoi(text.substr(at + before.size()));
+    } else {
+        std::ifstream file(MacConfigPath::GetInstance()->GetLogPath());
+        for (std::string line; std::getline(file, line) && !file.eof();)
+            if (const auto at = line.find("]  value "); at != std::string::npos)
+                last = std::stoi(line.substr(at + 9));
     }
     return last;
-}
-
-/// The largest number that an entry is for.
-int lastBookmarked()
-{
-    int last = -1;
-    for (const MacBookmark::Entry &entry : MacBookmark::entries())
-        last = std::max(last, std::atoi(entry.path.c_str() + entry.path.rfind('/') + 1));
-    return last;
-}
-
-/// -1 when nobody is logged in.
-int numberOfNickname()
-{
-    vip_sdk::VipSdkCoreInterfaceImpl sdk;
-    wchar_t *json = nullptr;
-    const std::wstring text = sdk.GetUserInfoJson(&json) ? json : L"";
-    sdk.FreeString(json);
-    const std::wstring before = LR"("nickname":"n)";
-    const auto at = text.find(before);
-    return at == std::wstring::npos ? -1 : std::stoi(text.substr(at + before.size()));
-}
-
-const std::map<std::string, Store> &stores()
-{
-    static const auto &all = *new std::map<std::string, Store>{
-        {"config",
-         {[](int n) { ConfigFileUtil::SetLocalAppCfgValueInt("s/k", n); },
-          [] { return ifKept(ConfigFileUtil::GetLocalAppCfgValueInt); }}},
-        {"count",
-         {[](int n) {
-              ConfigFileUtil::SetLocalAppCfgForCountValueInt({"s/k", "s/l"}, {n, n}, 2);
-          },
-          [] {
-              std::vector<QString> keys{"s/k", "s/l", "s/keep"};
-              std::vector<int> values(3);
-              ConfigFileUtil::GetLocalAppCfgForCountValueInt(keys, values, 3, -1);
-              return values[0] == values[1] && values[2] == 7 ? values[0] : kLost;
-          }}},
-        {"overlay",
-         {[](int n) { ConfigFileUtil::SetCfgdataFileValueIntUser("s/k", n); },
-          [] { return ifKept(ConfigFileUtil::GetCfgdataFileValueIntUser); }}},
-        {"registry",
-         {[](int n) {
-              MacReg key;
-              key.open("faults", false);
-              key.setValue("s/k", n);
-          },
-          [] {
-              MacReg key;
-              key.open("faults", true);
-              return ifKept([&](const char *name, int absent) { return key.value(name, absent).toInt(); });
-          }}},
-        {"server",
-         {[](int n) { PdfReaderProductInfo::GetInstance()->SetTryNo(n); },
-          [] {
-              const std::string file = MacConfigPath::GetInstance()->GetAppConfigPath("ressrc/chs/upnest.svr");
-              return QSettings(file.c_str(), QSettings::IniFormat).value("Common/TryNo", -1).toInt();
-          }}},
-        {"bookmarks",
-         {[](int n) {
-              const std::string folder = MacConfigPath::GetInstance()->GetUserDataDir() + std::to_string(n);
-              ::mkdir(folder.c_str(), S_IRWXU);
-              MacBookmark::createBookmark(folder);
-          },
-          lastBookmarked}},
-        {"sdk",
-         {[](int n) {
-              vip_sdk::VipSdkCoreInterfaceImpl sdk;
-              if (n % 7 == 0)
-                  sdk.Logout();
-              sdk.SetUserInfo(L"id", L"token", (L"n" + std::to_wstring(n)).c_str(), L"");
-          },
-          numberOfNickname}},
-        {"log", {[](int n) { CommonFileLog::WriteLog("value " + std::to_string(n)); }, lastLogged}},
-    };
-    return all;
 }
 
 /// What children leave to those who look.
@@ -255,33 +226,31 @@ void killSoon(const std::function<void()> &work, int longestLife)
 /// Kills writers of a store; what fell short.
 int killWriters(const std::string &name, int rounds)
 {
-    const Store &store = stores().at(name);
-    const bool logsOut = name == "sdk";
     Progress *const progress = sharedProgress(1);
     int fellShort = 0;
     for (int round = 0; round < rounds; ++round) {
         const std::string where = "round " + std::to_string(round);
-        inChild(where, [&] { return progress->begun = progress->done = store.read(), ""; });
+        inChild(where, [&] { return progress->begun = progress->done = readStore(name), ""; });
         killSoon(
             [&] {
                 for (;;) {
-                    store.write(++progress->begun);
+                    writeStore(name, ++progress->begun);
                     progress->done = progress->begun.load();
                 }
             },
             20'000);
         fellShort += inChild(where, [&] {
-            const int found = store.read();
-            if (found != progress->done && found != progress->begun && !(logsOut && found == -1))
+            const int found = readStore(name);
+            if (found != progress->done && found != progress->begun && !(name == "sdk" && found == -1))
                 return "neither old nor new";
             QElapsedTimer timer;
             timer.start();
-            store.write(progress->begun + 1);
+            writeStore(name, progress->begun + 1);
             const qint64 time = timer.elapsed();
             progress->longest = std::max(progress->longest.load(), time);
             if (time > kLongest)
                 return "the next writer waited";
-            return store.read() == progress->begun + 1 ? "" : "the next writer was refused";
+            return readStore(name) == progress->begun + 1 ? "" : "the next writer was refused";
         });
     }
     std::cout << "longest next write: " << progress->longest << " ms\n";
@@ -310,7 +279,7 @@ int writeLog(int writers, int count, int least, int most, bool killed)
         killed ? killSoon(write, 10'000) : static_cast<void>(forked(write));
     }
     while (::wait(nullptr) > 0) { }
-    std::ifstream file(logPath());
+    std::ifstream file(MacConfigPath::GetInstance()->GetLogPath());
     int fellShort = 0, pieces = killed ? writers : 0;
     for (std::string line; std::getline(file, line);) {
         const auto at = line.find("]  w");
@@ -341,56 +310,39 @@ struct Task : ITask
 };
 
 /// What runs out of memory, and its answer: the same each time, or std::bad_alloc.
-const std::map<std::string, std::function<std::string()>> &operations()
+std::string answerOf(const std::string &operation)
 {
-    static const auto &all = *new std::map<std::string, std::function<std::string()>>{
-        {"log",
-         [] {
-             CommonFileLog::WriteLog("value 1");
-             CommonFileLog::WriteLog(L"wide \u00fc");
-             return std::string();
-         }},
-        {"command-line",
-         [] {
-             const CCmdLineParser line(LR"(-open:"a b.pdf" /page=3 --name -long:0123456789012345678901234567890123)");
-             return (line.GetVal(L"open") + line.GetVal(L"PAGE")).toStdString() + std::to_string(line.HasKey(L"-name"));
-         }},
-        {"digest",
-         [] {
-             const std::string path = MacConfigPath::GetInstance()->GetAppConfigPath("data/help.pdf");
-             return OndEasyMd5(QString::fromStdString(path).toStdWString().c_str()).ToString().toStdString();
-         }},
-        {"worker-tasks",
-         [] {
-             TaskMgr manager;
-             const auto atEnd = qScopeGuard([&] { manager.WaitTaskFinish(1000); });
-             for (int i = 0; i < 20; ++i)
-                 manager.PushTask(std::make_shared<Task>());
-             return std::string();
-         }},
-        {"addresses",
-         [] {
-             bool isTest = false;
-             return MacGlobalUrl::GetDefSvrHost(&isTest) + MacGlobalUrl::GetOfficialOcrInfoSvrUrl()
-                 + MacGlobalUrl::GetVipSvrHost() + MacGlobalUrl::GetHelpHtmlUrlA();
-         }},
-        {"stores",
-         [] {
-             std::string answer;
-             for (const auto &[name, store] : stores())
-                 answer += name == "log" || name == "sdk" ? "" : std::to_string(store.read()) + ' ';
-             return answer;
-         }},
-    };
-    return all;
+    std::string answer;
+    if (operation == "log") {
+        CommonFileLog::WriteLog("value 1");
+        CommonFileLog::WriteLog(L"wide \u00fc");
+    } else if (operation == "command-line") {
+        const CCmdLineParser line(LR"(-open:"a b.pdf" /page=3 --name -long:0123456789012345678901234567890123)");
+        answer = (line.GetVal(L"open") + line.GetVal(L"PAGE")).toStdString() + std::to_string(line.HasKey(L"-name"));
+    } else if (operation == "digest") {
+        const std::string path = MacConfigPath::GetInstance()->GetAppConfigPath("data/help.pdf");
+        answer = OndEasyMd5(QString::fromStdString(path).toStdWString().c_str()).ToString().toStdString();
+    } else if (operation == "worker-tasks") {
+        TaskMgr manager;
+        const auto atEnd = qScopeGuard([&] { manager.WaitTaskFinish(1000); });
+        for (int i = 0; i < 20; ++i)
+            manager.PushTask(std::make_shared<Task>());
+    } else if (operation == "addresses") {
+        bool isTest = false;
+        answer = MacGlobalUrl::GetDefSvrHost(&isTest) + MacGlobalUrl::GetOfficialOcrInfoSvrUrl()
+            + MacGlobalUrl::GetVipSvrHost() + MacGlobalUrl::GetHelpHtmlUrlA();
+    } else { // the stores
+        for (const std::string store : kStores)
+            answer += store == "log" || store == "sdk" ? "" : std::to_string(readStore(store)) + ' ';
+    }
+    return answer;
 }
 
 /// Fails each allocation in turn, in a process that has or has not done the operation before; what fell short.
 int exhaust(const std::string &name, int step)
 {
-    const auto &operation = operations().at(name);
     Progress *const progress = sharedProgress(1);
-    inChild(name, [&] { return operation().copy(progress->expected, sizeof progress->expected - 1), ""; });
+    inChild(name, [&] { return answerOf(name).copy(progress->expected, sizeof progress->expected - 1), ""; });
     int fellShort = 0;
     int runs = 0;
     for (const bool isWarm : {false, true}) {
@@ -402,14 +354,14 @@ int exhaust(const std::string &name, int step)
                 long before = 0, clean = 0;
                 for (int i = 0; isWarm && i < 3; ++i) {
                     before = held;
-                    operation();
+                    answerOf(name);
                     clean = held - before;
                 }
                 before = held;
                 bool isRight = true;
                 try {
                     allowed = k;
-                    const std::string answer = operation();
+                    const std::string answer = answerOf(name);
                     isRight = answer == progress->expected || (answer.empty() && name == "digest");
                 } catch (const std::bad_alloc &) {
                 } catch (const std::system_error &) { // no thread, or no path of the executable
@@ -417,10 +369,10 @@ int exhaust(const std::string &name, int step)
                 progress->done = allowed >= 0 ? 1 : 0;
                 allowed = -1;
                 const bool leaks = isWarm && held - before > std::max(0L, clean);
-                return !isRight                         ? "another answer"
-                    : leaks                             ? "memory is lost"
-                    : operation() != progress->expected ? "another answer afterwards"
-                                                        : "";
+                return !isRight                            ? "another answer"
+                    : leaks                                ? "memory is lost"
+                    : answerOf(name) != progress->expected ? "another answer afterwards"
+                                                           : "";
             });
         }
     }
@@ -434,16 +386,16 @@ int run(const std::vector<std::string> &words)
     const std::string command = words.at(0);
     ::getppid(); // where the operation begins, for who traces it
     if (command == "state") {
-        for (const auto &[name, store] : stores())
-            std::cout << name << ' ' << store.read() << '\n';
+        for (const char *store : kStores)
+            std::cout << store << ' ' << readStore(store) << '\n';
         return 0;
     }
     if (command == "write")
-        return stores().at(words.at(1)).write(number(2)), 0;
+        return writeStore(words.at(1), number(2)), 0;
     if (command == "answer")
-        return std::cout << operations().at(words.at(1))() << '\n', 0;
+        return std::cout << answerOf(words.at(1)) << '\n', 0;
     if (command == "wait") // until something comes, which may be another executable in this one's place
-        return std::cin.get(), std::cout << operations().at(words.at(1))() << '\n', 0;
+        return std::cin.get(), std::cout << answerOf(words.at(1)) << '\n', 0;
     const int fellShort = command == "kill" ? killWriters(words.at(1), number(2))
         : command == "kill-log"             ? writeLog(number(1), 1'000'000, 1, 100'000, true)
         : command == "log"                  ? writeLog(number(1), number(2), number(3), number(4), false)

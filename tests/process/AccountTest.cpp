@@ -3,69 +3,51 @@
 #include <QProcess>
 #include <gtest/gtest.h>
 
-namespace {
-
 constexpr int kDeadlineMs = 600'000;
-
-/// An inspector that watches the account.
-struct Watch
-{
-    explicit Watch(const test::RealBundle &bundle)
-    {
-        process.setProcessEnvironment(test::environmentWith(bundle.home()));
-        process.start(QString::fromStdString(bundle.inspector()), {"--json", "watch"});
-    }
-    /// The next line, as soon as it is there.
-    nlohmann::json next()
-    {
-        while (!process.canReadLine() && process.waitForReadyRead(kDeadlineMs)) { }
-        const std::string line = process.readLine().toStdString();
-        all += line;
-        return nlohmann::json::parse(line)["watch"];
-    }
-
-    QProcess process;
-    std::string all;
-};
-
-} // namespace
 
 TEST(AccountProcesses, WhatOneDoesAllKnow)
 {
     const test::RealBundle bundle;
-    Watch watch(bundle);
-    EXPECT_EQ(watch.next()["IsLogin"], false);
+    QProcess watch;
+    watch.setProcessEnvironment(test::environmentWith(bundle.home()));
+    watch.start(QString::fromStdString(bundle.inspector()), {"--json", "watch"});
+    std::string all;
+    const auto next = [&] { // line, as soon as it is there
+        while (!watch.canReadLine() && watch.waitForReadyRead(kDeadlineMs)) { }
+        const std::string line = watch.readLine().toStdString();
+        all += line;
+        return nlohmann::json::parse(line)["watch"];
+    };
+    EXPECT_EQ(next()["IsLogin"], false);
     EXPECT_TRUE(std::filesystem::is_empty(bundle.home())) << "looking creates nothing";
 
     const test::ProcessResult login = bundle.inspect({"--json", "login", "j\033@example.org"}, "wrong\n");
     EXPECT_EQ(login.exitStatus, 1) << "no e-mail address";
     EXPECT_EQ(login.errors, "pdforvell-inspect: login failed, email format wrong (4572012)\n");
     EXPECT_EQ(bundle.inspect({"login", "jo@example.org"}, "opensesame\n").exitStatus, 0);
-    const nlohmann::json notice = watch.next();
+    const nlohmann::json notice = next();
     EXPECT_EQ(notice["notice"], "OnUserInfoChange");
     EXPECT_EQ(notice["email"], "jo@example.org");
     EXPECT_EQ(bundle.inspectJson({"account"})["account"]["open_id"], notice["open_id"]);
 
     EXPECT_EQ(bundle.inspect({"logout"}).exitStatus, 0);
-    EXPECT_EQ(watch.next()["IsLogin"], false);
-    EXPECT_EQ(watch.all.find("opensesame"), std::string::npos);
-    watch.process.terminate();
-    EXPECT_TRUE(watch.process.waitForFinished(kDeadlineMs));
-    EXPECT_TRUE(watch.process.exitStatus() == QProcess::NormalExit && watch.process.exitCode() == 0);
+    EXPECT_EQ(next()["IsLogin"], false);
+    EXPECT_EQ(all.find("opensesame"), std::string::npos);
+    watch.terminate();
+    EXPECT_TRUE(watch.waitForFinished(kDeadlineMs));
+    EXPECT_EQ(watch.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(watch.exitCode(), 0);
 }
 
 TEST(AccountHelper, RefusesWhatItDoesNotUnderstand)
 {
     const test::RealBundle bundle;
-    const QStringList rows[] = {
-        {},
-        {"--open_web=else"},
-        {"--open_web=main", "--pid=x"},
-        {"--open_web=main", "-url=file:///etc/passwd"},
-        {"--open_web=login", "--logoutforever=2"},
-        {"report.pdf\033[2J\u009b"},
-    };
-    for (const QStringList &arguments : rows) {
+    for (const QStringList &arguments : {QStringList(),
+                                         {"--open_web=else"},
+                                         {"--open_web=main", "--pid=x"},
+                                         {"--open_web=main", "-url=file:///etc/passwd"},
+                                         {"--open_web=login", "--logoutforever=2"},
+                                         {"report.pdf\033[2J\u009b"}}) {
         const test::ProcessResult result =
             test::runProcess(bundle.contents("MacOS/orvell-account"), arguments, bundle.home());
         EXPECT_EQ(result.exitStatus, 2) << arguments.join(' ').toStdString();

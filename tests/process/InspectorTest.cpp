@@ -16,11 +16,6 @@ using test::RealBundle;
 
 namespace {
 
-constexpr char kBinaryPlist[] = "bplist00\xd1\x01\x02_\x10\x1a"
-                                "CFBundleShortVersionStringU4.5.6\x08\x0b\x28\x00\x00\x00\x00\x00\x00\x01\x01\x00"
-                                "\x00\x00\x00\x00\x00\x00\x03\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"
-                                "\x00\x00\x2e";
-
 const std::string kMissing = "(missing)", kFolder = "(folder)", kPipe = "(pipe)", kLoop = "(loop)";
 
 /// A file of this content, or what else may be there.
@@ -47,18 +42,20 @@ TEST(Inspector, FollowsTheBundleWhereverItLies)
     place += "Reader Copy.app";
     const RealBundle bundle(place);
     const fs::path data = bundle.makeUserDataDir("Reader Copy");
+    const auto plistOf = [](const std::string &key, const std::string &text) {
+        return "<plist><dict><key>" + key + "</key><string>" + text + "</string></dict></plist>";
+    };
     put(bundle.globalFile(), "[common]\napp_store=1\ngroup_name=group.test\n");
-    put(bundle.contents("Info.plist"), std::string(kBinaryPlist, sizeof kBinaryPlist - 1));
+    put(bundle.contents("Info.plist"), plistOf("CFBundleShortVersionString", "4.5.6"));
     put(data / "reg", kFolder);
     put(bundle.home() + "/data/applications/com.xundu.reader.desktop", "[Desktop Entry]\n");
-    put(bundle.home() + "/Applications/Other Name.app/Contents/Info.plist",
-        "<plist><dict><key>CFBundleIdentifier</key><string>com.lumo.reader</string></dict></plist>");
+    put(bundle.home() + "/Applications/X.app/Contents/Info.plist", plistOf("CFBundleIdentifier", "com.lumo.reader"));
     const json answers = bundle.inspectJson({"locations", "switches", "product", "identity"});
     EXPECT_EQ(answers.size(), 4U);
     const json &locations = answers.at("locations"), &identity = answers.at("identity");
     EXPECT_EQ(locations.at("GetMainAppRootDir"), bundle.dir() / (place + "/"));
     EXPECT_EQ(locations.at("GetLogPath"), (data / "pdforvell-inspect.log").string());
-    EXPECT_EQ(locations.at("GetMainBundleVersionString"), "4.5.6") << "of a binary property list";
+    EXPECT_EQ(locations.at("GetMainBundleVersionString"), "4.5.6");
     EXPECT_EQ(answers.at("switches").at("GetShareGroupName"), "group.test");
     EXPECT_EQ(answers.at("product").at("getProductEdition"), 3);
 #ifndef __APPLE__ // where Launch Services is asked, which knows neither so soon
@@ -98,8 +95,6 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {log, kLoop, ": cannot be looked at (Too many levels of symbolic links)"},
         {component, kMissing, ": missing"},
         {component, "[product]\nproduct_edition=three\n", ":2: product/product_edition is no number"},
-        {component, "[product]\nis_help_enable=true\n", ":2: product/is_help_enable is no number"},
-        {data + "/reg/common.ini", "[product]\ntid1=abc\n", ":2: product/tid1 is no number"},
         {component, "[product]\n\nprodct_name=x\n", ":3: product/prodct_name is not a key that the library reads"},
         {component, "[product]\nproduct_name=\xfc\n", ": not in UTF-8"},
         {resources + "data/mainversion.ini", "[version]\ndate=@Variant(\\0)\n", ":2: version/date is a serialized value, which is not unpacked"},
@@ -119,14 +114,13 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {data + "/reg/a/key.ini", kPipe, ": no regular file"},
         {data + "/reg/common.ini", "[language]\ncurrent_language=xx\n", ": the language in use, \"xx\", is not one of the menu"},
         {plist, kMissing, ": missing"},
-        {plist, std::string(kBinaryPlist, 40), ": unreadable, malformed, or without CFBundleShortVersionString"},
+        {plist, "bplist00", ": unreadable, malformed, or without CFBundleShortVersionString"},
     };
     // clang-format on
     for (const auto &[path, content, found] : rows) {
         const std::string finding = (path == support ? "" : path) + found;
-        const bool isThere = fs::exists(path);
-        if (isThere)
-            fs::rename(path, bundle.dir() / "aside");
+        std::error_code absent;
+        fs::rename(path, bundle.dir() / "aside", absent);
         put(path, content);
         const json doctor = bundle.inspectJson({}).at("doctor"); // while every section answers
         json findings = json::array();
@@ -138,7 +132,7 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         EXPECT_EQ(findings, json::array({finding}));
         EXPECT_NE(bundle.inspect({"log", "message"}).exitStatus, -1) << "neither hangs nor crashes: " << finding;
         fs::remove_all(path);
-        if (isThere)
+        if (!absent)
             fs::rename(bundle.dir() / "aside", path);
         fs::remove_all(log);
     }
@@ -322,16 +316,9 @@ TEST(Inspector, PrintsJsonAsTheSchemaSays)
     static_cast<void>(bundle.makeUserDataDir());
     put(bundle.globalFile(), "[common]\nenable_log=1\napp_international=1\nx=y\n");
     std::string answers;
-    for (const QStringList &arguments : {QStringList(),
-                                         {"report"},
-                                         {"digest", bundle.globalFile().c_str(), "/none"},
-                                         {"parse", "-a=b"},
-                                         {"page", "99"},
-                                         {"log", "x"},
-                                         {"registry", "a", "b", "c"},
-                                         {"language", "Deutsch"},
-                                         {"create-paths"}})
-        answers += bundle.inspectJson(arguments).dump() + '\n';
+    for (const QString words : {"", "report", "digest /bin/sh /none", "parse -a=b", "page 99", "log x", "registry a b c",
+                                "language Deutsch", "create-paths"})
+        answers += bundle.inspectJson(words.split(' ', Qt::SkipEmptyParts)).dump() + '\n';
     const test::ProcessResult result = bundle.sh(R"(exec /usr/bin/python3 -c '
 import json, sys, jsonschema
 for line in sys.stdin:

@@ -14,14 +14,12 @@ configure() { "$cmake" -G "$generator" "-DCMAKE_PREFIX_PATH=$PWD/prefix" "-DCMAK
 block cmake | sed 's/my_program/consumer/' >>consumer/CMakeLists.txt
 { block cpp | grep '^#include'; echo 'int main() {'; block cpp | grep -v '^#include'; echo '}'; } >consumer/main.cpp
 {
-    block sh | grep '^cmake --install' | sed "s|cmake|\"$cmake\"|; s|build/release|\"$build\"|; s|/opt/ondpdftoolutils|\"$PWD/prefix\"|" >install
-    sh -e install
+    block sh | sed -n "/^cmake --install/{s|cmake|\"$cmake\"|;s|build/release|\"$build\"|;s|/opt/ondpdftoolutils|\"$PWD/prefix\"|p;}" | sh -e
     configure -S consumer -B build "-DCMAKE_CXX_FLAGS=$flags" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
     "$cmake" --build build
     build/consumer
     # What an analyser makes of it, which reads with clang's defaults.
-    sed -n 's|.*"command": "[^ ]* \(.*\) -o .* -c \(.*/main.cpp\)".*|clang++ -fsyntax-only \1 \2|p' build/compile_commands.json >analyse
-    sh -e analyse
+    sed -n 's|.*"command": "[^ ]* \(.*\) -o .* -c \(.*/main.cpp\)".*|clang++ -fsyntax-only \1 \2|p' build/compile_commands.json | sh -e
 } >&2
 export PKG_CONFIG_PATH=$(dirname "$(find "$PWD/prefix" -name ondpdftoolutils.pc)")${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}
 eval "options=\$($(grep -o 'pkg-config --cflags --libs ondpdftoolutils' "$source/README.md"))"
