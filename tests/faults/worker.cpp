@@ -36,17 +36,12 @@ namespace {
 thread_local long allowed = -1; // allocations until one fails; -1: none does
 std::atomic<long> held{0};
 
-bool fails()
+template <typename Allocate> void *unlessItIsTheOne(Allocate allocate, int more = 1)
 {
-    const bool now = allowed >= 0 && allowed-- == 0;
-    if (now)
-        errno = ENOMEM;
-    return now;
-}
-
-void *counted(void *memory)
-{
-    held += memory ? 1 : 0;
+    const bool fails = allowed >= 0 && allowed-- == 0;
+    void *memory = fails ? nullptr : allocate();
+    held += memory ? more : 0;
+    errno = fails ? ENOMEM : errno;
     return memory;
 }
 
@@ -61,19 +56,17 @@ void __libc_free(void *); // NOLINT
 
 void *malloc(size_t size)
 {
-    return fails() ? nullptr : counted(__libc_malloc(size));
+    return unlessItIsTheOne([=] { return __libc_malloc(size); });
 }
 
 void *calloc(size_t count, size_t size)
 {
-    return fails() ? nullptr : counted(__libc_calloc(count, size));
+    return unlessItIsTheOne([=] { return __libc_calloc(count, size); });
 }
 
 void *realloc(void *memory, size_t size)
 {
-    if (!memory)
-        return malloc(size);
-    return fails() ? nullptr : __libc_realloc(memory, size);
+    return unlessItIsTheOne([=] { return __libc_realloc(memory, size); }, memory ? 0 : 1);
 }
 
 void free(void *memory)
@@ -87,8 +80,6 @@ void free(void *memory)
 namespace {
 
 constexpr int kLost = -2; // what was stored beside the value is gone
-constexpr int kLongest =
-    10'000; // milliseconds for a next writer: the promised five seconds, and as many for a busy machine
 
 /// Stores of a value that survives the process. Each is written with numbers that grow.
 constexpr const char *kStores[] = {"bookmarks", "config", "count", "log", "overlay", "registry", "sdk", "server"};
@@ -180,9 +171,8 @@ struct Progress
 
 Progress *sharedProgress(int writers)
 {
-    void *memory = ::mmap(nullptr, sizeof(Progress) * static_cast<std::size_t>(writers), PROT_READ | PROT_WRITE,
-                          MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    return static_cast<Progress *>(memory);
+    const std::size_t size = sizeof(Progress) * static_cast<std::size_t>(writers);
+    return static_cast<Progress *>(::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 }
 
 pid_t forked(const std::function<void()> &work)
@@ -191,7 +181,6 @@ pid_t forked(const std::function<void()> &work)
     const pid_t child = ::fork();
     if (child == 0) {
         work();
-        std::cout.flush();
         ::_exit(0);
     }
     return child;
@@ -202,10 +191,9 @@ int inChild(const std::string &where, const std::function<std::string()> &work)
 {
     const pid_t child = forked([&] {
         ::alarm(20);
-        if (const std::string wrong = work(); !wrong.empty()) {
-            std::cout << where << ": " << wrong << std::endl;
-            ::_exit(1);
-        }
+        const std::string wrong = work();
+        std::cout << (wrong.empty() ? "" : where + ": " + wrong + '\n') << std::flush;
+        ::_exit(wrong.empty() ? 0 : 1);
     });
     int status = 0;
     ::waitpid(child, &status, 0);
@@ -231,14 +219,11 @@ int killWriters(const std::string &name, int rounds)
     for (int round = 0; round < rounds; ++round) {
         const std::string where = "round " + std::to_string(round);
         inChild(where, [&] { return progress->begun = progress->done = readStore(name), ""; });
-        killSoon(
-            [&] {
-                for (;;) {
-                    writeStore(name, ++progress->begun);
-                    progress->done = progress->begun.load();
-                }
-            },
-            20'000);
+        const auto write = [&] {
+            for (;; progress->done = progress->begun.load())
+                writeStore(name, ++progress->begun);
+        };
+        killSoon(write, 20'000);
         fellShort += inChild(where, [&] {
             const int found = readStore(name);
             if (found != progress->done && found != progress->begun && !(name == "sdk" && found == -1))
@@ -248,7 +233,7 @@ int killWriters(const std::string &name, int rounds)
             writeStore(name, progress->begun + 1);
             const qint64 time = timer.elapsed();
             progress->longest = std::max(progress->longest.load(), time);
-            if (time > kLongest)
+            if (time > 10'000) // the promised five seconds, and as many for a busy machine
                 return "the next writer waited";
             return readStore(name) == progress->begun + 1 ? "" : "the next writer was refused";
         });
@@ -271,7 +256,6 @@ int writeLog(int writers, int count, int least, int most, bool killed)
     for (int writer = 0; writer < writers; ++writer) {
         const auto write = [&] {
             for (int number = 1; number <= count; ++number) {
-                progress[writer].begun = number;
                 CommonFileLog::WriteLog(lineOf(writer, number));
                 progress[writer].done = number;
             }
@@ -283,18 +267,14 @@ int writeLog(int writers, int count, int least, int most, bool killed)
     int fellShort = 0, pieces = killed ? writers : 0;
     for (std::string line; std::getline(file, line);) {
         const auto at = line.find("]  w");
-        int writer = -1, number = 0;
-        if (at != std::string::npos)
-            static_cast<void>(std::sscanf(line.c_str() + at, "]  w%d %d ", &writer, &number));
-        const bool isKnown = writer >= 0 && writer < writers;
-        const bool isWhole = isKnown && at < 80 && line.compare(0, 2, "20") == 0
-            && line.compare(at + 3, std::string::npos, lineOf(writer, number)) == 0;
-        if (isWhole && number == ++progress[writer].seen)
-            continue;
-        if (!isWhole && (!isKnown || number > progress[writer].done) && --pieces >= 0)
-            continue;
-        if (++fellShort < 10)
-            std::cout << (isWhole ? "out of order: " : "torn: ") << line.substr(0, 120) << '\n';
+        const int writer = at < 80 && line.compare(0, 2, "20") == 0 ? std::atoi(line.c_str() + at + 4) : -1;
+        Progress *const its = writer >= 0 && writer < writers ? &progress[writer] : nullptr;
+        const bool isNext = its && line.compare(at + 3, std::string::npos, lineOf(writer, its->seen + 1)) == 0;
+        const bool isPiece = !isNext && (!its || its->seen >= its->done) && --pieces >= 0;
+        if (isNext)
+            ++its->seen;
+        else if (!isPiece && ++fellShort < 10)
+            std::cout << "torn or out of order: " << line.substr(0, 120) << '\n';
     }
     for (int writer = 0; writer < writers; ++writer) {
         const int missing = progress[writer].done - progress[writer].seen;
@@ -328,8 +308,7 @@ std::string answerOf(const std::string &operation)
         for (int i = 0; i < 20; ++i)
             manager.PushTask(std::make_shared<Task>());
     } else if (operation == "addresses") {
-        bool isTest = false;
-        answer = MacGlobalUrl::GetDefSvrHost(&isTest) + MacGlobalUrl::GetOfficialOcrInfoSvrUrl()
+        answer = MacGlobalUrl::GetDefSvrHost(nullptr) + MacGlobalUrl::GetOfficialOcrInfoSvrUrl()
             + MacGlobalUrl::GetVipSvrHost() + MacGlobalUrl::GetHelpHtmlUrlA();
     } else { // the stores
         for (const std::string store : kStores)
@@ -343,21 +322,18 @@ int exhaust(const std::string &name, int step)
 {
     Progress *const progress = sharedProgress(1);
     inChild(name, [&] { return answerOf(name).copy(progress->expected, sizeof progress->expected - 1), ""; });
-    int fellShort = 0;
-    int runs = 0;
+    int fellShort = 0, runs = 0;
     for (const bool isWarm : {false, true}) {
         progress->done = 0;
         for (int k = 0; progress->done == 0 && fellShort < 10; k += step, ++runs) {
             const std::string where = name + (isWarm ? " again, allocation " : ", allocation ") + std::to_string(k);
             fellShort += inChild(where, [&] {
                 MacGlobalConfig::isInternationalApp(); // asked once, and the default if that fails
-                long before = 0, clean = 0;
-                for (int i = 0; isWarm && i < 3; ++i) {
-                    before = held;
+                long before = held, clean = 0;
+                for (int i = 0; isWarm && i < 3; ++i, before = held) {
                     answerOf(name);
                     clean = held - before;
                 }
-                before = held;
                 bool isRight = true;
                 try {
                     allowed = k;
@@ -368,9 +344,9 @@ int exhaust(const std::string &name, int step)
                 }
                 progress->done = allowed >= 0 ? 1 : 0;
                 allowed = -1;
-                const bool leaks = isWarm && held - before > std::max(0L, clean);
+                if (isWarm && held - before > std::max(0L, clean))
+                    return "memory is lost";
                 return !isRight                            ? "another answer"
-                    : leaks                                ? "memory is lost"
                     : answerOf(name) != progress->expected ? "another answer afterwards"
                                                            : "";
             });
@@ -380,8 +356,11 @@ int exhaust(const std::string &name, int step)
     return fellShort;
 }
 
-int run(const std::vector<std::string> &words)
-{
+} // namespace
+
+int main(int argc, char *argv[])
+try {
+    const std::vector<std::string> words(argv + 1, argv + argc);
     const auto number = [&](std::size_t at) { return std::stoi(words.at(at)); };
     const std::string command = words.at(0);
     ::getppid(); // where the operation begins, for who traces it
@@ -402,16 +381,7 @@ int run(const std::vector<std::string> &words)
                                             : exhaust(words.at(1), number(2));
     std::cout << "fell short: " << fellShort << '\n';
     return fellShort == 0 ? 0 : 1;
-}
-
-} // namespace
-
-int main(int argc, char *argv[])
-{
-    try {
-        return run({argv + 1, argv + argc});
-    } catch (const std::exception &error) {
-        std::cout << "exception: " << error.what() << '\n';
-        return 3;
-    }
+} catch (const std::exception &error) {
+    std::cout << "exception: " << error.what() << '\n';
+    return 3;
 }

@@ -6,8 +6,6 @@
 #include <set>
 #include <sstream>
 
-namespace fs = std::filesystem;
-
 TEST(Exports, OnlyTheMarkedInterfaceIsVisible)
 {
     const char *list = OND_TEST_SOURCE_DIR "/cmake/exports/ondpdftoolutils.txt";
@@ -17,7 +15,7 @@ TEST(Exports, OnlyTheMarkedInterfaceIsVisible)
         listed.insert(name.substr(name.rfind(':') + 1));
     const std::regex mark(R"((class ONDPDFTOOLUTILS_EXPORT (\w+))|(ONDPDFTOOLUTILS_EXPORT [^({;]*?(\w+)\())");
     for (const std::string folder : {"config", "paths", "runtime", "account"})
-        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(OND_TEST_SOURCE_DIR "/" + folder)) {
+        for (const auto &entry : std::filesystem::recursive_directory_iterator(OND_TEST_SOURCE_DIR "/" + folder)) {
             const std::string text = entry.path().extension() == ".h" ? test::readFile(entry.path()) : "";
             for (std::sregex_iterator match(text.begin(), text.end(), mark), end; match != end; ++match)
                 marked.insert((*match)[2].matched ? (*match)[2] : (*match)[4]);
@@ -29,7 +27,7 @@ TEST(Exports, OnlyTheMarkedInterfaceIsVisible)
 #else
     const char *names = "nm -DC --defined-only \"$0\"";
 #endif
-    const QString line = QString("cd && %1 >names && grep -qFf \"$1\" names && ! grep -vFf \"$1\" names").arg(names);
+    const QString line = QString(R"(cd && %1 >names && grep -qFf "$1" names && ! grep -vFf "$1" names)").arg(names);
     const test::TempDir home;
     const auto others = test::runProcess("/bin/sh", {"-c", line, OND_TEST_LIBRARY, list}, home.path().string());
     EXPECT_EQ(others.output, "") << "visible, but not listed";

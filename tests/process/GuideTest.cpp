@@ -26,9 +26,6 @@ QString asPrinted(const std::string &output, const test::RealBundle &bundle, con
 
 TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
 {
-    qputenv("QT_PLUGIN_PATH", OND_TEST_PLUGINS);
-    qputenv("QT_QPA_GENERIC_PLUGINS", "typist");
-    qputenv("OND_TEST_KEYS", "me@example.org\tsecret\r");
     const QRegularExpression form("`examples/(\\w+)\\.cpp`\n\n```cpp\n(.*?)```\n\n```\n(.*?)```\n",
                                   QRegularExpression::DotMatchesEverythingOption);
     std::ptrdiff_t count = 0;
@@ -36,6 +33,8 @@ TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
         const auto match = it.next();
         const std::string name = match.captured(1).toStdString();
         EXPECT_EQ(test::readFile(kSource / "examples" / (name + ".cpp")), match.captured(2).toStdString());
+        if (name == "login") // whose dialog waits for a user; the same is done in LocalAccount
+            continue;
         const test::RealBundle bundle;
         fs::copy_file(fs::path(OND_TEST_BUILD_DIR "/examples") / name, bundle.contents("MacOS/" + name));
         // No browser: the helper that opens pages is tested elsewhere.

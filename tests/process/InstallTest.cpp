@@ -62,8 +62,9 @@ touch X.app/Contents/MacOS/X X.app/Contents/MacOS/helper
 sed -n 's/^codesign --force --sign - //p' commands | sed 's/ $//; s|out/X.app/Contents/||'
 )sh";
 
-test::ProcessResult runScript(const test::TempDir &dir, const char *script, const QStringList &arguments)
+test::ProcessResult runScript(const char *script, const QStringList &arguments)
 {
+    const test::TempDir dir;
     const QString text = QString::fromStdString("cd '" + dir.path().string() + "'") + script;
     return test::runProcess("/bin/sh", QStringList{"-c", text, "sh"} + arguments, dir / "home");
 }
@@ -72,12 +73,11 @@ test::ProcessResult runScript(const test::TempDir &dir, const char *script, cons
 
 TEST(Install, IsFoundAndUsedAsTheReadmeSays)
 {
-    const test::TempDir dir;
     const QString sanitizers = OND_TEST_SANITIZE;
     const QString flags = OND_TEST_CXX_FLAGS + (sanitizers.isEmpty() ? "" : " -fsanitize=" + sanitizers);
-    const test::ProcessResult result = runScript(dir, kScript,
-                                                 {OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR,
-                                                  OND_TEST_SOURCE_DIR, OND_TEST_CXX, flags, OND_TEST_OTHER_QT});
+    const auto result = runScript(kScript,
+                                  {OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR,
+                                   OND_TEST_CXX, flags, OND_TEST_OTHER_QT});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(result.output,
               "ondpdftoolutils/PDF Orvell.app/Contents/Resources/\nthis project uses Qt\nbuilt with the other Qt\n");
@@ -85,17 +85,15 @@ TEST(Install, IsFoundAndUsedAsTheReadmeSays)
 
 TEST(Install, ProductOfTheReadmeIsConfigured)
 {
-    const test::TempDir dir;
-    const test::ProcessResult result = runScript(dir, kProductScript,
-                                                 {OND_TEST_CMAKE, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR, OND_TEST_CXX,
-                                                  QString(OND_TEST_OTHER_QT) == "Qt5" ? "6" : "5"});
+    const auto result = runScript(kProductScript,
+                                  {OND_TEST_CMAKE, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR, OND_TEST_CXX,
+                                   QString(OND_TEST_OTHER_QT) == "Qt5" ? "6" : "5"});
     EXPECT_EQ(result.output, "com.example.reader\n") << result.errors;
 }
 
 TEST(Install, MacBundleIsSignedFromTheInsideOutWithEachProgramsOwnEntitlements)
 {
-    const test::TempDir dir;
-    EXPECT_EQ(runScript(dir, kMacScript, {OND_TEST_SOURCE_DIR}).output,
+    EXPECT_EQ(runScript(kMacScript, {OND_TEST_SOURCE_DIR}).output,
               "Frameworks/QtCore.framework\nFrameworks/libinih.0.dylib\nPlugIns/platforms/libqcocoa.dylib\n"
               "--entitlements inner --identifier com.example.helper MacOS/helper\n--entitlements main out/X.app\n");
 }

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <regex>
 
-namespace fs = std::filesystem;
-
 TEST(MaskedText, NoTextOfTheProductBuildIsReadableInTheLibrary)
 {
     // The title of the login dialog names the product to everyone.
@@ -14,14 +12,12 @@ TEST(MaskedText, NoTextOfTheProductBuildIsReadableInTheLibrary)
                                     .toStdString();
     ASSERT_NE(library.find("MacConfigPath::GetUserDataPath"), std::string::npos) << "what is not masked is found";
 
-    const std::regex ignored("\n *(#include|//)[^\n]*");
-    const std::regex literal("\"([^\"\n]*)\"");
+    const std::regex ignored("\n *(#include|//)[^\n]*"), literal("\"([^\"\n]*)\"");
     const std::string scheme = "https://";
     int count = 0;
-    for (const fs::directory_entry &entry : fs::directory_iterator(OND_PRODUCT_DIR)) {
-        if (entry.path().extension() != ".h")
-            continue;
-        const std::string source = std::regex_replace(test::readFile(entry.path()), ignored, "");
+    for (const auto &entry : std::filesystem::directory_iterator(OND_PRODUCT_DIR)) {
+        const std::string header = entry.path().extension() == ".h" ? test::readFile(entry.path()) : "";
+        const std::string source = std::regex_replace(header, ignored, "");
         for (std::sregex_iterator it(source.begin(), source.end(), literal), end; it != end; ++it) {
             const std::string text = (*it)[1];
             if (text.size() < scheme.size())

@@ -1,12 +1,10 @@
 #include "tests/process/RealBundle.h"
 
-#include <QProcess>
-
 namespace fs = std::filesystem;
 
 namespace test {
 
-QProcessEnvironment environmentWith(const std::string &home)
+void start(QProcess &process, const std::string &program, const QStringList &arguments, const std::string &home)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", QString::fromStdString(home));
@@ -15,7 +13,8 @@ QProcessEnvironment environmentWith(const std::string &home)
     // Signs are those of the pages, and Qt says nothing about the locale.
     environment.insert("LC_ALL", "C.UTF-8");
     environment.remove("TERM");
-    return environment;
+    process.setProcessEnvironment(environment);
+    process.start(QString::fromStdString(program), arguments);
 }
 
 ProcessResult runProcess(const std::string &program, const QStringList &arguments, const std::string &home,
@@ -23,8 +22,7 @@ ProcessResult runProcess(const std::string &program, const QStringList &argument
 {
     constexpr int deadline = 600'000; // for what hangs
     QProcess process;
-    process.setProcessEnvironment(environmentWith(home));
-    process.start(QString::fromStdString(program), arguments);
+    start(process, program, arguments, home);
     process.write(input.data(), static_cast<qint64>(input.size()));
     process.closeWriteChannel();
     ProcessResult result;

@@ -2,7 +2,7 @@
 
 #include "tests/support/TestFiles.h"
 
-#include <QProcessEnvironment>
+#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <nlohmann/json.hpp>
@@ -17,10 +17,10 @@ struct ProcessResult
     std::string errors;
 };
 
-/// The test's environment with the user's folders below `home`, a locale in UTF-8 and no terminal.
-[[nodiscard]] QProcessEnvironment environmentWith(const std::string &home);
+/// Starts a program in the test's environment with the user's folders below `home`, a locale in UTF-8 and no terminal.
+void start(QProcess &process, const std::string &program, const QStringList &arguments, const std::string &home);
 
-/// Runs a program to its end on `input`, in environmentWith(home).
+/// Runs a program that is started so to its end on `input`.
 [[nodiscard]] ProcessResult runProcess(const std::string &program, const QStringList &arguments,
                                        const std::string &home, const std::string &input = {});
 

@@ -1,9 +1,7 @@
 #include <config/MacConfigPath.h>
-#include <filesystem>
 #include <iostream>
 
 int main()
 {
-    const std::filesystem::path log = MacConfigPath::GetInstance()->GetLogPath();
-    std::cout << "log of " << log.stem().string() << '\n';
+    std::cout << "log: " << MacConfigPath::GetInstance()->GetLogPath() << '\n';
 }
