@@ -26,6 +26,9 @@ QString asPrinted(const std::string &output, const test::RealBundle &bundle, con
 
 TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
 {
+    qputenv("QT_PLUGIN_PATH", OND_TEST_PLUGINS);
+    qputenv("QT_QPA_GENERIC_PLUGINS", "typist");
+    qputenv("OND_TEST_KEYS", "me@example.org\tsecret\r");
     const QRegularExpression form("`examples/(\\w+)\\.cpp`\n\n```cpp\n(.*?)```\n\n```\n(.*?)```\n",
                                   QRegularExpression::DotMatchesEverythingOption);
     std::ptrdiff_t count = 0;
@@ -33,8 +36,6 @@ TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
         const auto match = it.next();
         const std::string name = match.captured(1).toStdString();
         EXPECT_EQ(test::readFile(kSource / "examples" / (name + ".cpp")), match.captured(2).toStdString());
-        if (name == "login") // whose dialog waits for a user; the same is done in LocalAccount
-            continue;
         const test::RealBundle bundle;
         fs::copy_file(fs::path(OND_TEST_BUILD_DIR "/examples") / name, bundle.contents("MacOS/" + name));
         // No browser: the helper that opens pages is tested elsewhere.
@@ -46,6 +47,18 @@ TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
         EXPECT_EQ(result.exitStatus, 0);
     }
     EXPECT_EQ(count, std::distance(fs::directory_iterator(kSource / "examples"), {}) - 1) << "all but CMakeLists.txt";
+}
+
+TEST(Guide, CommandsRunAProgramInTheBundleWhichIsNothingOutsideOne)
+{
+    const QRegularExpression form("```sh\n(.*?)```\n", QRegularExpression::DotMatchesEverythingOption);
+    QString commands = form.match(read(kSource / "docs/guide.md")).captured(1);
+    const test::RealBundle bundle;
+    commands.replace("build/release/PDF Orvell.app", QString::fromStdString(bundle.contents("..").string()));
+    const auto inside = bundle.sh(commands.replace("build/release", OND_TEST_BUILD_DIR));
+    EXPECT_NE(inside.output.find("PDF Orvell.app/Contents/Resources/\n"), std::string::npos) << inside.errors;
+    const auto outside = test::runProcess(OND_TEST_BUILD_DIR "/examples/where", {}, bundle.home());
+    EXPECT_EQ(outside.output.rfind("bundle     \nresources  \n", 0), 0U) << outside.output;
 }
 
 TEST(Guide, ReadmeShowsWhatTheInspectorPrints)
