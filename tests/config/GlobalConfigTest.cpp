@@ -38,15 +38,19 @@ TEST_F(GlobalConfig, OnlyOneIsOnAndIsReadOnce)
         EXPECT_FALSE(MacGlobalConfig::IsEnableSandBox());
         EXPECT_TRUE(MacGlobalConfig::IsAppleStorePKG());
         EXPECT_TRUE(MacGlobalConfig::isInternationalApp());
+        EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), "first");
     }
-    const std::string log = m_bundle.makeUserDataDir() + "foo.log", host = MacGlobalUrl::GetDefSvrHost(nullptr);
-    test::writeFile(log, "");
+}
+
+TEST_F(GlobalConfig, ConfigurationGoesToTheLogInTheGroupContainer)
+{
+    m_bundle.writeGlobalFile("[common]\nenable_log=1\nenable_sbx=1\napp_international=0\ngroup_name=group.x\n");
+    test::fakePlatform().groupContainers["group.x"] = m_bundle / "container";
+    fs::create_directory(m_bundle / "container");
     MacGlobalConfig::OutputConfigLog();
-    EXPECT_EQ(test::logMessages(log),
-              "sbx:0\napp_store:1\ngroup_name:second\nfunc_host:" + host + "\nvip_host:" + MacGlobalUrl::GetVipSvrHost()
-                  + "\nintl_app:1\nsandbox:0\n");
-    m_bundle.writeGlobalFile("");
-    EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), "second");
+    EXPECT_EQ(test::logMessages(m_bundle / "container/foo.log"),
+              "sbx:1\napp_store:0\ngroup_name:group.x\nfunc_host:" + MacGlobalUrl::GetDefSvrHost(nullptr)
+                  + "\nvip_host:" + MacGlobalUrl::GetVipSvrHost() + "\nintl_app:1\nsandbox:0\n");
 }
 
 TEST_F(GlobalConfig, BadFilesEndInTheDefaults)
@@ -57,6 +61,7 @@ TEST_F(GlobalConfig, BadFilesEndInTheDefaults)
         {"no number, empty text", "[common]\nnumber=yes\ngroup_name=\n", 0, "d"},
         {"malformed line at the end", good + "garbage\n", 7, "d"},
         {"byte-order mark", "\xEF\xBB\xBF" + good, 1, "g"},
+        {"CRLF", "[common]\r\nnumber=1\r\ngroup_name=g\r\n", 1, "g"},
         {"10 MB line", "[common]\nnumber=" + std::string(10U << 20, '1') + "\n", 7, "d"},
         {"zero, where the parser would end", good + '\0', 7, "d"},
         {"past 64 bits", "[common]\nnumber=99999999999999999999999\n", std::numeric_limits<long>::max(), "d"},
@@ -75,7 +80,9 @@ TEST_F(GlobalConfig, BadFilesEndInTheDefaults)
     fs::create_directory(path);
     EXPECT_TRUE(isPathExist(path)) << "whatever it is";
     EXPECT_EQ(MacGlobalConfig::GetShareGroupName(), product::kDefaultGroupName.str());
-    for (const std::string &none : {std::string(), path + '\0', m_bundle / std::string(5000, 'x')})
+    const std::string dangling = m_bundle / "dangling";
+    fs::create_symlink(m_bundle / "nothing", dangling);
+    for (const std::string &none : {dangling, std::string(), path + '\0', m_bundle / std::string(5000, 'x')})
         EXPECT_FALSE(isPathExist(none)) << none;
 }
 

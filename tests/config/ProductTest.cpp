@@ -37,9 +37,6 @@ TEST_F(Product, ComponentConfigurationIsUtf8AndServerFileWins)
                     "is_help_enable=no\r\nhost=https://h.example\r\n"
                     "[associate]\r\navoid=a|b, c||d|\r\n[product]\r\nvip_id=5\r\n");
     test::writeFile(m_server, "[Common]\nEdition=8\n");
-    EXPECT_EQ(cfg().getProductEdition(), 8);
-    EXPECT_TRUE(CPDFEdition::GetInstance()->IsInternationEdition()) << "by its number";
-    EXPECT_FALSE(PdfReaderProductInfo::GetInstance()->IsInternationEdition()) << "by the switch";
     test::onThreads(4, [](int) {
         EXPECT_EQ(cfg().getProductName(), "Ünder, & Söhne");
         EXPECT_TRUE(cfg().isTolvaProduct());
@@ -52,6 +49,9 @@ TEST_F(Product, ComponentConfigurationIsUtf8AndServerFileWins)
             EXPECT_EQ(cfg().getVipId(), 5) << "of the second section of this name";
         }
     });
+    EXPECT_EQ(cfg().getProductEdition(), 8);
+    EXPECT_TRUE(CPDFEdition::GetInstance()->IsInternationEdition()) << "by its number";
+    EXPECT_FALSE(PdfReaderProductInfo::GetInstance()->IsInternationEdition()) << "by the switch";
 }
 
 TEST_F(Product, TestServerGoesBeforeTheConfiguredHost)
@@ -65,6 +65,7 @@ TEST_F(Product, TestServerGoesBeforeTheConfiguredHost)
     test::writeFile(m_server, "[Common]\nTryNo=1\n");
     EXPECT_EQ(cfg().getProductHost().toStdString(), MacGlobalUrl::GetDefSvrHost(nullptr));
     EXPECT_EQ(cfg().getProductEdition(), 3) << "the server file has none";
+    EXPECT_FALSE(CPDFEdition::GetInstance()->IsInternationEdition()) << "by its number, whatever the switch says";
     EXPECT_EQ(cfg().getOfficalUrl().toStdWString(), MacGlobalUrl::GetOfficeWebsiteUrl());
 }
 
@@ -86,7 +87,7 @@ TEST_F(Product, ParserFallsBackOnlyWhereNothingStands)
 TEST_F(Product, RecordIsThatOfTheStartAndTheMachine)
 {
     m_bundle.writeRegistry("tid1=1\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t)\n");
-    fakePlatform().installedApplications = {product::kLumoApp.str()};
+    fakePlatform().installedApplications = {product::kLumoApp.str(), product::kXunduApp.str()};
     fakePlatform().info[m_bundle / "Foo.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
     const PdfReaderProductInfo *info = PdfReaderProductInfo::GetInstance();
     m_bundle.writeRegistry("tid1=9\ntryno=9\n");
@@ -99,6 +100,8 @@ TEST_F(Product, RecordIsThatOfTheStartAndTheMachine)
     EXPECT_EQ(CPDFEdition::GetInstance()->GetTryNo(), 9) << "this one follows";
     EXPECT_TRUE(info->IsHasLumo());
     EXPECT_FALSE(info->IsHasLumopdf());
+    EXPECT_TRUE(info->IsHasXundu());
+    EXPECT_FALSE(info->IsHasHarbo());
 }
 
 TEST_F(Product, PartnersNumbersAreThoseOfTheServerFile)

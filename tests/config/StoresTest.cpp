@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QSettings>
 #include <QVariant>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 

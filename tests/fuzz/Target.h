@@ -18,5 +18,5 @@ inline void writeFile(const QString &path, const void *data, std::size_t size)
 {
     QFile file(path);
     require(file.open(QIODevice::WriteOnly));
-    file.write(static_cast<const char *>(data), static_cast<qint64>(size));
+    require(file.write(static_cast<const char *>(data), static_cast<qint64>(size)) == static_cast<qint64>(size));
 }

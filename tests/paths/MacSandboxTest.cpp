@@ -19,9 +19,9 @@ TEST(MacSandbox, HomeIsTheUsersOwn)
         // database, HOME, answer
         {"/home/a", "/x/y", "/home/a"},
         {"", "/Users/anna/Library/Containers/x/Data", "/Users/anna"},
-        {"", "/x", "/Users/"},
+        {"", "/x", "/Users/u"},
     };
-    ::unsetenv("USER");
+    ::setenv("USER", "u", 1);
     for (const auto &[database, home, answer] : rows) {
         fakePlatform().homeDirectoryOfUser = database;
         ::setenv("HOME", home, 1);

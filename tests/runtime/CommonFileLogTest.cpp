@@ -133,7 +133,7 @@ TEST_F(CommonFileLogTest, ManyProcessesAndThreadsLoseAndTearNothing)
     for (std::string line; std::getline(lines, line);) {
         const int number = std::atoi(line.c_str());
         EXPECT_TRUE(line == messageOf(number)) << number;
-        whole.insert(number);
+        EXPECT_TRUE(whole.insert(number).second) << number;
     }
     EXPECT_EQ(whole.size(), 32'000U);
 }

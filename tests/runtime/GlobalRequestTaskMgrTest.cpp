@@ -13,6 +13,8 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <atomic>
+#include <chrono>
+#include <cstdlib>
 #include <thread>
 #include <unistd.h>
 
@@ -20,6 +22,8 @@ using test::eventually;
 using test::scriptedSdk;
 
 namespace {
+
+constexpr int kStoodStill = 2;
 
 /// Logins that wait until they are released, on a started SDK.
 class Requests : public testing::Test, public IRequestTaskCallBack
@@ -35,6 +39,7 @@ protected:
             code = 4572014;
             flag = user == L"b";
             --m_running;
+            ++m_logins;
             return flag;
         };
         CPDFNewVipSdkWrap::InitInstance();
@@ -62,7 +67,7 @@ protected:
     QCoreApplication m_application{m_argc, nullptr}; // delivers the deletion
     GlobalRequestTaskMgr *const m_manager = GlobalRequestTaskMgr::getInstance();
     std::atomic<bool> m_released{false};
-    std::atomic<int> m_running{0}, m_results{0}, m_followers{0};
+    std::atomic<int> m_running{0}, m_logins{0}, m_results{0}, m_followers{0};
     std::wstring m_order;
 
 private:
@@ -108,6 +113,7 @@ TEST_F(Requests, RunInOrderUnlessStoppedOrGivenUpAfterASecond)
     m_manager->setLoginCallBack(nullptr);
     EXPECT_TRUE(m_manager->requestLogin("a", "5"));
     EXPECT_TRUE(m_manager->unInit());
+    EXPECT_TRUE(eventually([&] { return m_logins == 5; }));
     EXPECT_EQ(m_results, 4) << "nobody is told";
 }
 
@@ -124,10 +130,11 @@ TEST_F(Requests, AreEndedAtAnyMoment)
         m_manager->requestLogin("b", "");
         CPDFNewVipSdkWrap::UnInitInstance();
         CPDFNewVipSdkWrap::InitInstance();
-        if (i % 10 == 9)
-            EXPECT_TRUE(m_manager->unInit() && m_manager->init());
-        else
-            EXPECT_TRUE(m_manager->stop());
+        if (i % 10 == 9) {
+            EXPECT_TRUE(m_manager->unInit());
+            EXPECT_TRUE(m_manager->init());
+        }
+        EXPECT_TRUE(m_manager->stop());
     }
     other.join();
 }
@@ -157,15 +164,24 @@ TEST(ProcessEnd, QueuedRequestsFindTheirServiceAndStaticDestructorsTheirAnswers)
         });
     };
     const auto ask = [] {
-        // Requests are waited for one second: if the machine itself stood still meanwhile, nothing can be told.
         const bool isLate = std::chrono::steady_clock::now() - begun > std::chrono::milliseconds(900);
         CommonFileLog::WriteLog("the last word");
         bool usesTestServer = false;
         static_cast<void>(MacGlobalUrl::GetDefSvrHost(&usesTestServer));
-        if (!usesTestServer || GlobalRequestTaskMgr::getInstance()->requestLogin("a", "1") || (logins != 20 && !isLate))
+        if (!usesTestServer || GlobalRequestTaskMgr::getInstance()->requestLogin("a", "1"))
             ::_exit(1);
+        if (logins != 20)
+            ::_exit(isLate ? kStoodStill : 1);
     };
-    EXPECT_EXIT(exitAfter(queue, ask), testing::ExitedWithCode(0), "");
+    // Requests are waited for one second: where the machine itself stood still meanwhile, once more.
+    int result = kStoodStill;
+    const auto isTold = [&result](int status) {
+        result = WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+        return result == 0 || result == kStoodStill;
+    };
+    for (int attempt = 0; attempt < 5 && result == kStoodStill; ++attempt)
+        EXPECT_EXIT(exitAfter(queue, ask), isTold, "");
+    EXPECT_EQ(result, 0);
     EXPECT_NE(test::logMessages(data + "foo.log").find("the last word\n"), std::string::npos);
 }
 
