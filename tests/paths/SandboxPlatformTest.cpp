@@ -1,4 +1,6 @@
+#include "config/MacConfigPath.h"
 #include "paths/MacBookmark.h"
+#include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
 #include "paths/platform/Applications_p.h"
 #include "paths/platform/UserDefaults_p.h"
@@ -9,7 +11,9 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QProcess>
 #include <QTimer>
+#include <cstdlib>
 #include <future>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -156,6 +160,29 @@ TEST_F(SandboxPlatform, ApplicationsAreThoseWithAnEntryOfTheirOwn)
     EXPECT_TRUE(platform::isApplicationInstalled("com.example.foo"));
     for (const char *none : {"com.example.folder", "", "../applications/com.example.foo"})
         EXPECT_FALSE(platform::isApplicationInstalled(none)) << none;
+}
+
+TEST_F(SandboxPlatform, UpdateInPlaceIsNotSeen)
+{
+    const std::string self = home / "A.app/Contents/MacOS/a";
+    if (const char *installed = std::getenv("OND_TEST_INSTALLED")) { // a process that nobody has asked for anything
+        fs::rename(std::string(installed) + ".new", installed);
+        EXPECT_EQ(MacConfigPath::GetInstance()->GetMainAppName(), "A");
+        EXPECT_EQ(MacPath::getAppFullPath(), installed);
+        fs::remove(installed);
+        EXPECT_EQ(MacConfigPath::GetCurrentExePath(), installed);
+        return;
+    }
+    fs::create_directories(fs::path(self).parent_path());
+    fs::copy_file("/proc/self/exe", self);
+    test::writeFile(self + ".new", "");
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    ::setenv("OND_TEST_INSTALLED", self.c_str(), 1);
+    process.start(QString::fromStdString(self), {"--gtest_filter=SandboxPlatform.UpdateInPlaceIsNotSeen"});
+    EXPECT_TRUE(process.waitForFinished(-1));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
 }
 
 TEST_F(SandboxPlatform, WhatHasEndedOrIsNoProcessDoesNotRun)

@@ -9,7 +9,9 @@
 
 #include <QtTest>
 #include <QtWidgets>
+#include <algorithm>
 #include <atomic>
+#include <cmath>
 
 namespace {
 
@@ -133,6 +135,19 @@ QStringList perceived(QAccessibleInterface *parent)
         found += perceived(child);
     }
     return found;
+}
+
+/// Of two colours, as the Web Content Accessibility Guidelines (2.1) define it: 1 to 21.
+double contrast(QColor first, QColor second)
+{
+    const auto luminance = [](QColor color) {
+        const auto linear = [](double part) {
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    };
+    const auto [darker, lighter] = std::minmax({luminance(first), luminance(second)});
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 constexpr const char *kFocusOrder[] = {"emailLineEdit", "passwordLineEdit",     "showPasswordCheckBox",
@@ -261,7 +276,7 @@ TEST_F(Login, ShowsWhereTheFocusIs)
             const QPoint middle = frame.center();
             for (const QPoint point : {QPoint(frame.left(), middle.y()), QPoint(frame.right(), middle.y()),
                                        QPoint(middle.x(), frame.top()), QPoint(middle.x(), frame.bottom())})
-                EXPECT_LT(focused.pixelColor(point).lightness(), plain.pixelColor(point).lightness() - 100) << name;
+                EXPECT_GE(contrast(focused.pixelColor(point), plain.pixelColor(point)), 3) << name;
             type("\t");
         }
     });
@@ -289,7 +304,8 @@ TEST_F(Login, IsReadableWhateverTheUsersColoursAndFont)
             const QImage part = image.copy(inner).convertToFormat(QImage::Format_Grayscale8);
             const auto [darkest, lightest] =
                 std::minmax_element(part.constBits(), part.constBits() + part.sizeInBytes());
-            EXPECT_GT(*lightest, *darkest + 100) << qPrintable(widget->objectName());
+            EXPECT_GE(contrast(qRgb(*lightest, *lightest, *lightest), qRgb(*darkest, *darkest, *darkest)), 3)
+                << qPrintable(widget->objectName());
         }
         const QRect margin(place(email).topRight() - QPoint(7, 0), QSize(4, email->height()));
         const QImage clear = image.copy(margin).convertToFormat(QImage::Format_Grayscale8);
