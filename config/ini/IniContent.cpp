@@ -121,7 +121,7 @@ QString sectionOf(View header)
     const bool isGeneral = header.size() == mark + 7 && qstrnicmp(header.data() + mark, "general", 7) == 0;
     if (isGeneral && mark == 0)
         return {};
-    return decodedName(header.substr(isGeneral ? mark : 0)) + QLatin1Char('/');
+    return decodedName(header.substr(isGeneral ? mark : 0)).append(QLatin1Char('/'));
 }
 
 QByteArray headerOf(const QString &section)
@@ -221,6 +221,17 @@ QString takeEscape(View raw, std::size_t &at)
     return {};
 }
 
+/// Raw bytes. QSettings of Qt 5 writes none beyond ASCII; that of Qt 6 writes UTF-8, as people do.
+QString rawText(View run, bool isUtf8)
+{
+    const QByteArray bytes = QByteArray::fromRawData(run.data(), static_cast<int>(run.size()));
+    QString text = QString::fromUtf8(bytes);
+    constexpr QChar mark = QChar::ReplacementCharacter; // for what is no UTF-8, but for those that stand there
+    if (!isUtf8 && text.contains(mark) && text.count(mark) != bytes.count("\xEF\xBF\xBD"))
+        text = QLatin1String(bytes);
+    return text;
+}
+
 /// The parts of a value, which end at commas outside of quotes; one if it is no list, or too long for one.
 QStringList partsOf(View raw, bool isUtf8, bool isList = true)
 {
@@ -255,10 +266,7 @@ QStringList partsOf(View raw, bool isUtf8, bool isList = true)
             kept = 0;
         } else {
             const View run = raw.substr(at - 1, find(raw, "\\\",", at) - at + 1);
-            if (isUtf8)
-                text += QString::fromUtf8(run.data(), static_cast<int>(run.size()));
-            else
-                text += QLatin1String(run.data(), static_cast<int>(run.size()));
+            text += rawText(run, isUtf8);
             at += run.size() - 1;
             kept = isQuoted || (wasQuoted && isList) ? text.size() : kept;
         }
@@ -267,36 +275,37 @@ QStringList partsOf(View raw, bool isUtf8, bool isList = true)
     return parts;
 }
 
-std::optional<QVariant> variantOf(const QString &text)
+std::optional<QVariant> variantOf(QString text)
 {
-    const QString tag = text.left(text.indexOf(QLatin1Char('(')) + 1);
+    const QStringView tag = QStringView(text).left(text.indexOf(QLatin1Char('(')) + 1);
     if (text.startsWith(QLatin1Char('@')) && !tag.isEmpty() && text.endsWith(QLatin1Char(')'))) {
-        const QString inside = text.mid(tag.size()).chopped(1);
+        const QStringView inside = QStringView(text).mid(tag.size()).chopped(1);
         const bool isShort = inside.size() < 4 * 12 && !inside.contains(QLatin1Char(')'));
-        const QStringList parts = isShort ? inside.split(QLatin1Char(' ')) : QStringList();
+        const QStringList parts = isShort ? inside.toString().split(QLatin1Char(' ')) : QStringList();
         const auto number = [&parts](int i) { return parts[i].toInt(); };
         if (tag == QLatin1String("@Variant(") || tag == QLatin1String("@DateTime("))
             return std::nullopt;
-        if (tag == QLatin1String("@ByteArray("))
-            return inside.toLatin1();
-        if (tag == QLatin1String("@String("))
-            return inside;
-        if (text == QLatin1String("@Invalid()"))
-            return QVariant();
         if (tag == QLatin1String("@Rect(") && parts.size() == 4)
             return QRect(number(0), number(1), number(2), number(3));
         if (tag == QLatin1String("@Size(") && parts.size() == 2)
             return QSize(number(0), number(1));
         if (tag == QLatin1String("@Point(") && parts.size() == 2)
             return QPoint(number(0), number(1));
+        if (text == QLatin1String("@Invalid()"))
+            return QVariant();
+        if (const bool isBytes = tag == QLatin1String("@ByteArray("); isBytes || tag == QLatin1String("@String(")) {
+            text.chop(1);
+            text.remove(0, isBytes ? 11 : 8); // where it stands, since it may be long
+            return isBytes ? QVariant(std::move(text).toLatin1()) : text;
+        }
     }
     return text.startsWith(QLatin1String("@@")) ? text.mid(1) : text;
 }
 
-std::optional<QVariant> variantOf(const QStringList &parts)
+std::optional<QVariant> variantOf(QStringList parts)
 {
     if (parts.size() == 1)
-        return variantOf(parts.first());
+        return variantOf(parts.takeFirst());
     QVariantList list;
     bool isPlain = true;
     for (const QString &text : parts) {

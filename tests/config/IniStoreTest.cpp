@@ -49,6 +49,7 @@ TEST(IniContent, OddFilesAreReadAsQSettingsDoesAndChangedInPlace)
         {"CRLF", "[s]\r\nl=2\r\n", "-", "[s]\r\nl=2\r\nk=9\r\n"},
         {"section and key twice", "[s]\nk=1\n[t]\n[s]\nk=2\nk=3\n", "3", "[s]\nk=1\n[t]\n[s]\nk=2\nk=9\n"},
         {"byte-order mark", "\xEF\xBB\xBF[s]\nk=\xC3\xBC\n", "ü", "\xEF\xBB\xBF[s]\nk=9\n"},
+        {"UTF-8, as QSettings of Qt 6 has it", "[s]\nl=\xFC\nk=\xC3\xBC\n", "ü", "[s]\nl=\xFC\nk=9\n"},
         {"Latin-1 and noise", "[s\n\xFC=\xE9\n[s]\n\x01\nk=\xFC\n", "ü", "[s\n\xFC=\xE9\n[s]\n\x01\nk=9\n"},
         {"escaped name", "[%73]\n%6B=a\\x41\\n\\q\n", "aA\n", "[%73]\n%6B=9\n"},
         {"line goes on", "[s]\nk=a\\\r\nb\\", "ab", "[s]\nk=9"},
