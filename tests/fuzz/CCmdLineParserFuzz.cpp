@@ -20,15 +20,12 @@ CCmdLineParser::KeyValues switchesOf(std::wstring_view rest, bool matchCase)
     while (rest.find_first_of(L"-/") != npos) {
         cut(rest.find_first_of(L"-/"));
         const std::size_t separator = rest.find_first_of(L" :=");
-        const bool hasValue = separator != npos && rest[separator] != L' ' && separator + 1 < rest.size();
+        const bool hasValue = separator != npos && rest[separator] != L' ';
         const QString key = cut(separator);
-        QString value;
-        if (hasValue && rest[0] == L'"') {
+        const bool isQuoted = hasValue && rest.substr(0, 1) == L"\"";
+        if (isQuoted)
             cut(0);
-            value = cut(rest.find(L'"'));
-        } else if (hasValue) {
-            value = cut(rest.find(L' '));
-        }
+        const QString value = hasValue ? cut(rest.find(isQuoted ? L'"' : L' ')) : QString();
         if (!key.isEmpty())
             switches.try_emplace(matchCase ? key : key.toLower(), value);
     }
@@ -44,8 +41,7 @@ void check(const std::wstring &line, bool matchCase)
     std::replace_if(
         valid.begin(), valid.end(), [](wchar_t c) { return c > 0x10FFFF; }, L'\uFFFD');
     for (const auto &[key, value] : switchesOf(valid, matchCase)) {
-        QString parsedKey;
-        QString parsedValue;
+        QString parsedKey, parsedValue;
         parser.getNext(it, parsedKey, parsedValue);
         require(parsedKey == key && parsedValue == value);
     }
