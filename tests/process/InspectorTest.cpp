@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <climits>
 #include <regex>
 #include <set>
 #include <sys/stat.h>
@@ -35,11 +34,7 @@ void put(const std::string &path, const std::string &content)
 
 TEST(Inspector, FollowsTheBundleWhereverItLies)
 {
-    std::string place = "Meine Programme/日本語 ü/";
-    if (PATH_MAX > 2048) // longer than the fixed buffer that the path is asked into first; macOS has no such paths
-        for (int i = 0; i < 4; ++i)
-            place += std::string(250, 'd') + "/";
-    place += "Reader Copy.app";
+    const std::string place = "Meine Programme/日本語 ü/Reader Copy.app";
     const RealBundle bundle(place);
     const fs::path data = bundle.makeUserDataDir("Reader Copy");
     put(bundle.globalFile(), "[common]\napp_store=1\ngroup_name=group.test\n");
@@ -49,7 +44,6 @@ TEST(Inspector, FollowsTheBundleWhereverItLies)
     put(bundle.home() + "/Applications/X.app/Contents/Info.plist",
         "<plist><dict><key>CFBundleIdentifier</key><string>com.lumo.reader</string></dict></plist>");
     const json answers = bundle.inspectJson({"locations", "switches", "product", "identity"});
-    EXPECT_EQ(answers.size(), 4U);
     const json &locations = answers.at("locations"), &identity = answers.at("identity");
     EXPECT_EQ(locations.at("GetMainAppRootDir"), bundle.dir() / (place + "/"));
     EXPECT_EQ(locations.at("GetLogPath"), (data / "pdforvell-inspect.log").string());
@@ -174,20 +168,15 @@ TEST(Inspector, AddressesDifferExactlyByEditionPackageAndTestMarker)
     const json store = urls("app_international=1\napp_store=1\n");
     put(bundle.makeUserDataDir() / "use_test_server", "");
     const json onTestServers = urls("app_international=1\n");
-    const struct
-    {
-        json before, after;
-        std::string differing;
-    } rows[] = {
-        {domestic, international, "^(?!GetMacInternationalPayWebHost$|IsAppleStorePKG$|usesTestServer$)"},
-        {international, store, "^IsAppleStorePKG$|^GetLoginUrl$"},
-        {international, onTestServers, "Ocr|^...DefSvrHost|^GetOfficialUpgradeCfgUrl$|^usesTestServer$"},
-        {domestic, urls(""), "^the marker means nothing to this edition$"},
-    };
-    for (const auto &[before, after, differing] : rows)
+    const auto expectDiffering = [](const json &before, const json &after, const std::string &names) {
         for (const auto &answer : after.items())
-            EXPECT_EQ(answer.value() != before.at(answer.key()), std::regex_search(answer.key(), std::regex(differing)))
-                << answer.key() << " by " << differing;
+            EXPECT_EQ(answer.value() != before.at(answer.key()), std::regex_search(answer.key(), std::regex(names)))
+                << answer.key() << " by " << names;
+    };
+    expectDiffering(domestic, international, "^(?!GetMacInternationalPayWebHost$|IsAppleStorePKG$|usesTestServer$)");
+    expectDiffering(international, store, "^IsAppleStorePKG$|^GetLoginUrl$");
+    expectDiffering(international, onTestServers, "Ocr|^...DefSvrHost|^GetOfficialUpgradeCfgUrl$|^usesTestServer$");
+    expectDiffering(domestic, urls(""), "^the marker means nothing to this edition$");
 }
 
 TEST(Inspector, LookingCreatesNothing)

@@ -55,16 +55,6 @@ fs::path RealBundle::makeUserDataDir(const std::string &bundleName) const
     return supportDir() + '/' + bundleName;
 }
 
-ProcessResult RealBundle::inspect(const QStringList &arguments, const std::string &input) const
-{
-    return runProcess(inspector(), arguments, home(), input);
-}
-
-nlohmann::json RealBundle::inspectJson(const QStringList &arguments) const
-{
-    return nlohmann::json::parse(inspect(QStringList{"--json"} + arguments).output);
-}
-
 ProcessResult RealBundle::sh(const QString &line, const std::string &input) const
 {
     const QString there = "cd '" + QString::fromStdString(m_dir.path().string()) + "'; ";

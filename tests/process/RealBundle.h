@@ -43,8 +43,14 @@ public:
     /// The user data folder of a bundle with this name outside the sandbox, made on disk.
     [[nodiscard]] std::filesystem::path makeUserDataDir(const std::string &bundleName = "PDF Orvell") const;
 
-    [[nodiscard]] ProcessResult inspect(const QStringList &arguments, const std::string &input = {}) const;
-    [[nodiscard]] nlohmann::json inspectJson(const QStringList &arguments) const;
+    [[nodiscard]] ProcessResult inspect(const QStringList &arguments, const std::string &input = {}) const
+    {
+        return runProcess(inspector(), arguments, home(), input);
+    }
+    [[nodiscard]] nlohmann::json inspectJson(const QStringList &arguments) const
+    {
+        return nlohmann::json::parse(inspect(QStringList{"--json"} + arguments).output);
+    }
     /// What the shell makes of `line`, with "$0" for the inspector, in the temporary folder.
     [[nodiscard]] ProcessResult sh(const QString &line, const std::string &input = {}) const;
 
