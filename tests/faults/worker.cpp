@@ -248,9 +248,9 @@ int writeLog(int writers, int count, int least, int most, bool killed)
 {
     // "w<writer> <number> xxx", of a length that looks like chance.
     const auto lineOf = [&](int writer, int number) {
-        std::minstd_rand random(static_cast<unsigned int>(writer * 1'000'003 + number));
-        const std::string head = 'w' + std::to_string(writer) + ' ' + std::to_string(number) + ' ';
-        return head + std::string(std::uniform_int_distribution<std::size_t>(least, most)(random), 'x');
+        const auto length =
+            static_cast<std::size_t>(least + (writer * 1'000'003LL + number) * 7919 % (most - least + 1));
+        return 'w' + std::to_string(writer) + ' ' + std::to_string(number) + ' ' + std::string(length, 'x');
     };
     Progress *const progress = sharedProgress(writers);
     for (int writer = 0; writer < writers; ++writer) {
