@@ -7,10 +7,11 @@
 #include "config/MacReg.h"
 #include "config/PdfReaderProductInfo.h"
 #include "paths/MacSandbox.h"
+#include "paths/PathUtils.h"
 #include "runtime/CommonFileLog.h"
 #include "runtime/MacGlobalUrl.h"
+#include "tests/support/Concurrency.h"
 #include "tests/support/FakePlatform.h"
-#include "tests/support/OwnProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -87,6 +88,8 @@ TEST(MacConfigPath, OnlyItThrowsWhenTheExecutableWasRemovedBefore)
     CommonFileLog::WriteLog("x");
     EXPECT_FALSE(MacSandbox::isSandBox());
     EXPECT_NE(MacSandbox::getSharedPath(""), "");
+    EXPECT_EQ(PathUtils::getSealDir() + PathUtils::getConfigDataPath() + PathUtils::getWelcomeFilePath(), "seal/");
+    EXPECT_FALSE(fs::exists("seal"));
     EXPECT_NE(MacGlobalUrl::GetDefSvrHost(nullptr), "");
     EXPECT_FALSE(IsInternationalUseTestServer());
     EXPECT_FALSE(MacGlobalSetting::IsEnableDebug());

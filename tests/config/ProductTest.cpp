@@ -5,7 +5,7 @@
 #include "config/ProductCfgUtil.h"
 #include "config/ProductInfoForCooperation.h"
 #include "runtime/MacGlobalUrl.h"
-#include "tests/support/Eventually.h"
+#include "tests/support/Concurrency.h"
 #include "tests/support/FakePlatform.h"
 
 #include <QRegularExpression>

@@ -1,5 +1,7 @@
 #import "tests/mac/FakeMac.h"
 
+#include "tests/support/Answer.h"
+
 #include <CoreGraphics/CoreGraphics.h>
 #include <SystemConfiguration/SystemConfiguration.h>
 #include <chrono>
@@ -68,12 +70,7 @@ test::FakeMac &test::fakeMac()
     return mac;
 }
 
-// A method that answers what an expression is worth, and one that says what it was set to.
-#define ANSWER(method, ...)                                                                                            \
-    method                                                                                                             \
-    {                                                                                                                  \
-        return __VA_ARGS__;                                                                                            \
-    }
+/// A method that says what it was set to.
 #define SETTER(name, Type, ...)                                                                                        \
     -(void)name : (Type)value                                                                                          \
     {                                                                                                                  \

@@ -1,21 +1,6 @@
 #include "paths/MacUtilsOC.h"
-#include "paths/platform/Announcement_p.h"
-#include "paths/platform/Applications_p.h"
-#include "paths/platform/Bookmark_p.h"
-#include "paths/platform/Bundle_p.h"
-#include "paths/platform/Clock_p.h"
-#include "paths/platform/FileManager_p.h"
-#include "paths/platform/Idle_p.h"
-#include "paths/platform/Menu_p.h"
-#include "paths/platform/OpenPanel_p.h"
-#include "paths/platform/Reachability_p.h"
-#include "paths/platform/Screen_p.h"
-#include "paths/platform/SystemLog_p.h"
-#include "paths/platform/System_p.h"
-#include "paths/platform/UserDefaults_p.h"
-#include "paths/platform/UserDirectories_p.h"
-#include "paths/platform/Workspace_p.h"
 #import "tests/mac/FakeMac.h"
+#include "tests/support/Platform.h"
 #include "tests/support/TestFiles.h"
 
 #include <QCoreApplication>
@@ -187,6 +172,9 @@ TEST_F(Mac, LaunchesAreAskedForAsTheyStand)
     EXPECT_EQ(asked(), Lines{"open x:a"});
     for (const char *url : {"unknown:a", "", kNoText})
         EXPECT_FALSE(platform::openUrl(url)) << url;
+    asked();
+    EXPECT_TRUE(platform::revealFile("-a b"));
+    EXPECT_EQ(asked(), Lines{"/usr/bin/open|-R|-a b"});
 }
 
 TEST_F(Mac, PanelIsSetAsAskedFor)
@@ -279,15 +267,4 @@ TEST_F(Mac, MenuTitlesAndAnnouncementsNeedAnApplication)
         std::string([NSAccessibilityAnnouncementRequestedNotification UTF8String]) + " Größe priority=90 from the ";
     EXPECT_EQ(asked(), (Lines{call + "application", call + "window"}));
     NSApp = nil;
-}
-
-TEST_F(Mac, CommandsAreThoseOfMacOS)
-{
-    const std::string program = m_dir / "bin/sysctl";
-    test::writeFile(program, "#!/bin/sh\ntest \"$*\" = '-n kern.sysv.shmmax' && echo 42\n");
-    fs::permissions(program, fs::perms::owner_all);
-    ::setenv("PATH", (m_dir / "bin").c_str(), 1);
-    EXPECT_EQ(platform::sharedMemorySize(), 42U);
-    EXPECT_TRUE(platform::revealFile("-a b"));
-    EXPECT_EQ(asked(), Lines{"/usr/bin/open|-R|-a b"});
 }

@@ -56,14 +56,6 @@ TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
     EXPECT_TRUE(QFile::exists(PathUtils::GetEditImageBackupDir()));
 }
 
-TEST_F(PathUtilsTest, GettersAnswerWithoutABase)
-{
-    fs::remove(fakePlatform().executablePath);
-    EXPECT_EQ(PathUtils::getSealDir() + PathUtils::getThumbnailDir(), "seal/thumbpics/");
-    EXPECT_FALSE(QFile::exists("seal"));
-    EXPECT_EQ(PathUtils::getConfigDataPath() + PathUtils::getWelcomeFilePath(), "");
-}
-
 TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
 {
     bundle.writeGlobalFile("[common]\nenable_sbx=1\ngroup_name=g\n");

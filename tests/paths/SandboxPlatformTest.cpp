@@ -2,10 +2,8 @@
 #include "paths/MacBookmark.h"
 #include "paths/MacPath.h"
 #include "paths/MacSandbox.h"
-#include "paths/platform/Applications_p.h"
-#include "paths/platform/UserDefaults_p.h"
-#include "paths/platform/UserDirectories_p.h"
-#include "tests/support/OwnProcess.h"
+#include "tests/support/Concurrency.h"
+#include "tests/support/Platform.h"
 #include "tests/support/TestFiles.h"
 
 #include <QApplication>
@@ -17,7 +15,6 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 // Bookmarks, launches and the panel on the platform that the library ships with.
@@ -49,7 +46,7 @@ template <typename Launcher> int launched(Launcher launcher, const MacSandbox::L
 {
     const auto outcome = std::make_shared<std::promise<int>>();
     const int pid = launcher(params, [outcome](int pid) { outcome->set_value(pid); }) ? outcome->get_future().get() : 0;
-    EXPECT_EQ(MacSandbox::waitProcFinish(pid, 0), 0);
+    EXPECT_EQ(MacSandbox::waitProcFinish(pid, 0), 0) << "-1 and what has ended do not run";
     return pid;
 }
 
@@ -82,11 +79,11 @@ TEST_F(SandboxPlatform, BookmarksLeadToTheSameFolderOnly)
 
     // Only whole data of this version resolves.
     const Bytes good = MacBookmark::createSharedBookmark(folder);
-    std::vector<Bytes> rows(4, good);
-    rows[0].at(7)++; // the version
-    rows[1].pop_back();
-    rows[2].push_back(0);
-    for (const Bytes &data : rows) {
+    Bytes newer = good, shorter = good, longer = good;
+    newer.at(7)++;
+    shorter.pop_back();
+    longer.push_back(0);
+    for (const Bytes &data : {newer, shorter, longer, good}) {
         platform::setUserDefaultsData("vant_pdf_/x", data);
         EXPECT_EQ(MacBookmark::closeBookmark("/x"), data == good) << testing::PrintToString(data);
     }
@@ -133,11 +130,12 @@ TEST_F(SandboxPlatform, LaunchesWithoutAShell)
     EXPECT_EQ(test::readFile(output), pid + "\n\na b\n$(id)\n'\"\\\n;\né\n");
     pid = std::to_string(launched(MacSandbox::openURL, {home / "A.app/", "x:a b;$(touch y)&`z`'\n--", arguments}));
     EXPECT_EQ(test::readFile(output), pid + "\nx:a%20b;$(touch%20y)&%60z%60'%0A--\n");
+    EXPECT_TRUE(MacSandbox::isRunning(::getpid()));
     EXPECT_EQ(launched(MacSandbox::openURL, {home / "A.app", "--option", arguments}), -1);
     EXPECT_EQ(launched(MacSandbox::openApp, {home / "A.app/Contents", "", arguments}), -1) << "no executable";
 }
 
-TEST_F(SandboxPlatform, FoldersOfTheUserAreThoseOfTheSystem)
+TEST_F(SandboxPlatform, FoldersAndApplicationsAreThoseOfTheSystem)
 {
     const std::string database = platform::homeDirectoryOfUser(); // which need not know the user
     const std::string byDatabase = database.empty() ? "" : database + "/.local/share";
@@ -150,10 +148,7 @@ TEST_F(SandboxPlatform, FoldersOfTheUserAreThoseOfTheSystem)
         ::setenv("XDG_DATA_HOME", data, 1);
         EXPECT_EQ(platform::applicationSupportDirectory(), folder) << user << ' ' << data;
     }
-}
-
-TEST_F(SandboxPlatform, ApplicationsAreThoseWithAnEntryOfTheirOwn)
-{
+    // Applications are those with an entry.
     test::writeFile(home / "d/applications/com.example.foo.desktop", "");
     fs::create_directory(home / "d/applications/com.example.folder.desktop");
     ::setenv("XDG_DATA_DIRS", ("d:" + (home / "d")).c_str(), 1);
@@ -183,18 +178,6 @@ TEST_F(SandboxPlatform, UpdateInPlaceIsNotSeen)
     EXPECT_TRUE(process.waitForFinished(-1));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 0);
-}
-
-TEST_F(SandboxPlatform, WhatHasEndedOrIsNoProcessDoesNotRun)
-{
-    EXPECT_TRUE(MacSandbox::isRunning(::getpid()));
-    const pid_t zombie = ::fork();
-    if (zombie == 0)
-        ::_exit(0);
-    siginfo_t info;
-    ::waitid(P_PID, static_cast<id_t>(zombie), &info, WEXITED | WNOWAIT);
-    for (const int none : {0, -1, -::getpid(), INT_MAX, zombie})
-        EXPECT_FALSE(MacSandbox::isRunning(none)) << none;
 }
 
 TEST_F(SandboxPlatform, PanelChoosesWhatItIsAskedFor)

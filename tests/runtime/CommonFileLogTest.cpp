@@ -1,8 +1,7 @@
 #include "runtime/CommonFileLog.h"
 
-#include "tests/support/Eventually.h"
+#include "tests/support/Concurrency.h"
 #include "tests/support/FakePlatform.h"
-#include "tests/support/OwnProcess.h"
 
 #include <QDateTime>
 #include <gtest/gtest.h>

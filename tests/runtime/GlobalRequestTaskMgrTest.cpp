@@ -4,7 +4,7 @@
 #include "account/CPDFVipSdkAdapter.h"
 #include "runtime/CommonFileLog.h"
 #include "runtime/MacGlobalUrl.h"
-#include "tests/support/Eventually.h"
+#include "tests/support/Concurrency.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScriptedSdk.h"
 

@@ -1,18 +1,6 @@
 #include "tests/support/FakePlatform.h"
 
-#include "paths/platform/Announcement_p.h"
-#include "paths/platform/Applications_p.h"
-#include "paths/platform/Bookmark_p.h"
-#include "paths/platform/Bundle_p.h"
-#include "paths/platform/Clock_p.h"
-#include "paths/platform/FileManager_p.h"
-#include "paths/platform/Idle_p.h"
-#include "paths/platform/Menu_p.h"
-#include "paths/platform/Screen_p.h"
-#include "paths/platform/SystemLog_p.h"
-#include "paths/platform/System_p.h"
-#include "paths/platform/UserDefaults_p.h"
-#include "paths/platform/UserDirectories_p.h"
+#include "tests/support/Answer.h"
 
 namespace test {
 
@@ -30,16 +18,6 @@ FakeBundle::FakeBundle(const std::string &executable)
     platform.applicationSupportDirectory = m_dir / "support";
 }
 
-void FakeBundle::writeGlobalFile(const std::string &content) const
-{
-    writeFile(m_dir / "Foo.app/Contents/Resources/mk.dat", content);
-}
-
-void FakeBundle::writeRegistry(const std::string &content) const
-{
-    writeFile(m_dir / "support/Foo/reg/common.ini", "[product]\n" + content);
-}
-
 std::string FakeBundle::makeUserDataDir() const
 {
     std::string path = m_dir / "support/Foo/";
@@ -52,12 +30,6 @@ std::string FakeBundle::makeUserDataDir() const
 namespace platform {
 
 using test::fakePlatform;
-
-#define ANSWER(question, ...)                                                                                          \
-    question                                                                                                           \
-    {                                                                                                                  \
-        return __VA_ARGS__;                                                                                            \
-    }
 
 // No test depends on what these do.
 using Size = std::pair<double, double>;
@@ -90,7 +62,6 @@ ANSWER(bool isProcessRunning(int /*processId*/), ++fakePlatform().looks <= fakeP
 ANSWER(void systemLog(const std::string &message), fakePlatform().systemLog.push_back(message))
 ANSWER(void announce(QWidget * /*source*/, const QString &text), fakePlatform().announcements.push_back(text))
 ANSWER(void synchroniseUserDefaults(), static_cast<void>(++fakePlatform().synchronisations))
-#undef ANSWER
 
 std::optional<std::string> executablePath()
 {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "paths/platform/OpenPanel_p.h"
-#include "paths/platform/Reachability_p.h"
-#include "paths/platform/Workspace_p.h"
+#include "tests/support/Platform.h"
 #include "tests/support/TestFiles.h"
 
 #include <QString>
@@ -64,9 +62,15 @@ public:
     [[nodiscard]] const TempDir &dir() const { return m_dir; }
     [[nodiscard]] std::string operator/(const std::string &name) const { return m_dir / name; }
     /// Writes "mk.dat" of Foo.app.
-    void writeGlobalFile(const std::string &content) const;
+    void writeGlobalFile(const std::string &content) const
+    {
+        writeFile(m_dir / "Foo.app/Contents/Resources/mk.dat", content);
+    }
     /// Writes section "product" of key "common" of the registry.
-    void writeRegistry(const std::string &content) const;
+    void writeRegistry(const std::string &content) const
+    {
+        writeFile(m_dir / "support/Foo/reg/common.ini", "[product]\n" + content);
+    }
     /// The folder of the user's data outside the sandbox, made on disk.
     [[nodiscard]] std::string makeUserDataDir() const;
 

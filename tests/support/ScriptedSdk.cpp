@@ -1,5 +1,6 @@
 #include "tests/support/ScriptedSdk.h"
 
+#include "tests/support/Answer.h"
 #include "vipsdk/include/VipSdkCoreInterfaceImpl.h"
 #include "vipsdk/include/VipSdkTeleM3rdImpl.h"
 #include "vipsdk/include/VipTelemData.h"
@@ -41,12 +42,6 @@ IBaseInterface::~IBaseInterface() = default;
 IVipSdkCoreInterface::~IVipSdkCoreInterface() = default;
 IVipSdkTelemInterface::~IVipSdkTelemInterface() = default;
 IVipTelemData::~IVipTelemData() = default;
-
-#define ANSWER(function, ...)                                                                                          \
-    function                                                                                                           \
-    {                                                                                                                  \
-        return __VA_ARGS__;                                                                                            \
-    }
 
 class VipSdkCoreInterfaceImpl::Private
 {

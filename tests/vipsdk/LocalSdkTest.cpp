@@ -1,4 +1,4 @@
-#include "tests/support/Eventually.h"
+#include "tests/support/Concurrency.h"
 #include "tests/support/TestFiles.h"
 #include "vipsdk/include/ProductInfoMgr.h"
 #include "vipsdk/include/VipSdkCoreInterfaceImpl.h"
@@ -7,8 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QRegularExpression>
 #include <algorithm>
 #include <atomic>
 #include <csignal>
@@ -264,16 +263,6 @@ TEST_F(LocalSdk, ListenersAreToldOfWhatOthersDoWhereverTheStoreGoes)
     core.UnInitialize();
 }
 
-TEST_F(LocalSdk, StartsAndStopsOnManyThreadsAtOnce)
-{
-    test::onThreads(4, [this](int thread) {
-        for (int i = 0; i < 500; ++i)
-            (i + thread) % 2 ? core.Initialize() : core.UnInitialize();
-    });
-    core.Initialize();
-    EXPECT_TRUE(core.StartFrontTask());
-}
-
 TEST_F(LocalSdk, ProcessEndsWithoutStoppingItAlthoughAListenerWaitsForThat)
 {
     const auto startAndEnd = [this] {
@@ -302,11 +291,8 @@ TEST_F(LocalSdk, SpoolKeepsTheLinesOfManyWholeWhateverWasThere)
             vip_sdk::VipSdkTeleM3rdImpl().SendTelemData(record ? new VipTelemData(L"line\n\u00fc") : nullptr);
     });
 
-    const auto lines = QByteArray::fromStdString(test::readFile(path("telemetry.jsonl"))).split('\n');
-    ASSERT_EQ(lines.size(), 1 + 196 + 1) << "the piece, and nothing behind the last";
-    for (int i = 1; i <= 196; ++i) {
-        const QJsonObject record = QJsonDocument::fromJson(lines[i]).object();
-        ASSERT_EQ(record["event"].toString(), QString::fromUtf8("line\n\u00fc")) << lines[i].toStdString();
-        ASSERT_EQ(record["product"].toObject()["pid"].toInt(), 44);
-    }
+    const std::string spool = test::readFile(path("telemetry.jsonl"));
+    const QRegularExpression whole(
+        R"(^\{"a piece of a li\n(\{"event":"line\\nü","product":\{[^\n]*"pid":44,[^\n]*\}\n){196}$)");
+    EXPECT_TRUE(whole.match(QString::fromStdString(spool)).hasMatch()) << spool;
 }

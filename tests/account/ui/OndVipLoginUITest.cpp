@@ -1,5 +1,3 @@
-#include "account/ui/OndVipLoginUI.h"
-
 #include "account/ui/ClickableLabel.h"
 #include "account/ui/OndVipInternationFactory.h"
 #include "tests/support/FakePlatform.h"
@@ -98,10 +96,6 @@ protected:
                 names += widget->objectName();
         return names;
     }
-    [[nodiscard]] int spaceBetween(const char *upper, const char *lower) const
-    {
-        return find(lower)->geometry().top() - find(upper)->geometry().bottom();
-    }
 
     const test::FakeBundle m_bundle;
     int m_argumentCount = 0;
@@ -182,7 +176,6 @@ TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
             EXPECT_EQ(text("loginButton"), "Log in / Sign up");
             EXPECT_EQ(focus(), "passwordLineEdit");
             EXPECT_EQ(cut(), QStringList());
-            EXPECT_EQ(spaceBetween("hintLabel", "emailLineEdit"), spaceBetween("showPasswordCheckBox", "loginButton"));
         }
         EXPECT_EQ(m_seen, L" A@b/p%1 ") << "as entered";
     });
@@ -310,17 +303,6 @@ TEST_F(Login, IsReadableWhateverTheUsersColoursAndFont)
         const QRect margin(place(email).topRight() - QPoint(7, 0), QSize(4, email->height()));
         const QImage clear = image.copy(margin).convertToFormat(QImage::Format_Grayscale8);
         EXPECT_GE(*std::min_element(clear.constBits(), clear.constBits() + clear.sizeInBytes()), 100) << "not cut off";
-    });
-}
-
-TEST_F(Login, HearsOfItsLoginWhenAnotherDialogEnds)
-{
-    run([this] {
-        auto other = std::make_unique<OndVipLoginUI>(IPDFVipSdkAdapter::VIP_GUI_PAGE_LOGIN, 0, 0, false,
-                                                     IPDFVipSdkAdapter::VIP_PRIVILEGE{});
-        logIn("a@b.example", "secret");
-        other.reset();
-        EXPECT_TRUE(fails(5));
     });
 }
 
