@@ -272,13 +272,13 @@ TEST_F(Account, ProductIsReadOnceAndStored)
 {
     const std::string folder = m_bundle / "Foo.app/Contents/Resources/cfgdata/", store = folder + "cfgdata.ini.user";
     const auto current = &CPDFVipSdkAdapter::getCurrentVipSdkId;
-    EXPECT_TRUE(test::succeedsInOwnProcess([&] {
+    EXPECT_TRUE(test::succeedsInProcesses(1, [&](int) {
         test::writeFile(folder + "componentConfig.ini",
                         "[product]\nis_tv_product=1\nocr_app_id=1\nocr_app_id_tolva=2\n");
         EXPECT_EQ(current(), 103) << "the brand's own";
         EXPECT_EQ(SingleTon<ProductCfgUtil>::GetInstance()->getServiceAppId(), 2);
     }));
-    EXPECT_TRUE(test::succeedsInOwnProcess([&] {
+    EXPECT_TRUE(test::succeedsInProcesses(1, [&](int) {
         test::writeFile(store, "[account]\naccount=42\n");
         EXPECT_EQ(current(), 103) << "unknown";
         test::writeFile(store, "[account]\naccount=13\n");

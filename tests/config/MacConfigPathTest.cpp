@@ -31,7 +31,7 @@ TEST(MacConfigPath, FollowsFromTheExecutable)
         {"bin/tool", "", ""},
     };
     for (const auto &row : rows)
-        EXPECT_TRUE(test::succeedsInOwnProcess([&] {
+        EXPECT_TRUE(test::succeedsInProcesses(1, [&](int) {
             const FakeBundle bundle(row.executable);
             const MacConfigPath *paths = MacConfigPath::GetInstance();
             const std::string contents = row.app.empty() ? "" : bundle / row.app + "Contents/";
@@ -52,7 +52,7 @@ TEST(MacConfigPath, FollowsFromTheExecutable)
 
 TEST(MacConfigPath, UnknownExecutableLeavesDefaults)
 {
-    fakePlatform().executablePath = "";
+    fakePlatform().executablePath.reset();
     fakePlatform().applicationSupportDirectory = "";
     EXPECT_EQ(MacConfigPath::GetInstance()->GetLogPath(), "~/Library/Application Support//pdforvell.log");
 }
@@ -79,7 +79,7 @@ TEST(MacConfigPath, OnlyItThrowsWhenTheExecutableWasRemovedBefore)
     bundle.writeGlobalFile("[common]\nenable_log=1\nenable_sbx=1\napp_international=1\n");
     fs::current_path(bundle.dir().path());
     test::writeFile(bundle / "mk.dat", "[common]\nenable_sbx=1\n"); // not the one
-    fs::remove(fakePlatform().executablePath);
+    fs::remove(*fakePlatform().executablePath);
     EXPECT_THROW(MacConfigPath::GetCurrentExePath(), fs::filesystem_error);
     EXPECT_THROW(MacConfigPath::GetInstance(), fs::filesystem_error);
     EXPECT_EQ(GetDatPath(), "");

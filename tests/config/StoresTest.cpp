@@ -200,4 +200,9 @@ TEST_F(Stores, CounterStoreIsCleared)
     fs::create_symlink(target, m_counters);
     U::ClearLocalAppCfgForCount();
     EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read) << "what a link leads to is not ours";
+
+    test::writeFile(m_counters + "/a folder cannot be removed as a file", "");
+    fs::create_directory(m_counters + ".tmp");
+    U::ClearLocalAppCfgForCount();
+    EXPECT_FALSE(fs::exists(m_counters)) << "put in the place of an older one";
 }

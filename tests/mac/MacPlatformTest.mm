@@ -233,6 +233,10 @@ TEST_F(Mac, SystemAnswers)
     EXPECT_FALSE(platform::zeroAddressReachability());
     fakeMac().ticks = 24'000'000;
     EXPECT_EQ(platform::monotonicNanoseconds(), 1'000'000'000U);
+    test::writeFile(m_dir / "sysctl", "#!/bin/sh\ntest \"$*\" = '-n kern.sysv.shmmax' && echo 42\n");
+    fs::permissions(m_dir / "sysctl", fs::perms::owner_all);
+    ::setenv("PATH", m_dir.path().c_str(), 1);
+    EXPECT_EQ(platform::sharedMemorySize(), 42U);
 
     testing::internal::CaptureStderr();
     platform::systemLog("grün %@");

@@ -32,7 +32,8 @@ template <typename Work> void onThreads(int count, Work work)
         thread.join();
 }
 
-/// Runs `work(0)` to `work(count - 1)` at once, each in a process of its own; whether nothing failed in any of them.
+/// Runs `work(0)` to `work(count - 1)` at once, each in a process of its own (also one, for what the library
+/// settles once per process); whether nothing failed in any of them.
 template <typename Work> [[nodiscard]] bool succeedsInProcesses(int count, Work work)
 {
     std::fflush(nullptr);
@@ -48,12 +49,6 @@ template <typename Work> [[nodiscard]] bool succeedsInProcesses(int count, Work 
     while (::wait(&status) > 0)
         succeeded += status == 0 ? 1 : 0;
     return succeeded == count;
-}
-
-/// The same of one process, for what the library settles once per process.
-template <typename Work> [[nodiscard]] bool succeedsInOwnProcess(Work work)
-{
-    return succeedsInProcesses(1, [&work](int) { work(); });
 }
 
 } // namespace test

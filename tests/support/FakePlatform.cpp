@@ -43,6 +43,7 @@ ANSWER(bool revealFile(const QString & /*path*/), false)
 // What was set, as it stands.
 using Data = std::vector<unsigned char>;
 using Defaults = std::map<std::string, Data>;
+ANSWER(std::optional<std::string> executablePath(), fakePlatform().executablePath)
 ANSWER(std::string bundleExecutablePath(), fakePlatform().bundleExecutablePath)
 ANSWER(std::string bundlePath(), fakePlatform().bundlePath)
 ANSWER(std::string bundleInfo(const std::string &bundle, const std::string &key), fakePlatform().info[bundle][key])
@@ -62,12 +63,6 @@ ANSWER(bool isProcessRunning(int /*processId*/), ++fakePlatform().looks <= fakeP
 ANSWER(void systemLog(const std::string &message), fakePlatform().systemLog.push_back(message))
 ANSWER(void announce(QWidget * /*source*/, const QString &text), fakePlatform().announcements.push_back(text))
 ANSWER(void synchroniseUserDefaults(), static_cast<void>(++fakePlatform().synchronisations))
-
-std::optional<std::string> executablePath()
-{
-    const std::string &path = fakePlatform().executablePath;
-    return path.empty() ? std::nullopt : std::optional(path);
-}
 
 bool launch(const LaunchRequest &request, const LaunchHandler &handler)
 {

@@ -16,7 +16,8 @@ namespace test {
 /// The answers of the platform that the tests link. Set them before the library asks: it keeps what it hears.
 struct FakePlatform
 {
-    std::string executablePath, bundleExecutablePath, bundlePath;
+    std::optional<std::string> executablePath;
+    std::string bundleExecutablePath, bundlePath;
     /// Information dictionaries: of the running bundle under "", of others under their path or property list's path.
     std::map<std::string, std::map<std::string, std::string>> info;
 

@@ -11,11 +11,10 @@
 #include <sanitizer/tsan_interface.h>
 
 #define REAL(symbol) __real_##symbol // NOLINT(bugprone-reserved-identifier): the linker's names
-#define WRAP(symbol) __wrap_##symbol // NOLINT(bugprone-reserved-identifier)
 /// Declares the real function, and begins the definition of the one that is called in its place.
 #define WRAPPED(result, symbol, ...)                                                                                   \
     result REAL(symbol)(__VA_ARGS__);                                                                                  \
-    result WRAP(symbol)(__VA_ARGS__)
+    result __wrap_##symbol(__VA_ARGS__) // NOLINT(bugprone-reserved-identifier)
 
 namespace {
 

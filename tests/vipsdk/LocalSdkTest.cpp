@@ -240,6 +240,11 @@ TEST_F(LocalSdk, ListenersAreToldOnItsOwnThreadAndMayLeaveFromThere)
     core.UnInitialize();
     EXPECT_EQ(listener.changes, 1) << "what changes while it is stopped is not told";
     EXPECT_EQ(leaving.changes + leaving.closures + removed.changes + removed.closures, 1);
+
+    test::onThreads(4, [this](int thread) {
+        for (int i = 0; i < 500; ++i)
+            (i + thread) % 2 ? core.Initialize() : core.UnInitialize();
+    });
 }
 
 TEST_F(LocalSdk, ListenersAreToldOfWhatOthersDoWhereverTheStoreGoes)
