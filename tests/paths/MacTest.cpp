@@ -105,6 +105,7 @@ TEST(MacUtils, AsksThePlatformAboutTheSystem)
         fakePlatform().reachability = platform::ReachabilityFlags{true, connectionRequired};
         EXPECT_EQ(MacUtils::checkNetworkAvailable(), !connectionRequired);
     }
+    EXPECT_TRUE(IsProcessRunningOC("com.example.running"));
 }
 
 TEST(MacSandbox, HomeIsTheUsersOwn)
@@ -274,7 +275,7 @@ TEST(MacBookmark, SharesPlainBookmarksAsJson)
     fakePlatform().pathsWithoutBookmark = {"/none"};
     EXPECT_EQ(MacBookmark::createSharedBookmarkJson({"/", "/none", "\xff"}), "[[48,58,47],[],[48,58,255]]");
     EXPECT_EQ(MacBookmark::createSharedBookmarkJson({}), "[]");
-    EXPECT_TRUE(MacBookmark::parseSharedBookmarkJson(" [ [48,58,47], [], [-0] ] "));
+    EXPECT_TRUE(MacBookmark::parseSharedBookmarkJson(" [ [48,58,47], [], [-0,255] ] "));
     EXPECT_EQ(fakePlatform().systemLog,
               (Lines{"Error creating bookmark: no bookmark, /none", "MacBookmark::openBookmark succeed",
                      "MacBookmark::openBookmark succeed okokok", "MacBookmark::openBookmark nullptr",

@@ -212,4 +212,6 @@ TEST_F(PathUtilsTest, DialogsRememberTheirFolders)
         choice = choice.isEmpty() ? chosen : "";
     }
     EXPECT_EQ(PathUtils::getExportDir(&recorder), at("other")) << "shares the folder of texts";
+    PathUtils::setExportDir(start, &recorder);
+    EXPECT_EQ(PathUtils::getExportDir(&recorder), start);
 }

@@ -199,6 +199,8 @@ TEST(Inspector, LookingCreatesNothing)
         const json shown = bundle.inspectJson({"paths"}).at("paths");
         const json created = bundle.inspectJson({"create-paths"}).at("create-paths");
         EXPECT_EQ(created.size(), shown.size() + shown.at("notAsked").size());
+        for (const auto &[name, path] : created.items())
+            EXPECT_NE(path, "") << name;
         EXPECT_TRUE(fs::is_directory(data + "seal"));
     }
 }
@@ -233,6 +235,7 @@ TEST(Inspector, ActionsAnswerOrSayWhatIsWrong)
         {{"page", "99"}, 1, {{"GetOpenVipCommandLine", ""}, {"OpenVipGUIPage", false}}},
         {{"locations", "log", "x"}, 2, "do not go together"},
         {{"docter"}, 2, "did you mean doctor?"},
+        {{"dooctorr"}, 2, "did you mean doctor?"},
     };
     for (const auto &[arguments, status, answer] : rows) {
         const test::ProcessResult result = bundle.inspect(QStringList{"--json"} + arguments);

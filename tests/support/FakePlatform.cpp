@@ -36,7 +36,7 @@ using Size = std::pair<double, double>;
 ANSWER(std::string bundleIdentifier(), {})
 ANSWER(Size mainScreenSize(), {})
 ANSWER(std::uint64_t sharedMemorySize(), 0)
-ANSWER(bool isApplicationRunning(const std::string & /*bundleId*/), false)
+ANSWER(bool isApplicationRunning(const std::string &bundleId), bundleId == "com.example.running")
 ANSWER(bool openUrl(const std::string & /*url*/), false)
 ANSWER(bool revealFile(const QString & /*path*/), false)
 
