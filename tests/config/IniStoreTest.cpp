@@ -12,11 +12,9 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
 using Status = struct stat;
 
-QString q(const std::string &text)
+static QString q(const std::string &text)
 {
     return QString::fromStdString(text);
 }
@@ -30,8 +28,6 @@ struct IniStore : testing::Test
     const std::string path = dir / "store.ini";
     const QString name = q(path);
 };
-
-} // namespace
 
 // What files that others wrote say, and what they say with s/k set: everything else stays as it stands.
 TEST(IniContent, OddFilesAreReadAsQSettingsDoesAndChangedInPlace)

@@ -13,6 +13,7 @@
 #include "tests/support/Concurrency.h"
 #include "tests/support/FakePlatform.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
@@ -22,32 +23,30 @@ using test::fakePlatform;
 
 TEST(MacConfigPath, FollowsFromTheExecutable)
 {
-    const struct
-    {
-        std::string executable, app, name;
-    } rows[] = {
+    const std::array<std::string, 3> rows[] = {
+        // executable, application, its name
         {"A.app/Contents/Library/B.app/Contents/MacOS/b", "A.app/", "A"},
         {".app/Contents/MacOS/foo", ".app/", "PDF Orvell"},
         {"bin/tool", "", ""},
     };
-    for (const auto &row : rows)
-        EXPECT_TRUE(test::succeedsInProcesses(1, [&](int) {
-            const FakeBundle bundle(row.executable);
+    for (const auto &[executable, app, name] : rows)
+        EXPECT_TRUE(test::succeedsInProcesses(1, [executable = executable, app = app, name = name](int) {
+            const FakeBundle bundle(executable);
             const MacConfigPath *paths = MacConfigPath::GetInstance();
-            const std::string contents = row.app.empty() ? "" : bundle / row.app + "Contents/";
-            const std::string resources = row.app.empty() ? "" : contents + "Resources/";
-            EXPECT_EQ(paths->GetExeDir() + paths->GetExeName(), bundle / row.executable);
-            EXPECT_EQ(paths->GetMainAppRootDir(), row.app.empty() ? "" : bundle / row.app);
-            EXPECT_EQ(paths->GetMainAppName(), row.name);
-            EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/" + row.name + "/");
+            const std::string contents = app.empty() ? "" : bundle / app + "Contents/";
+            const std::string resources = app.empty() ? "" : contents + "Resources/";
+            EXPECT_EQ(paths->GetExeDir() + paths->GetExeName(), bundle / executable);
+            EXPECT_EQ(paths->GetMainAppRootDir(), app.empty() ? "" : bundle / app);
+            EXPECT_EQ(paths->GetMainAppName(), name);
+            EXPECT_EQ(paths->GetUserDataDir(), bundle / "support/" + name + "/");
             EXPECT_EQ(paths->GetAppConfigDir(), resources);
-            EXPECT_EQ(paths->GetAppConfigPath("a\\x"), row.app.empty() ? "" : resources + "a/x");
+            EXPECT_EQ(paths->GetAppConfigPath("a\\x"), app.empty() ? "" : resources + "a/x");
             EXPECT_EQ(paths->GetExeFullPath("a\\x"), contents + "a/x");
             EXPECT_EQ(GetDatPath(), resources + "mk.dat");
             EXPECT_EQ(locations::parentAppDir().toStdString(),
-                      row.app.empty() ? bundle / "bin/" : bundle / row.app + "Contents/MacOS/");
+                      app.empty() ? bundle / "bin/" : bundle / app + "Contents/MacOS/");
             EXPECT_FALSE(fs::exists(bundle / "support")) << "asking for paths must not create them";
-        })) << row.executable;
+        })) << executable;
 }
 
 TEST(MacConfigPath, UnknownExecutableLeavesDefaults)
@@ -77,7 +76,7 @@ TEST(MacConfigPath, OnlyItThrowsWhenTheExecutableWasRemovedBefore)
 {
     const FakeBundle bundle;
     bundle.writeGlobalFile("[common]\nenable_log=1\nenable_sbx=1\napp_international=1\n");
-    fs::current_path(bundle.dir().path());
+    fs::current_path(bundle.path());
     test::writeFile(bundle / "mk.dat", "[common]\nenable_sbx=1\n"); // not the one
     fs::remove(*fakePlatform().executablePath);
     EXPECT_THROW(MacConfigPath::GetCurrentExePath(), fs::filesystem_error);

@@ -12,12 +12,6 @@
 #include <gtest/gtest.h>
 #include <identity.h>
 
-namespace fs = std::filesystem;
-
-using test::fakePlatform;
-
-namespace {
-
 /// A bundle with a component configuration and an updater's server file.
 struct Product : testing::Test
 {
@@ -27,8 +21,6 @@ struct Product : testing::Test
     const std::string m_component = m_bundle / "Foo.app/Contents/Resources/cfgdata/componentConfig.ini";
     const std::string m_server = m_bundle / "Foo.app/Contents/Resources/ressrc/chs/upnest.svr";
 };
-
-} // namespace
 
 TEST_F(Product, ComponentConfigurationIsUtf8AndServerFileWins)
 {
@@ -60,7 +52,7 @@ TEST_F(Product, TestServerGoesBeforeTheConfiguredHost)
     const std::string marker = m_bundle.makeUserDataDir() + product::kTestServerMarker.str();
     test::writeFile(marker, "");
     EXPECT_TRUE(IsInternationalUseTestServer());
-    fs::remove(marker); // which was asked for once and for all
+    std::filesystem::remove(marker); // which was asked for once and for all
     test::writeFile(m_component, "[product]\nhost=https://h.example\n");
     test::writeFile(m_server, "[Common]\nTryNo=1\n");
     EXPECT_EQ(cfg().getProductHost().toStdString(), MacGlobalUrl::GetDefSvrHost(nullptr));
@@ -87,8 +79,8 @@ TEST_F(Product, ParserFallsBackOnlyWhereNothingStands)
 TEST_F(Product, RecordIsThatOfTheStartAndTheMachine)
 {
     m_bundle.writeRegistry("tid1=1\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t)\n");
-    fakePlatform().installedApplications = {product::kLumoApp.str(), product::kXunduApp.str()};
-    fakePlatform().info[m_bundle / "Foo.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
+    test::fakePlatform().installedApplications = {product::kLumoApp.str(), product::kXunduApp.str()};
+    test::fakePlatform().info[m_bundle / "Foo.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
     const PdfReaderProductInfo *info = PdfReaderProductInfo::GetInstance();
     m_bundle.writeRegistry("tid1=9\ntryno=9\n");
     EXPECT_EQ(info->GetTid1(), 1);
@@ -132,7 +124,8 @@ TEST_F(Product, TryNumberIsWrittenAndNothingElse)
     info->SetTryNo(3070);
     EXPECT_EQ(test::readFile(m_server), before.substr(0, before.size() - 3) + "3070\r\nchan_name=ü\r\n");
     EXPECT_EQ(info->GetTryNo(), 0) << "the record stays";
-    EXPECT_TRUE(fs::is_empty(m_bundle / "support/Foo/reg")) << "to open a key makes the folder, and nothing else";
+    EXPECT_TRUE(std::filesystem::is_empty(m_bundle / "support/Foo/reg"))
+        << "to open a key makes the folder, and nothing else";
 }
 
 TEST(InstallTime, CountsCalendarDays)
@@ -165,7 +158,7 @@ TEST_F(Product, FoldersAreFilledOncePerInitialization)
     EXPECT_EQ(dir(), m_bundle / "Foo.app/Contents/MacOS/");
     EXPECT_EQ(edition->GetEdition(), PDFEdition::Independent) << "not the argument";
 
-    fakePlatform().bundleExecutablePath = "/elsewhere/bar";
+    test::fakePlatform().bundleExecutablePath = "/elsewhere/bar";
     EXPECT_TRUE(edition->Initialize(PDFEdition::Harbo));
     edition->Uninitialize();
     EXPECT_EQ(dir(), m_bundle / "Foo.app/Contents/MacOS/");

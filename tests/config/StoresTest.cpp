@@ -15,8 +15,6 @@ namespace fs = std::filesystem;
 
 using U = ConfigFileUtil;
 
-namespace {
-
 struct Stores : testing::Test
 {
     [[nodiscard]] std::string fileOf(const std::string &key) const { return m_bundle / (m_folder + key + ".ini"); }
@@ -39,10 +37,7 @@ struct Stores : testing::Test
     const std::string m_folder = "support/Foo/reg/";
     const std::string m_counters = m_bundle / "support/Foo/config_count.ini";
     const std::string m_bundled = m_bundle / "Foo.app/Contents/Resources/cfgdata/cfgdata.ini";
-    const std::string m_version = m_bundle / "Foo.app/Contents/Resources/data/mainversion.ini";
 };
-
-} // namespace
 
 TEST_F(Stores, RegistryIsWrittenBySyncAndWhenTheKeyIsClosed)
 {
@@ -166,7 +161,8 @@ TEST_F(Stores, SettingsStayInTheirFile)
     EXPECT_EQ(test::readFile(m_bundled), bundled);
 
     EXPECT_EQ(U::GetProductVersion(), "");
-    test::writeFile(m_version, "date=1\n[version]\r\ndate= 21. Nov. 2026, 10:00; ü \r\n[other]\ndate=2\n");
+    test::writeFile(m_bundle / "Foo.app/Contents/Resources/data/mainversion.ini",
+                    "date=1\n[version]\r\ndate= 21. Nov. 2026, 10:00; ü \r\n[other]\ndate=2\n");
     EXPECT_EQ(U::GetProductVersion(), "21. Nov. 2026, 10:00; ü") << "as it stands";
 }
 

@@ -31,12 +31,10 @@
 
 // Memory that runs out on this thread, and what is held of it.
 
-namespace {
+static thread_local long allowed = -1; // allocations until one fails; -1: none does
+static std::atomic<long> held{0};
 
-thread_local long allowed = -1; // allocations until one fails; -1: none does
-std::atomic<long> held{0};
-
-template <typename Allocate> void *unlessItIsTheOne(Allocate allocate, int more = 1)
+template <typename Allocate> static void *unlessItIsTheOne(Allocate allocate, int more = 1)
 {
     const bool fails = allowed >= 0 && allowed-- == 0;
     void *memory = fails ? nullptr : allocate();
@@ -44,8 +42,6 @@ template <typename Allocate> void *unlessItIsTheOne(Allocate allocate, int more 
     errno = fails ? ENOMEM : errno;
     return memory;
 }
-
-} // namespace
 
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library has names of its own
 extern "C" {
@@ -77,14 +73,12 @@ void free(void *memory)
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
-namespace {
-
 constexpr int kLost = -2; // what was stored beside the value is gone
 
 /// Stores of a value that survives the process. Each is written with numbers that grow.
 constexpr const char *kStores[] = {"bookmarks", "config", "count", "log", "overlay", "registry", "sdk", "server"};
 
-void writeStore(const std::string &store, int n)
+static void writeStore(const std::string &store, int n)
 {
     if (store == "config") {
         ConfigFileUtil::SetLocalAppCfgValueInt("s/k", n);
@@ -113,13 +107,13 @@ void writeStore(const std::string &store, int n)
 }
 
 /// What `stored` answers for the value, if what was stored beside it is still there.
-template <typename Stored> int ifKept(Stored stored)
+template <typename Stored> static int ifKept(Stored stored)
 {
     return stored("s/keep", -1) == 7 ? stored("s/k", -1) : kLost;
 }
 
 /// Of the log, the number of its last whole line; of bookmarks the largest; -1 when nothing is stored.
-int readStore(const std::string &store)
+static int readStore(const std::string &store)
 {
     if (store == "config")
         return ifKept(ConfigFileUtil::GetLocalAppCfgValueInt);
@@ -169,13 +163,13 @@ struct Progress
     char expected[4096];
 };
 
-Progress *sharedProgress(int writers)
+static Progress *sharedProgress(int writers)
 {
     const std::size_t size = sizeof(Progress) * static_cast<std::size_t>(writers);
     return static_cast<Progress *>(::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 }
 
-pid_t forked(const std::function<void()> &work)
+static pid_t forked(const std::function<void()> &work)
 {
     std::cout.flush();
     const pid_t child = ::fork();
@@ -187,7 +181,7 @@ pid_t forked(const std::function<void()> &work)
 }
 
 /// Runs `work` in a process of its own and prints its answer, what fell short; 1 if anything did, or it crashed.
-int inChild(const std::string &where, const std::function<std::string()> &work)
+static int inChild(const std::string &where, const std::function<std::string()> &work)
 {
     const pid_t child = forked([&] {
         ::alarm(20);
@@ -202,7 +196,7 @@ int inChild(const std::string &where, const std::function<std::string()> &work)
     return status == 0 ? 0 : 1;
 }
 
-void killSoon(const std::function<void()> &work, int longestLife)
+static void killSoon(const std::function<void()> &work, int longestLife)
 {
     static std::mt19937 random(std::random_device{}());
     const pid_t child = forked(work);
@@ -212,7 +206,7 @@ void killSoon(const std::function<void()> &work, int longestLife)
 }
 
 /// Kills writers of a store; what fell short.
-int killWriters(const std::string &name, int rounds)
+static int killWriters(const std::string &name, int rounds)
 {
     Progress *const progress = sharedProgress(1);
     int fellShort = 0;
@@ -244,7 +238,7 @@ int killWriters(const std::string &name, int rounds)
 
 /// Writers of so many lines, together or one after the other and killed soon; what fell short. Who was killed may leave
 /// a piece of its own last line.
-int writeLog(int writers, int count, int least, int most, bool killed)
+static int writeLog(int writers, int count, int least, int most, bool killed)
 {
     // "w<writer> <number> xxx", of a length that looks like chance.
     const auto lineOf = [&](int writer, int number) {
@@ -290,7 +284,7 @@ struct Task : ITask
 };
 
 /// What runs out of memory, and its answer: the same each time, or std::bad_alloc.
-std::string answerOf(const std::string &operation)
+static std::string answerOf(const std::string &operation)
 {
     std::string answer;
     if (operation == "log") {
@@ -318,7 +312,7 @@ std::string answerOf(const std::string &operation)
 }
 
 /// Fails each allocation in turn, in a process that has or has not done the operation before; what fell short.
-int exhaust(const std::string &name, int step)
+static int exhaust(const std::string &name, int step)
 {
     Progress *const progress = sharedProgress(1);
     inChild(name, [&] { return answerOf(name).copy(progress->expected, sizeof progress->expected - 1), ""; });
@@ -355,8 +349,6 @@ int exhaust(const std::string &name, int step)
     std::cout << "runs: " << runs << '\n';
     return fellShort;
 }
-
-} // namespace
 
 int main(int argc, char *argv[])
 try {

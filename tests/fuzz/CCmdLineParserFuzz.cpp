@@ -4,12 +4,10 @@
 #include <algorithm>
 #include <string_view>
 
-namespace {
-
 constexpr auto npos = std::wstring_view::npos;
 
 /// The grammar once more, in the plainest way.
-CCmdLineParser::KeyValues switchesOf(std::wstring_view rest, bool matchCase)
+static CCmdLineParser::KeyValues switchesOf(std::wstring_view rest, bool matchCase)
 {
     CCmdLineParser::KeyValues switches;
     const auto cut = [&rest](std::size_t end) {
@@ -33,7 +31,7 @@ CCmdLineParser::KeyValues switchesOf(std::wstring_view rest, bool matchCase)
 }
 
 /// Whatever the line, the parser finds what the plain grammar does, and nothing else.
-void check(const std::wstring &line, bool matchCase)
+static void check(const std::wstring &line, bool matchCase)
 {
     const CCmdLineParser parser(line.c_str(), matchCase);
     auto it = parser.getFirst();
@@ -47,8 +45,6 @@ void check(const std::wstring &line, bool matchCase)
     }
     require(parser.isLast(it));
 }
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

@@ -6,9 +6,7 @@
 #include <QSettings>
 #include <fuzzer/FuzzedDataProvider.h>
 
-namespace {
-
-QString text(FuzzedDataProvider &data)
+static QString text(FuzzedDataProvider &data)
 {
     const std::string bytes = data.ConsumeRandomLengthString(24);
     const QString text = data.ConsumeBool()
@@ -18,7 +16,7 @@ QString text(FuzzedDataProvider &data)
     return QT_VERSION_MAJOR >= 6 ? QString::fromUtf8(text.toUtf8()) : text;
 }
 
-QVariant value(FuzzedDataProvider &data)
+static QVariant value(FuzzedDataProvider &data)
 {
     const QString one = text(data), other = text(data);
     const auto number = data.ConsumeIntegral<qlonglong>();
@@ -36,28 +34,24 @@ QVariant value(FuzzedDataProvider &data)
     return data.PickValueInArray(values);
 }
 
-} // namespace
-
 /// Values that a QSettings writes are read as it reads them, and the other way round.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
     static const QTemporaryDir folder(QStringLiteral("/dev/shm/ini-fuzz"));
     static int number = 0;
     FuzzedDataProvider data(bytes, size);
-    QMap<QString, QVariant> values;
-    while (data.remaining_bytes() > 0) {
-        const QString key = ini::normalized(data.ConsumeBool() ? text(data) : QStringLiteral("s/k"));
-        // "[general]" is the general section, whatever its case: QSettings loses that of a section called so.
-        if (!key.isEmpty() && !key.startsWith(QLatin1String("general/"), Qt::CaseInsensitive))
-            values[key] = value(data);
-    }
     const QString path = folder.filePath(QString::number(++number));
     ini::Changes changes;
     {
         QSettings settings(path, QSettings::IniFormat);
-        for (auto value = values.begin(); value != values.end(); ++value) {
-            settings.setValue(value.key(), *value);
-            changes[value.key()] = ini::stored(*value).value();
+        while (data.remaining_bytes() > 0) {
+            const QString key = ini::normalized(data.ConsumeBool() ? text(data) : QStringLiteral("s/k"));
+            const QVariant written = value(data);
+            // "[general]" is the general section, whatever its case: QSettings loses that of a section called so.
+            if (key.isEmpty() || key.startsWith(QLatin1String("general/"), Qt::CaseInsensitive))
+                continue;
+            settings.setValue(key, written);
+            changes[key] = ini::stored(written).value();
         }
     }
     QFile written(path);
@@ -68,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
 
     // Files that were not there before: a process remembers what it read.
     const QSettings theirs(path + "a", QSettings::IniFormat), again(path + "b", QSettings::IniFormat);
-    for (const QString &key : values.keys()) {
+    for (const QString &key : changes.keys()) {
         const QVariant expected = theirs.value(key, "absent");
         for (const QVariant &found : {content.value(key, "absent"), again.value(key, "absent")})
             require(found == expected || found.toString() == expected.toString()); // or two numbers that are none

@@ -17,40 +17,37 @@
 namespace fs = std::filesystem;
 
 using test::fakeMac;
-using test::Lines;
 
-namespace {
-
-std::string utf8Of(NSString *text)
+static std::string utf8Of(NSString *text)
 {
     return text ? [text UTF8String] : "nil";
 }
 
-std::string executable()
+static std::string executable()
 {
     return fakeMac().executable.empty() ? fs::read_symlink("/proc/self/exe").string() : fakeMac().executable;
 }
 
 /// As on macOS the environment names the user's home; GNUstep asks the user database.
-std::string homeFolder()
+static std::string homeFolder()
 {
     const char *home = std::getenv("CFFIXED_USER_HOME");
     return home ? home : "/";
 }
 
-NSError *refusal()
+static NSError *refusal()
 {
     return [NSError errorWithDomain:@"refused" code:1 userInfo:@{NSLocalizedDescriptionKey : @"For the user."}];
 }
 
-template <typename... Parts> void ask(const Parts &...parts)
+template <typename... Parts> static void ask(const Parts &...parts)
 {
     std::ostringstream call;
     (call << ... << parts);
     fakeMac().asked.push_back(call.str());
 }
 
-void launch(const std::string &what, Configuration *with, Completion completion)
+static void launch(const std::string &what, Configuration *with, Completion completion)
 {
     ask(what, with ? "" : " unconfigured");
     Completion kept = Block_copy(completion);
@@ -61,8 +58,6 @@ void launch(const std::string &what, Configuration *with, Completion completion)
         }
     }).detach();
 }
-
-} // namespace
 
 test::FakeMac &test::fakeMac()
 {
@@ -131,10 +126,9 @@ ANSWER(-(NSDictionary *)infoDictionary,
 @implementation NSFileManager (GroupContainers)
 /// NSFileManager, containerURLForSecurityApplicationGroupIdentifier: on macOS a URL of the expected form is always
 /// returned, even if the group is invalid; whether the folder is there and can be entered is another matter.
-- (NSURL *)containerURLForSecurityApplicationGroupIdentifier:(NSString *)group
-{
-    return [NSURL fileURLWithPath:@((homeFolder() + "/Library/Group Containers/" + utf8Of(group)).c_str())];
-}
+ANSWER(-(NSURL *)containerURLForSecurityApplicationGroupIdentifier
+       : (NSString *)group,
+         [NSURL fileURLWithPath:@((homeFolder() + "/Library/Group Containers/" + utf8Of(group)).c_str())])
 @end
 
 /// A resolved URL holds its security scope only as long as it lives.

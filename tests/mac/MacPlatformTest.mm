@@ -17,8 +17,6 @@ namespace fs = std::filesystem;
 using test::fakeMac;
 using test::Lines;
 
-namespace {
-
 using Bytes = std::vector<unsigned char>;
 
 /// A name in the two normalisations.
@@ -49,14 +47,12 @@ struct Mac : testing::Test
 };
 
 /// What a launch ends with; nothing when there is no launch.
-std::optional<platform::LaunchOutcome> launched(const platform::LaunchRequest &request)
+static std::optional<platform::LaunchOutcome> launched(const platform::LaunchRequest &request)
 {
     const auto end = std::make_shared<std::promise<platform::LaunchOutcome>>();
     const bool started = platform::launch(request, [end](const auto &outcome) { end->set_value(outcome); });
     return started ? std::optional(end->get_future().get()) : std::nullopt;
 }
-
-} // namespace
 
 /// In place of Qt's own: no program of this name is here.
 bool QProcess::startDetached(qint64 *)

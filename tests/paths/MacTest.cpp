@@ -11,8 +11,6 @@
 
 // The rules that hold on every platform.
 
-namespace fs = std::filesystem;
-
 using test::fakePlatform;
 
 using Lines = std::vector<std::string>;
@@ -133,10 +131,10 @@ TEST(MacSandbox, OnlyTypedFoldersAreCreated)
     fakePlatform().homeDirectoryOfUser = dir / "home";
     EXPECT_EQ(MacSandbox::getSharedPath("y"), dir / "home/Library/Group Containers/y");
     EXPECT_EQ(MacSandbox::getSharedPath("x"), dir / "x");
-    EXPECT_FALSE(fs::exists(dir / "x"));
+    EXPECT_FALSE(std::filesystem::exists(dir / "x"));
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Data, "x"), dir / "x/data");
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Type(9), "y"), MacSandbox::getSharedPath("y"));
-    EXPECT_TRUE(fs::is_directory(dir / "x/data"));
+    EXPECT_TRUE(std::filesystem::is_directory(dir / "x/data"));
     EXPECT_EQ(MacSandbox::getSharedPath(SharedPath::Temp, "file"), dir / "file/temp") << "cannot be created";
     fakePlatform().groupContainers.clear();
     EXPECT_EQ(MacSandbox::getSharedPath("x"), dir / "x") << "the first answer stays";

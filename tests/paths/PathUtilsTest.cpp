@@ -12,16 +12,12 @@
 
 namespace fs = std::filesystem;
 
-using test::fakePlatform;
-
-namespace {
-
 struct PathUtilsTest : testing::Test
 {
     PathUtilsTest()
     {
-        qputenv("TMPDIR", bundle.dir().path().c_str());
-        fakePlatform().homeDirectoryOfUser = bundle / "home";
+        qputenv("TMPDIR", bundle.path().c_str());
+        test::fakePlatform().homeDirectoryOfUser = bundle / "home";
     }
 
     [[nodiscard]] QString at(const QString &name) const { return QString::fromStdString(bundle / name.toStdString()); }
@@ -33,8 +29,6 @@ struct PathUtilsTest : testing::Test
 
     test::FakeBundle bundle;
 };
-
-} // namespace
 
 TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
 {
@@ -59,7 +53,7 @@ TEST_F(PathUtilsTest, OnlySomeGettersCreateTheirFolder)
 TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
 {
     bundle.writeGlobalFile("[common]\nenable_sbx=1\ngroup_name=g\n");
-    fakePlatform().groupContainers["g"] = bundle / "group";
+    test::fakePlatform().groupContainers["g"] = bundle / "group";
     EXPECT_EQ(PathUtils::getThumbnailDir(), at("group/thumbpics/"));
     make("Foo.app/Contents/Resources/data/help.pdf", "help");
     EXPECT_EQ(PathUtils::copyWelcomeFileWithUpdateToWelcomeFile(), 1);
@@ -69,7 +63,7 @@ TEST_F(PathUtilsTest, SandboxSharesTheContainerAndMapsTheUsersFolders)
     PathRecorder recorder;
     EXPECT_EQ(PathUtils::getExportDir(nullptr) + PathUtils::getExportDir(&recorder), at("home/Documents"));
 
-    fakePlatform().panelAnswer = {bundle / "home"};
+    test::fakePlatform().panelAnswer = {bundle / "home"};
     for (const char *granted : {"group", "home/"})
         EXPECT_TRUE(PathUtils::checkDirPermission(at(granted))) << granted;
     for (const QString &refused : {at("else"), QString()})

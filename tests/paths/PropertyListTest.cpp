@@ -5,12 +5,8 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-using platform::generic::textInPropertyList;
-
-namespace {
-
 /// A binary list of these objects, whose references have a byte; the first is on top.
-QByteArray binaryList(const std::vector<std::string> &objects)
+static QByteArray binaryList(const std::vector<std::string> &objects)
 {
     QByteArray bytes = "bplist00", end;
     QDataStream numbers(&end, QIODevice::WriteOnly); // big-endian
@@ -23,22 +19,19 @@ QByteArray binaryList(const std::vector<std::string> &objects)
     return bytes + end;
 }
 
-QByteArray xmlList(const QByteArray &element, int count)
+static QByteArray xmlList(const QByteArray &element, int count)
 {
     const QByteArray nested = ('<' + element + '>').repeated(count) + ("</" + element + '>').repeated(count);
     return "<plist><dict><key>n</key><string>\u00e4</string><key>k</key>" + nested + "</dict></plist>";
 }
 
-} // namespace
-
 TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
 {
     const std::string key = "Qn", text = "Rhi", wide("\x61\0\xe4", 3);
-    const std::string longText = "\x5f\x11\x1\x2c" + std::string(300, 'x');
     const std::tuple<const char *, QByteArray, std::string> rows[] = {
         {"second entry", binaryList({"\xd2\2\1\1\3", key, text, wide}), "\u00e4"},
         {"wide key", binaryList({"\xd1\1\2", std::string("\x61\0n", 3), text}), "hi"},
-        {"long text", binaryList({"\xd1\1\2", key, longText}), std::string(300, 'x')},
+        {"long text", binaryList({"\xd1\1\2", key, "\x5f\x11\x1\x2c" + std::string(300, 'x')}), std::string(300, 'x')},
         {"first of two", binaryList({"\xd2\1\1\2\3", key, text, wide}), "hi"},
         {"array on top", binaryList({"\xa2\1\2", key, text}), ""},
         {"the dictionary as its own value", binaryList({std::string("\xd1\1\0", 3), key}), ""},
@@ -52,5 +45,5 @@ TEST(PropertyList, TextsComeFromTheTopDictionaryAlone)
         {"text, too many entities", xmlList("string", 1).replace("\u00e4", QByteArray("&lt;").repeated(5000)), ""},
     };
     for (const auto &[name, bytes, expected] : rows)
-        EXPECT_EQ(textInPropertyList(bytes, "n"), expected) << name;
+        EXPECT_EQ(platform::generic::textInPropertyList(bytes, "n"), expected) << name;
 }

@@ -14,15 +14,12 @@
 #include <cstdlib>
 #include <future>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 // Bookmarks, launches and the panel on the platform that the library ships with.
 
 namespace fs = std::filesystem;
-
-namespace {
 
 using Lines = std::vector<std::string>;
 using Bytes = std::vector<unsigned char>;
@@ -43,15 +40,13 @@ struct SandboxPlatform : testing::Test
 };
 
 /// The process that a launch reports, after it ended; -1 when it could not be started.
-template <typename Launcher> int launched(Launcher launcher, const MacSandbox::LaunchParams &params)
+template <typename Launcher> static int launched(Launcher launcher, const MacSandbox::LaunchParams &params)
 {
     const auto outcome = std::make_shared<std::promise<int>>();
     const int pid = launcher(params, [outcome](int pid) { outcome->set_value(pid); }) ? outcome->get_future().get() : 0;
     EXPECT_EQ(MacSandbox::waitProcFinish(pid, 0), 0);
     return pid;
 }
-
-} // namespace
 
 TEST_F(SandboxPlatform, BookmarksLeadToTheSameFolderOnly)
 {
@@ -111,9 +106,6 @@ TEST_F(SandboxPlatform, StoreLosesNothingToWritersNorToDamage)
     fs::resize_file(store, 64U << 20);
     platform::setUserDefaultsData("too much", {});
     EXPECT_EQ(platform::userDefaultsData("a/b=c"), data) << "a full store keeps what it has";
-    fs::remove(store);
-    ::mkfifo(store.c_str(), 0600);
-    EXPECT_FALSE(MacBookmark::createBookmark(folder)) << "a FIFO is no store, nor waited for";
 }
 
 TEST_F(SandboxPlatform, LaunchesWithoutAShell)

@@ -6,24 +6,20 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
 const fs::path kSource = OND_TEST_SOURCE_DIR;
 
-QString read(const fs::path &path)
+static QString read(const fs::path &path)
 {
     return QString::fromStdString(test::readFile(path));
 }
 
 /// What a program printed, with names for the folders of this test as the pages have them.
-QString asPrinted(const std::string &output, const test::RealBundle &bundle, const char *data)
+static QString asPrinted(const std::string &output, const test::RealBundle &bundle, const char *data)
 {
     return QString::fromStdString(output)
         .replace(QString::fromStdString(bundle.supportDir()), data)
-        .replace(QString::fromStdString(bundle.dir().path().string()), QStringLiteral("…"));
+        .replace(QString::fromStdString(bundle.path().string()), QStringLiteral("…"));
 }
-
-} // namespace
 
 TEST(Guide, ProgramsAreThoseOfThePageAndPrintWhatItSays)
 {

@@ -13,12 +13,10 @@ using namespace std::string_literals;
 using nlohmann::json;
 using test::RealBundle;
 
-namespace {
-
 const std::string kMissing = "(missing)", kFolder = "(folder)", kPipe = "(pipe)", kLoop = "(loop)";
 
 /// A file of this content, or what else may be there.
-void put(const std::string &path, const std::string &content)
+static void put(const std::string &path, const std::string &content)
 {
     if (content == kFolder)
         fs::create_directories(path);
@@ -29,8 +27,6 @@ void put(const std::string &path, const std::string &content)
     if (content == kPipe && fs::remove(path) && ::mkfifo(path.c_str(), 0600) != 0)
         ADD_FAILURE() << path;
 }
-
-} // namespace
 
 TEST(Inspector, FollowsTheBundleWhereverItLies)
 {
@@ -45,7 +41,7 @@ TEST(Inspector, FollowsTheBundleWhereverItLies)
         "<plist><dict><key>CFBundleIdentifier</key><string>com.lumo.reader</string></dict></plist>");
     const json answers = bundle.inspectJson({"locations", "switches", "product", "identity"});
     const json &locations = answers.at("locations"), &identity = answers.at("identity");
-    EXPECT_EQ(locations.at("GetMainAppRootDir"), bundle.dir() / (place + "/"));
+    EXPECT_EQ(locations.at("GetMainAppRootDir"), bundle / (place + "/"));
     EXPECT_EQ(locations.at("GetLogPath"), (data / "pdforvell-inspect.log").string());
     EXPECT_EQ(locations.at("GetMainBundleVersionString"), "4.5.6");
     EXPECT_EQ(answers.at("switches").at("GetShareGroupName"), "group.test");
@@ -106,9 +102,8 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
     };
     // clang-format on
     for (const auto &[path, content, found] : rows) {
-        const std::string finding = (path == support ? "" : path) + found;
         std::error_code absent;
-        fs::rename(path, bundle.dir() / "aside", absent);
+        fs::rename(path, bundle / "aside", absent);
         put(path, content);
         const json doctor = bundle.inspectJson({}).at("doctor"); // while every section answers
         json findings = json::array();
@@ -116,10 +111,10 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
             if (row.at("state") != "ok")
                 findings.push_back(row.value("path", "") + (row.at("line") == 0 ? "" : ":" + row.at("line").dump())
                                    + ": " + row.value("text", ""));
-        EXPECT_EQ(findings, json::array({finding}));
+        EXPECT_EQ(findings, json::array({(path == support ? "" : path) + found}));
         fs::remove_all(path);
         if (!absent)
-            fs::rename(bundle.dir() / "aside", path);
+            fs::rename(bundle / "aside", path);
         fs::remove_all(log);
     }
     EXPECT_EQ(bundle.inspect({"doctor"}).exitStatus, 0);
@@ -130,7 +125,7 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
 TEST(Inspector, ReportTellsNobodyWhoTheUserIs)
 {
     const RealBundle bundle;
-    const std::string page = bundle.dir() / "report.html", data = bundle.makeUserDataDir();
+    const std::string page = bundle / "report.html", data = bundle.makeUserDataDir();
     put(bundle.globalFile(), "[common]\nenable_log=1\napp_international=1\n");
     ASSERT_EQ(bundle.inspect({"login", "jo@example.org"}, "opensesame\n").exitStatus, 0);
     const json account = bundle.inspectJson({"account"}).at("account");
@@ -208,19 +203,15 @@ TEST(Inspector, LookingCreatesNothing)
 TEST(Inspector, ActionsAnswerOrSayWhatIsWrong)
 {
     const RealBundle bundle;
-    const std::string data = bundle.makeUserDataDir(), file = bundle.dir() / "grün.txt", hard = "a, \"b\" @x;ü\\";
+    const std::string data = bundle.makeUserDataDir(), file = bundle / "grün.txt", hard = "a, \"b\" @x;ü\\";
     put(bundle.globalFile(), "[common]\napp_international=1\n");
     put(file, "abc");
     const json digests = {{"md5", "900150983cd24fb0d6963f7d28e17f72"},
                           {"ToString", "90x01x50x98x3cxd2x4fxb0xd6x96x3fx7dx28xe1x7fx72x"}};
     put(data + "/reg/folder.ini", kFolder);
     const std::string log = data + "/pdforvell-inspect.log";
-    struct
-    {
-        QStringList arguments;
-        int status;
-        json answer; // a text: none, but it in a message
-    } const rows[] = {
+    const std::tuple<QStringList, int, json> rows[] = {
+        // arguments, exit status, answer (a text: none, but it in a message)
         {{"registry", "common"}, 1, "has no key"},
         {{"registry", "common", "s/k", hard.c_str()}, 0, {{"s/k", hard}}},
         {{"registry", "common", "s/k", "-5"}, 0, {{"s/k", "-5"}}},

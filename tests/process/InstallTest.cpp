@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 // The README's own lines, in places of the test's.
 constexpr char kScript[] = R"sh(
 cmake=$1 build=$2 generator=$3 source=$4 compiler=$5 flags=$6 other_qt=$7
@@ -62,22 +60,13 @@ touch X.app/Contents/MacOS/X X.app/Contents/MacOS/helper
 sed -n 's/^codesign --force --sign - //p' commands | sed 's/ $//; s|out/X.app/Contents/||'
 )sh";
 
-test::ProcessResult runScript(const char *script, const QStringList &arguments)
-{
-    const test::TempDir dir;
-    const QString text = QString::fromStdString("cd '" + dir.path().string() + "'") + script;
-    return test::runProcess("/bin/sh", QStringList{"-c", text, "sh"} + arguments, dir / "home");
-}
-
-} // namespace
-
 TEST(Install, IsFoundAndUsedAsTheReadmeSays)
 {
     const QString sanitizers = OND_TEST_SANITIZE;
     const QString flags = OND_TEST_CXX_FLAGS + (sanitizers.isEmpty() ? "" : " -fsanitize=" + sanitizers);
-    const auto result = runScript(kScript,
-                                  {OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR,
-                                   OND_TEST_CXX, flags, OND_TEST_OTHER_QT});
+    const auto result = test::runScript(kScript,
+                                        {OND_TEST_CMAKE, OND_TEST_BUILD_DIR, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR,
+                                         OND_TEST_CXX, flags, OND_TEST_OTHER_QT});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(result.output,
               "ondpdftoolutils/PDF Orvell.app/Contents/Resources/\nthis project uses Qt\nbuilt with the other Qt\n");
@@ -85,15 +74,15 @@ TEST(Install, IsFoundAndUsedAsTheReadmeSays)
 
 TEST(Install, ProductOfTheReadmeIsConfigured)
 {
-    const auto result = runScript(kProductScript,
-                                  {OND_TEST_CMAKE, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR, OND_TEST_CXX,
-                                   QString(OND_TEST_OTHER_QT) == "Qt5" ? "6" : "5"});
+    const auto result = test::runScript(kProductScript,
+                                        {OND_TEST_CMAKE, OND_TEST_GENERATOR, OND_TEST_SOURCE_DIR, OND_TEST_CXX,
+                                         QString(OND_TEST_OTHER_QT) == "Qt5" ? "6" : "5"});
     EXPECT_EQ(result.output, "com.example.reader\n") << result.errors;
 }
 
 TEST(Install, MacBundleIsSignedFromTheInsideOutWithEachProgramsOwnEntitlements)
 {
-    EXPECT_EQ(runScript(kMacScript, {OND_TEST_SOURCE_DIR}).output,
+    EXPECT_EQ(test::runScript(kMacScript, {OND_TEST_SOURCE_DIR}).output,
               "Frameworks/QtCore.framework\nFrameworks/libinih.0.dylib\nPlugIns/platforms/libqcocoa.dylib\n"
               "--entitlements inner --identifier com.example.helper MacOS/helper\n--entitlements main out/X.app\n");
 }

@@ -33,10 +33,17 @@ ProcessResult runProcess(const std::string &program, const QStringList &argument
     return result;
 }
 
-RealBundle::RealBundle(const std::string &place) : m_path(m_dir / place)
+ProcessResult runScript(const QString &script, const QStringList &arguments)
 {
-    fs::create_directories(m_path.parent_path());
-    fs::copy(OND_TEST_BUNDLE, m_path, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    const TempDir dir;
+    const QString there = QString::fromStdString("cd '" + dir.path().string() + "'\n");
+    return runProcess("/bin/sh", QStringList{"-c", there + script, "sh"} + arguments, dir / "home");
+}
+
+RealBundle::RealBundle(const std::string &place) : m_place(*this / place)
+{
+    fs::create_directories(m_place.parent_path());
+    fs::copy(OND_TEST_BUNDLE, m_place, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
     fs::create_directories(home());
 }
 
@@ -57,7 +64,7 @@ fs::path RealBundle::makeUserDataDir(const std::string &bundleName) const
 
 ProcessResult RealBundle::sh(const QString &line, const std::string &input) const
 {
-    const QString there = "cd '" + QString::fromStdString(m_dir.path().string()) + "'; ";
+    const QString there = "cd '" + QString::fromStdString(path().string()) + "'; ";
     return runProcess("/bin/sh", {"-ec", there + line, inspector().c_str()}, home(), input);
 }
 

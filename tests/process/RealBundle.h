@@ -24,20 +24,21 @@ void start(QProcess &process, const std::string &program, const QStringList &arg
 [[nodiscard]] ProcessResult runProcess(const std::string &program, const QStringList &arguments,
                                        const std::string &home, const std::string &input = {});
 
+/// What the shell makes of a script with these arguments, from "$1" on, in a temporary folder.
+[[nodiscard]] ProcessResult runScript(const QString &script, const QStringList &arguments);
+
 /// A copy of the assembled bundle, for a test to change and to run.
-class RealBundle
+struct RealBundle : TempDir
 {
-public:
     /// `place` is the bundle's path in the temporary folder, its name included.
     explicit RealBundle(const std::string &place = "PDF Orvell.app");
 
-    [[nodiscard]] const TempDir &dir() const { return m_dir; }
     /// A path in the bundle's Contents folder.
-    [[nodiscard]] std::filesystem::path contents(const std::string &name) const { return m_path / "Contents" / name; }
+    [[nodiscard]] std::filesystem::path contents(const std::string &name) const { return m_place / "Contents" / name; }
     [[nodiscard]] std::filesystem::path globalFile() const { return contents("Resources/mk.dat"); }
     [[nodiscard]] std::string inspector() const { return contents("MacOS/pdforvell-inspect").string(); }
     /// The folder that stands for the user's home.
-    [[nodiscard]] std::string home() const { return m_dir / "home"; }
+    [[nodiscard]] std::string home() const { return *this / "home"; }
     /// The folder in it where applications keep the user's data.
     [[nodiscard]] std::string supportDir() const;
     /// The user data folder of a bundle with this name outside the sandbox, made on disk.
@@ -54,9 +55,7 @@ public:
     /// What the shell makes of `line`, with "$0" for the inspector, in the temporary folder.
     [[nodiscard]] ProcessResult sh(const QString &line, const std::string &input = {}) const;
 
-private:
-    TempDir m_dir;
-    std::filesystem::path m_path;
+    std::filesystem::path m_place;
 };
 
 } // namespace test

@@ -3,12 +3,10 @@
 #include <gtest/gtest.h>
 #include <tuple>
 
-namespace {
-
 constexpr wchar_t kInvalid = 0x00A1B400; // its upper half would be a "-" if it were taken for a surrogate
 
 /// Every switch as [name=value], in order.
-std::string switchesOf(const CCmdLineParser &parser)
+static std::string switchesOf(const CCmdLineParser &parser)
 {
     QString all;
     QString key;
@@ -19,8 +17,6 @@ std::string switchesOf(const CCmdLineParser &parser)
     }
     return all.toStdString();
 }
-
-} // namespace
 
 TEST(CCmdLineParser, Grammar)
 {

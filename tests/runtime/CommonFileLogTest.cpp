@@ -14,8 +14,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
 struct CommonFileLogTest : testing::Test
 {
     const test::FakeBundle bundle;
@@ -24,12 +22,10 @@ struct CommonFileLogTest : testing::Test
 
 /// A message of a length of its own. Each eighth may be long: all of them would be more than a small file system for
 /// temporary files holds.
-std::string messageOf(int number)
+static std::string messageOf(int number)
 {
     return std::to_string(number) + ":" + std::string(number * 7919LL % (number % 8 == 0 ? 20'000 : 300), 'x');
 }
-
-} // namespace
 
 TEST_F(CommonFileLogTest, PresenceOfTheFileSwitchesOnAndOffAtOnce)
 {

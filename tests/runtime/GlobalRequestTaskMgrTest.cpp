@@ -19,19 +19,16 @@
 #include <unistd.h>
 
 using test::eventually;
-using test::scriptedSdk;
-
-namespace {
 
 constexpr int kStoodStill = 2;
 
 /// Logins that wait until they are released, on a started SDK.
-class Requests : public testing::Test, public IRequestTaskCallBack
+struct Requests : testing::Test, IRequestTaskCallBack
 {
-protected:
     Requests()
     {
-        scriptedSdk().login = [this](const std::wstring &user, const std::wstring &password, int &code, bool &flag) {
+        test::scriptedSdk().login = [this](const std::wstring &user, const std::wstring &password, int &code,
+                                           bool &flag) {
             EXPECT_TRUE(code == 0 && !flag);
             EXPECT_EQ(++m_running, 1) << "one after the other";
             EXPECT_TRUE(eventually([&] { return m_released.load(); }));
@@ -69,21 +66,17 @@ protected:
     std::atomic<bool> m_released{false};
     std::atomic<int> m_running{0}, m_logins{0}, m_results{0}, m_followers{0};
     std::wstring m_order;
-
-private:
     const test::FakeBundle m_bundle;
 };
 
 /// Exits after `work` within a minute; `last` runs then, when what `work` made is destroyed.
-[[noreturn]] void exitAfter(void (*work)(), void (*last)())
+[[noreturn]] static void exitAfter(void (*work)(), void (*last)())
 {
     std::atexit(last);
     ::alarm(60);
     work();
     std::exit(0);
 }
-
-} // namespace
 
 TEST_F(Requests, RunInOrderUnlessStoppedOrGivenUpAfterASecond)
 {
@@ -149,7 +142,7 @@ TEST(ProcessEnd, QueuedRequestsFindTheirServiceAndStaticDestructorsTheirAnswers)
     static std::atomic<bool> exits{false};
     static std::chrono::steady_clock::time_point begun;
     const auto queue = [] {
-        scriptedSdk().login = [](const auto &, const auto &, int &, bool &) {
+        test::scriptedSdk().login = [](const auto &, const auto &, int &, bool &) {
             while (!exits)
                 std::this_thread::yield();
             return ++logins > 0;

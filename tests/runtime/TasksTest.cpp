@@ -22,9 +22,6 @@
 #include <numeric>
 
 using test::eventually;
-using test::scriptedSdk;
-
-namespace {
 
 constexpr unsigned kLong = 3'600'000;
 
@@ -47,8 +44,6 @@ struct DrainingTaskMgr final : TaskMgr
 {
     explicit DrainingTaskMgr(bool drain) { m_drain = drain; }
 };
-
-} // namespace
 
 TEST(TaskMgr, ManyProducersLoseNothingAndKeepTheirOrderWhateverThePriorities)
 {
@@ -200,8 +195,8 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
     std::atomic<bool> reporting{false}, released{false};
     std::atomic<std::size_t> count{0};
     std::map<wchar_t, std::vector<std::wstring>> reported; // by producer
-    scriptedSdk().publicInfo = {1, 2, 3, 4, 5, 6, 7, "u", "v", "l"};
-    scriptedSdk().report = [&](const std::wstring &event, const ProductInfoMgr::PublicInfo &info) {
+    test::scriptedSdk().publicInfo = {1, 2, 3, 4, 5, 6, 7, "u", "v", "l"};
+    test::scriptedSdk().report = [&](const std::wstring &event, const ProductInfoMgr::PublicInfo &info) {
         reporting = true;
         EXPECT_TRUE(eventually([&] { return released.load(); }));
         EXPECT_EQ((std::vector{info.tid1, info.tid2, info.tod1, info.tod2, info.iid, info.pid, info.tryNo}),
@@ -235,7 +230,7 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
 
 TEST(TelemThread, StopsAtAnyMomentAndForGood)
 {
-    scriptedSdk().report = [](const auto &, const auto &) { FAIL() << "added after the end"; };
+    test::scriptedSdk().report = [](const auto &, const auto &) { FAIL() << "added after the end"; };
     for (int i = 0; i < 1000; ++i) {
         TelemThread thread;
         if (i % 4 > 0)

@@ -12,15 +12,15 @@ FakePlatform &fakePlatform()
 
 FakeBundle::FakeBundle(const std::string &executable)
 {
-    writeFile(m_dir / executable, "");
+    writeFile(*this / executable, "");
     FakePlatform &platform = fakePlatform();
-    platform.executablePath = platform.bundleExecutablePath = m_dir / executable;
-    platform.applicationSupportDirectory = m_dir / "support";
+    platform.executablePath = platform.bundleExecutablePath = *this / executable;
+    platform.applicationSupportDirectory = *this / "support";
 }
 
 std::string FakeBundle::makeUserDataDir() const
 {
-    std::string path = m_dir / "support/Foo/";
+    std::string path = *this / "support/Foo/";
     std::filesystem::create_directories(path);
     return path;
 }

@@ -54,29 +54,23 @@ struct FakePlatform
 FakePlatform &fakePlatform();
 
 /// A bundle on disk and a platform that says that its executable runs.
-class FakeBundle
+struct FakeBundle : TempDir
 {
-public:
     /// `executable` is relative to the temporary folder ("Foo.app/Contents/MacOS/foo").
     explicit FakeBundle(const std::string &executable = "Foo.app/Contents/MacOS/foo");
 
-    [[nodiscard]] const TempDir &dir() const { return m_dir; }
-    [[nodiscard]] std::string operator/(const std::string &name) const { return m_dir / name; }
     /// Writes "mk.dat" of Foo.app.
     void writeGlobalFile(const std::string &content) const
     {
-        writeFile(m_dir / "Foo.app/Contents/Resources/mk.dat", content);
+        writeFile(*this / "Foo.app/Contents/Resources/mk.dat", content);
     }
     /// Writes section "product" of key "common" of the registry.
     void writeRegistry(const std::string &content) const
     {
-        writeFile(m_dir / "support/Foo/reg/common.ini", "[product]\n" + content);
+        writeFile(*this / "support/Foo/reg/common.ini", "[product]\n" + content);
     }
     /// The folder of the user's data outside the sandbox, made on disk.
     [[nodiscard]] std::string makeUserDataDir() const;
-
-private:
-    TempDir m_dir;
 };
 
 } // namespace test

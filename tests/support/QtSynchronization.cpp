@@ -13,19 +13,17 @@
 #define REAL(symbol) __real_##symbol // NOLINT(bugprone-reserved-identifier): the linker's names
 /// Declares the real function, and begins the definition of the one that is called in its place.
 #define WRAPPED(result, symbol, ...)                                                                                   \
-    result REAL(symbol)(__VA_ARGS__);                                                                                  \
-    result __wrap_##symbol(__VA_ARGS__) // NOLINT(bugprone-reserved-identifier)
+    extern "C" result REAL(symbol)(__VA_ARGS__);                                                                       \
+    extern "C" result __wrap_##symbol(__VA_ARGS__) // NOLINT(bugprone-reserved-identifier)
 
-namespace {
-
-void unlocking(void *lock)
+static void unlocking(void *lock)
 {
     __tsan_release(lock);
     // What a thread did before it last unlocked anything is seen by who waits for its end.
     __tsan_release(QThread::currentThread());
 }
 
-bool acquiredIf(bool succeeded, void *object)
+static bool acquiredIf(bool succeeded, void *object)
 {
     if (succeeded)
         __tsan_acquire(object);
@@ -33,9 +31,8 @@ bool acquiredIf(bool succeeded, void *object)
 }
 
 /// Runs a task, which it owns as the pool would, on a thread that has seen what the pushing thread did.
-class SeenRunnable : public QRunnable
+struct SeenRunnable : QRunnable
 {
-public:
     SeenRunnable(QThreadPool *pool, QRunnable *task) : m_pool(pool), m_task(task) { __tsan_release(this); }
     ~SeenRunnable() override
     {
@@ -48,14 +45,9 @@ public:
         m_task->run();
     }
 
-private:
     QThreadPool *m_pool;
     std::unique_ptr<QRunnable> m_task;
 };
-
-} // namespace
-
-extern "C" {
 
 WRAPPED(void, _ZN6QMutex4lockEv, QMutex *mutex)
 {
@@ -104,5 +96,3 @@ WRAPPED(bool, _ZN11QThreadPool11waitForDoneEi, QThreadPool *pool, int millisecon
 {
     return acquiredIf(REAL(_ZN11QThreadPool11waitForDoneEi)(pool, milliseconds), pool);
 }
-
-} // extern "C"

@@ -19,22 +19,18 @@ ScriptedSdk &scriptedSdk()
 
 } // namespace test
 
-namespace {
-
-void note(const char *call)
+static void note(const char *call)
 {
     scriptedSdk().calls += call + std::string(", ");
 }
 
-bool give(const std::optional<std::wstring> &text, wchar_t **out)
+static bool give(const std::optional<std::wstring> &text, wchar_t **out)
 {
     if (!text)
         return false;
     *out = std::wcscpy(new wchar_t[text->size() + 1], text->c_str());
     return ++scriptedSdk().stringsGiven > 0;
 }
-
-} // namespace
 
 namespace vip_sdk {
 

@@ -23,8 +23,6 @@ namespace fs = std::filesystem;
 using test::eventually;
 using vip_sdk::VipSdkCoreInterfaceImpl;
 
-namespace {
-
 const std::wstring kLoggedOut = LR"({"is_logout":true})";
 const std::string kAccounts =
     R"({"format":1,"accounts":{"seed@example.org":{"open_id":"seed","nickname":"s","password":{"salt":"00","iterations":1,)"
@@ -80,8 +78,6 @@ struct Listener : vip_sdk::IUserInfoChangeListener
     std::atomic<int> changes{0}, closures{0};
     const std::thread::id test = std::this_thread::get_id();
 };
-
-} // namespace
 
 TEST_F(LocalSdk, UnknownAddressGetsAnAccountThatOnlyItsPasswordOpens)
 {

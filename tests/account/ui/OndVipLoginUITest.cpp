@@ -11,12 +11,9 @@
 #include <atomic>
 #include <cmath>
 
-namespace {
-
 /// The login dialog as its user has it, through mouse and keys, and logins that wait until they are answered.
-class Login : public testing::Test
+struct Login : testing::Test
 {
-protected:
     void SetUp() override
     {
         m_bundle.writeGlobalFile("[common]\napp_international=1\n");
@@ -107,17 +104,13 @@ protected:
     std::wstring m_seen;
 };
 
-struct DenseScreen
+struct LoginOnADenseScreen : Login
 {
-    const bool m_isSet = qputenv("QT_SCALE_FACTOR", "2");
-};
-
-class LoginOnADenseScreen : DenseScreen, public Login
-{
+    static void SetUpTestSuite() { qputenv("QT_SCALE_FACTOR", "2"); }
 };
 
 /// What an assistive technology finds, in its order: "role name".
-QStringList perceived(QAccessibleInterface *parent)
+static QStringList perceived(QAccessibleInterface *parent)
 {
     QStringList found;
     for (int i = 0; i < parent->childCount(); ++i) {
@@ -132,7 +125,7 @@ QStringList perceived(QAccessibleInterface *parent)
 }
 
 /// Of two colours, as the Web Content Accessibility Guidelines (2.1) define it: 1 to 21.
-double contrast(QColor first, QColor second)
+static double contrast(QColor first, QColor second)
 {
     const auto luminance = [](QColor color) {
         const auto linear = [](double part) {
@@ -146,8 +139,6 @@ double contrast(QColor first, QColor second)
 
 constexpr const char *kFocusOrder[] = {"emailLineEdit", "passwordLineEdit",     "showPasswordCheckBox",
                                        "loginButton",   "forgetPasswordButton", "closeButton"};
-
-} // namespace
 
 TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
 {
