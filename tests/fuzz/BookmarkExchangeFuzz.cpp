@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     for (std::size_t i = 0; isRight && i < json.size(); ++i) {
         isRight = json[i].is_array();
         for (std::size_t k = 0; isRight && k < json[i].size(); ++k)
-            isRight = json[i][k].is_number_unsigned() && json[i][k].get<std::uint64_t>() < 256;
+            isRight = json[i][k].is_number_integer() && json[i][k] >= 0 && json[i][k] < 256;
     }
     require(!MacBookmark::parseSharedBookmarkJson(text) || isRight);
     return 0;
