@@ -280,7 +280,7 @@ std::optional<QVariant> variantOf(QString text)
     const QStringView tag = QStringView(text).left(text.indexOf(QLatin1Char('(')) + 1);
     if (text.startsWith(QLatin1Char('@')) && !tag.isEmpty() && text.endsWith(QLatin1Char(')'))) {
         const QStringView inside = QStringView(text).mid(tag.size()).chopped(1);
-        const bool isShort = inside.size() < 4 * 12 && !inside.contains(QLatin1Char(')'));
+        const bool isShort = inside.size() < 48 && !inside.contains(QLatin1Char(')'));
         const QStringList parts = isShort ? inside.toString().split(QLatin1Char(' ')) : QStringList();
         const auto number = [&parts](int i) { return parts[i].toInt(); };
         if (tag == QLatin1String("@Variant(") || tag == QLatin1String("@DateTime("))
