@@ -7,12 +7,14 @@ namespace local_sdk {
 
 QByteArray pbkdf2(const QByteArray &password, const QByteArray &salt, int rounds, int size)
 {
+    // Nothing of it is taken away at exit, when a login may still be under way on another thread.
+    static const bool isReady = OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr) == 1;
     QByteArray key(size, '\0');
-    const bool done =
-        PKCS5_PBKDF2_HMAC(password.constData(), static_cast<int>(password.size()),
-                          reinterpret_cast<const unsigned char *>(salt.constData()), static_cast<int>(salt.size()),
-                          rounds, EVP_sha256(), size, reinterpret_cast<unsigned char *>(key.data()))
-        == 1;
+    const bool done = isReady
+        && PKCS5_PBKDF2_HMAC(password.constData(), static_cast<int>(password.size()),
+                             reinterpret_cast<const unsigned char *>(salt.constData()), static_cast<int>(salt.size()),
+                             rounds, EVP_sha256(), size, reinterpret_cast<unsigned char *>(key.data()))
+            == 1;
     return done ? key : QByteArray();
 }
 
