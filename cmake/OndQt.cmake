@@ -18,12 +18,13 @@ else()
   message(FATAL_ERROR "OND_QT is 5 or 6, not \"${OND_QT}\"")
 endif()
 # CMake alone keeps what the other one's moc made.
-if(NOT OND_QT_BEFORE EQUAL OND_QT)
-  file(GLOB_RECURSE generated "${PROJECT_BINARY_DIR}/timestamp" "${PROJECT_BINARY_DIR}/*.moc"
+if(DEFINED OND_QT_BEFORE AND NOT OND_QT_BEFORE EQUAL OND_QT)
+  file(GLOB_RECURSE generated "${PROJECT_BINARY_DIR}/timestamp*" "${PROJECT_BINARY_DIR}/*.moc"
     "${PROJECT_BINARY_DIR}/moc_*.cpp")
+  list(FILTER generated INCLUDE REGEX "/[^/]+_autogen/")
   foreach(file IN LISTS generated)
     file(REMOVE "${file}")
   endforeach()
-  set(OND_QT_BEFORE ${OND_QT} CACHE INTERNAL "The Qt that this folder was built with last")
 endif()
+set(OND_QT_BEFORE ${OND_QT} CACHE INTERNAL "The Qt that this folder was built with last")
 find_package(Qt${OND_QT} ${OND_QT_OLDEST} REQUIRED COMPONENTS Core Gui LinguistTools Network Svg Widgets)

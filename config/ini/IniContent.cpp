@@ -224,11 +224,12 @@ QString takeEscape(View raw, std::size_t &at)
 /// Raw bytes. QSettings of Qt 5 writes none beyond ASCII; that of Qt 6 writes UTF-8, as people do.
 QString rawText(View run, bool isUtf8)
 {
-    const QByteArray bytes = QByteArray::fromRawData(run.data(), static_cast<int>(run.size()));
-    QString text = QString::fromUtf8(bytes);
+    const auto size = static_cast<int>(run.size());
+    QString text = QString::fromUtf8(run.data(), size);
     constexpr QChar mark = QChar::ReplacementCharacter; // for what is no UTF-8, but for those that stand there
-    if (!isUtf8 && text.contains(mark) && text.count(mark) != bytes.count("\xEF\xBF\xBD"))
-        text = QLatin1String(bytes);
+    if (!isUtf8 && text.contains(mark)
+        && text.count(mark) != QByteArray::fromRawData(run.data(), size).count("\xEF\xBF\xBD"))
+        text = QLatin1String(run.data(), size);
     return text;
 }
 
@@ -259,8 +260,10 @@ QStringList partsOf(View raw, bool isUtf8, bool isList = true)
             at = isQuoted || !isList ? at : skip(raw, kBlanks, at);
             kept = text.size();
         } else if (c == ',' && isList && !isQuoted) {
-            if (parts.size() == kMaxParts)
+            if (parts.size() == kMaxParts) {
+                parts.clear();
                 return partsOf(raw, isUtf8, false);
+            }
             endPart();
             at = skip(raw, kBlanks, at);
             kept = 0;
@@ -433,10 +436,10 @@ QVariant Content::value(const QString &key, const QVariant &defaultValue) const
 std::optional<QString> Content::text(const QString &key) const
 {
     const std::optional<View> raw = find(key);
-    const QStringList parts = raw ? partsOf(*raw, m_isUtf8) : QStringList();
+    QStringList parts = raw ? partsOf(*raw, m_isUtf8) : QStringList();
     if (parts.size() > 1)
         return partsOf(*raw, m_isUtf8, false).first();
-    const std::optional<QVariant> value = parts.isEmpty() ? std::nullopt : variantOf(parts);
+    const std::optional<QVariant> value = parts.isEmpty() ? std::nullopt : variantOf(std::move(parts));
     return value ? std::optional(value->toString()) : std::nullopt;
 }
 

@@ -25,13 +25,14 @@ struct Entry
 
 /// What an INI file says, in the format that QSettings of Qt 5 reads and writes, whichever Qt is at hand: a key is
 /// "section/name", or "name" in the general section; the section ends at the first "/". Sections that stand twice are
-/// one, and of a key that does the last one counts. Raw bytes are UTF-8, which QSettings of Qt 6 writes; a run of them
-/// that is none is Latin-1, unless the file begins with a byte-order mark or `isUtf8`.
+/// one, and of a key that does the last one counts. Raw bytes of a value are UTF-8, which QSettings of Qt 6 writes; a
+/// run of them that is none is Latin-1, unless the file begins with a byte-order mark or `isUtf8`. Those of names, of
+/// which neither writes any, are Latin-1.
 ///
 /// Any bytes will do. A serialized value ("@Variant(...)", "@DateTime(...)") is not unpacked, since what it claims to
 /// hold may end the process: it reads as absent, and that is its matter alone. A list of more than 65,537 parts is a
-/// text. To find a value takes a walk through the file, and twice the memory of the value or of the longest name, which
-/// are then UTF-16. Const members may be called from any thread.
+/// text. To find a value takes a walk through the file, and two to four times the memory of the value or of the longest
+/// name; each part of a list takes some ninety bytes besides. Const members may be called from any thread.
 class Content
 {
 public:

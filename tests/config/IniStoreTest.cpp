@@ -69,6 +69,7 @@ TEST(IniContent, TextsKeepTheirCommas)
     EXPECT_EQ(text("© 2024 Vant, Inc.,all ,  rights"), "© 2024 Vant, Inc.,all ,  rights");
     EXPECT_EQ(text("\"a, b\" , c ; note, d"), "a, b , c");
     EXPECT_EQ(text("\\x7248\\x6743, @Point(1 2)"), "版权, @Point(1 2)");
+    EXPECT_EQ(ini::Content(QByteArray("k=\0\xFC", 4)).text("k"), QString::fromLatin1("\0\xFC", 2));
 }
 
 // The bytes of a new file are those of QSettings, and so are the values.
