@@ -3,7 +3,7 @@
 #include "tests/support/Concurrency.h"
 #include "tests/support/TestFiles.h"
 
-#include <QPoint>
+#include <QRect>
 #include <QSettings>
 #include <ctime>
 #include <gtest/gtest.h>
@@ -82,7 +82,7 @@ TEST_F(IniStore, QSettingsWritesAndReadsTheSame)
         {"%General/a/b", QString::fromLatin1("null\0F1", 7)},
         {"ü", QByteArray("\0\x80\xff\x31", 4)},
         {"list", QStringList{"", "a, b", "@c"}},
-        {"mixed", QVariantList{1, QPoint(-1, 2)}},
+        {"mixed", QVariantList{1, QRect(1, 2, 3, -4), QSize(-1, 3), QPoint(-1, 2)}},
         {"a/empty", QStringList()},
         {"a/number", 4.5},
     };

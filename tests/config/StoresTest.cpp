@@ -173,7 +173,8 @@ TEST_F(Stores, BatchOfCountersIsWholeOrNothing)
     U::SetLocalAppCfgForCountValueInt(keys, values, 2);
     U::SetLocalAppCfgForCountValueInt(keys, {1, 2}, 3);
     EXPECT_FALSE(fs::exists(m_counters));
-    U::SetLocalAppCfgForCountValueInt(keys, values, 3);
+    U::SetLocalAppCfgForCountValueInt(keys, {1, 9, 3}, 3);
+    U::SetLocalAppCfgForCountValueInt({"y"}, {2}, 1);
     EXPECT_EQ(test::readFile(m_counters), "[General]\ny=2\n\n[a]\nx=1\n");
 
     values = {0, 0, 0};

@@ -157,6 +157,7 @@ TEST_F(PathUtilsTest, FoldersLoseNoMoreThanTheyAreTold)
     }
     EXPECT_FALSE(PathUtils::deleteFile(at("from")));
     EXPECT_TRUE(PathUtils::deleteFile(at("from/a.txt"))) << "what links led to stayed";
+    EXPECT_FALSE(PathUtils::deleteFile(at("from/a.txt"))) << "it is gone";
 }
 
 TEST_F(PathUtilsTest, LimitsPicturesAsTheyAreShown)
@@ -187,6 +188,7 @@ TEST_F(PathUtilsTest, DialogsRememberTheirFolders)
     int argc = 0;
     const QApplication application(argc, nullptr);
     const QString start = at("Foo.app"), chosen = make("other/a");
+    const auto drawn = QFileDialog::DontUseNativeDialog;
     PathRecorder recorder;
     QString choice, shown; // nothing chosen is cancelled
     QTimer user;
@@ -199,9 +201,8 @@ TEST_F(PathUtilsTest, DialogsRememberTheirFolders)
     });
     user.start(1);
     for (const int type : {1, 1, 2, 2, 3, 3, 4, 4, 9}) {
-        EXPECT_EQ(PathUtils::getOpenFileName(PathUtils::PathType(type), start, &recorder, nullptr, "", "", "", nullptr,
-                                             QFileDialog::DontUseNativeDialog),
-                  choice);
+        const auto ask = type == 3 ? PathUtils::getSaveFileName : PathUtils::getOpenFileName;
+        EXPECT_EQ(ask(PathUtils::PathType(type), start, &recorder, nullptr, "", "", "", nullptr, drawn), choice);
         EXPECT_EQ(shown, type == 9 ? at("other") : start) << "cancelling remembers nothing, and 9 is documents, too";
         choice = choice.isEmpty() ? chosen : "";
     }

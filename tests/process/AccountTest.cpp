@@ -34,15 +34,18 @@ TEST(AccountProcesses, WhatOneDoesAllKnow)
 TEST(AccountHelper, RefusesWhatItDoesNotUnderstand)
 {
     const test::RealBundle bundle;
-    for (const QStringList &arguments : {QStringList(),
-                                         {"--open_web=else"},
-                                         {"--open_web=main", "--pid=x"},
-                                         {"--open_web=main", "-url=file:///etc/passwd"},
-                                         {"--open_web=login", "--logoutforever=2"},
-                                         {"report.pdf\033[2J\u009b"}}) {
+    const std::pair<QStringList, int> rows[] = {{{}, 2},
+                                                {{"--open_web=else"}, 2},
+                                                {{"--open_web=main", "--pid=x"}, 2},
+                                                {{"--open_web=main", "-url=file:///etc/passwd"}, 2},
+                                                {{"--open_web=login", "--logoutforever=2"}, 2},
+                                                {{"report.pdf\033[2J\u009b"}, 2},
+                                                {{"--open_web=main", "-url=https://no-browser.example"}, 1},
+                                                {{"--help"}, 0}};
+    for (const auto &[arguments, status] : rows) {
         const auto result = test::runProcess(bundle.contents("MacOS/orvell-account"), arguments, bundle.home());
-        EXPECT_EQ(result.exitStatus, 2) << arguments.join(' ').toStdString();
-        EXPECT_EQ(result.errors.rfind("orvell-account: ", 0), 0U) << result.errors;
+        EXPECT_EQ(result.exitStatus, status) << arguments.join(' ').toStdString();
+        EXPECT_EQ(result.errors.find("orvell-account: ") == std::string::npos, status == 0) << result.errors;
         EXPECT_EQ(result.errors.find_first_of("\033\x9b"), std::string::npos) << "steers the terminal";
     }
 }

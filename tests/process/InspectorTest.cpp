@@ -55,6 +55,7 @@ TEST(Inspector, FollowsTheBundleWhereverItLies)
 TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
 {
     const RealBundle bundle;
+    ::umask(077); // what others may read is found otherwise
     put(bundle.globalFile(), "[common]\nenable_log=1\napp_international=1\n");
     const std::string support = bundle.supportDir(), data = bundle.makeUserDataDir().string();
     const std::string mk = bundle.globalFile(), plist = bundle.contents("Info.plist");
@@ -97,6 +98,10 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {data + "/reg", kLoop, ": cannot be looked at (Too many levels of symbolic links)"},
         {data + "/reg/a/key.ini", kPipe, ": no regular file"},
         {data + "/reg/common.ini", "[language]\ncurrent_language=xx\n", ": the language in use, \"xx\", is not one of the menu"},
+        {support + "/ondvipsdk/accounts.json", "[]", ": malformed"},
+#if !defined(__APPLE__) && !defined(OND_TEST_MAC)
+        {support + "/com.pdforvell.reader/user-defaults.ini", "vant_pdf_" + support + "/com.pdforvell.reader/user-defaults.ini=\"eA==\"", ": its bookmark does not resolve"},
+#endif
         {plist, kMissing, ": missing"},
         {plist, "bplist00", ": unreadable, malformed, or without CFBundleShortVersionString"},
     };
@@ -222,6 +227,7 @@ TEST(Inspector, ActionsAnswerOrSayWhatIsWrong)
         {{"language", "None"}, 2, "no language called None"},
         {{"parse", "-A=\"x y\" --b"}, 0, {{"-b", ""}, {"a", "x y"}}},
         {{"digest", file.c_str(), "/none", "--json"}, 1, {{file, digests}, {"/none", {{"error", "cannot be read"}}}}},
+        {{"digest", file.c_str(), "--json"}, 0, {{file, digests}}},
         {{"log", "lost"}, 1, {{"IsLogEnable", false}, {"GetLogPath", log}}},
         {{"page", "99"}, 1, {{"GetOpenVipCommandLine", ""}, {"OpenVipGUIPage", false}}},
         {{"locations", "log", "x"}, 2, "do not go together"},
@@ -241,6 +247,7 @@ TEST(Inspector, ActionsAnswerOrSayWhatIsWrong)
     }
     EXPECT_EQ(bundle.inspectJson({"language", "Deutsch"}).at("language").at("GetCurrentLanguage"), "de");
     EXPECT_EQ(bundle.inspect({"--color=always", "switches"}).output.rfind("\033[1m", 0), 0U);
+    EXPECT_EQ(bundle.sh("unset LC_ALL; LANG=C.UTF-8 TERM=xterm \"$0\" doctor").output.rfind("doctor\n  ✓ ", 0), 0U);
     EXPECT_EQ(bundle.inspect({"-V"}).output, "pdforvell-inspect " OND_TEST_VERSION "\n");
 
     put(log, "");
@@ -258,6 +265,9 @@ TEST(Inspector, SaysWhenNobodyGetsTheAnswer)
     for (const QString arguments : {"login --dialog", "page 1"})
         EXPECT_EQ(bundle.sh("unset QT_QPA_PLATFORM DISPLAY WAYLAND_DISPLAY; \"$0\" " + arguments).exitStatus, 1)
             << arguments.toStdString() << ": neither aborts nor claims to show something";
+    // Ctrl-C at the question for the password gives the terminal its echo back.
+    const QString asked = "script -qec \"trap : INT; '$0' login jo@x; stty -a | grep -q ' echo '\" /dev/null";
+    EXPECT_EQ(bundle.sh("(sleep 1; printf '\\3') | env --default-signal " + asked).exitStatus, 0);
 #endif
 }
 
@@ -268,10 +278,9 @@ TEST(Inspector, WritesAManPageAndCompletionsThatWork)
         "command -v bash >/dev/null || { echo digest; exit; }; \"$0\" --generate complete-bash >bash;"
         "bash -c '. ./bash; COMP_WORDS=(pdforvell-inspect dig); COMP_CWORD=1; _pdforvell_inspect; echo $COMPREPLY'";
     EXPECT_EQ(bundle.sh(bash).output, "digest\n");
+    const QString check = "\"$0\" --generate complete-%1 | tee f | grep -q digest; ! command -v %1 || %1 -n f";
     for (const QString shell : {"zsh", "fish"})
-        EXPECT_EQ(bundle.sh(QString("! command -v %1 || \"$0\" --generate complete-%1 | %1 -n").arg(shell)).exitStatus,
-                  0)
-            << shell.toStdString();
+        EXPECT_EQ(bundle.sh(check.arg(shell)).exitStatus, 0) << shell.toStdString();
     const auto page =
         bundle.sh("! command -v groff >/dev/null || \"$0\" --generate man | groff -t -man -Tascii -ww -P-c");
     EXPECT_EQ(page.exitStatus, 0);

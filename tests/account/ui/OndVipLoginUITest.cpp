@@ -223,7 +223,8 @@ TEST_F(LoginOnADenseScreen, IsSharpAndWorksWithAScreenReader)
     const auto at = [this](const char *name) { return QAccessible::queryAccessibleInterface(find(name)); };
     const auto press = QAccessibleActionInterface::pressAction(), toggle = QAccessibleActionInterface::toggleAction();
     run([&] {
-        EXPECT_EQ(find<QLabel>("backgroundLabel")->pixmap(Qt::ReturnByValue).devicePixelRatio(), 2);
+        for (const char *picture : {"backgroundLabel", "logoLabel"})
+            EXPECT_EQ(find<QLabel>(picture)->pixmap(Qt::ReturnByValue).devicePixelRatio(), 2) << picture;
         QAccessibleInterface *screen = QAccessible::queryAccessibleInterface(m_dialog);
         EXPECT_EQ(screen->text(QAccessible::Name), "Log in / Sign up PDF Orvell ID");
         EXPECT_EQ(
