@@ -189,7 +189,7 @@ TEST_F(PathUtilsTest, DialogsRememberTheirFolders)
     const QApplication application(argc, nullptr);
     const QString start = at("Foo.app"), chosen = make("other/a");
     const auto drawn = QFileDialog::DontUseNativeDialog;
-    PathRecorder recorder;
+    PathRecorder &recorder = *PathRecorder::GetInstance();
     QString choice, shown; // nothing chosen is cancelled
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, [&] {
