@@ -22,6 +22,8 @@ constexpr View kCodes = "abfnrtv\"\\?'"; // behind a backslash
 constexpr View kMeanings = "\a\b\f\n\r\t\v\"\\?'";
 constexpr std::size_t kWritten = 9; // of them; the others are only read
 constexpr int kMaxParts = 1 << 16; // each takes some ninety bytes of memory
+constexpr std::size_t kPiece = 1 << 16; // of raw text that is decoded at a time
+constexpr int kFourNumbers = 4 * 12; // what their digits, signs and blanks take at most
 
 View viewOf(const QByteArray &bytes)
 {
@@ -78,11 +80,16 @@ unsigned digit(char c)
     return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a' + 10) : 16;
 }
 
+QLatin1String latin1(View bytes)
+{
+    return QLatin1String(bytes.data(), static_cast<int>(bytes.size()));
+}
+
 /// The name of a section or a key.
-QString decodedName(View name)
+void appendName(QString &text, View name)
 {
     const std::size_t plain = find(name, "%\\", 0);
-    QString text = QString::fromLatin1(name.data(), static_cast<int>(plain));
+    text += latin1(name.substr(0, plain));
     for (name.remove_prefix(plain); !name.empty(); name.remove_prefix(1)) {
         if (name.front() == '%') {
             const std::size_t size = name.substr(0, 2) == "%U" ? 4 : 2;
@@ -97,7 +104,6 @@ QString decodedName(View name)
         }
         text += QLatin1Char(name.front() == '\\' ? '/' : name.front());
     }
-    return text;
 }
 
 QByteArray encodedName(const QString &name)
@@ -121,7 +127,9 @@ QString sectionOf(View header)
     const bool isGeneral = header.size() == mark + 7 && qstrnicmp(header.data() + mark, "general", 7) == 0;
     if (isGeneral && mark == 0)
         return {};
-    return decodedName(header.substr(isGeneral ? mark : 0)).append(QLatin1Char('/'));
+    QString section;
+    appendName(section, header.substr(isGeneral ? mark : 0));
+    return section += QLatin1Char('/');
 }
 
 QByteArray headerOf(const QString &section)
@@ -142,6 +150,8 @@ struct Line
     bool next();
     /// Null where there is none that could be asked for: QSettings looks for no key with a "/" in the general section.
     [[nodiscard]] QString key() const;
+    /// Tells most keys from that of the line without decoding it.
+    [[nodiscard]] bool mayBe(const QString &key) const;
 
     View bytes;
     std::size_t begin = 0;
@@ -198,8 +208,16 @@ QString Line::key() const
 {
     if (isHeader || isMalformed)
         return {};
-    const QString key = section + decodedName(name);
+    QString key = section;
+    appendName(key, name);
     return section.isEmpty() && key.contains(QLatin1Char('/')) ? QString() : key;
+}
+
+bool Line::mayBe(const QString &key) const
+{
+    const int size = key.startsWith(section) ? key.size() - section.size() : 0;
+    const int bytes = static_cast<int>(name.size());
+    return bytes >= size && bytes <= 6 * size; // "%U20AC" is the longest way to write a character
 }
 
 /// What stands behind a backslash.
@@ -221,16 +239,46 @@ QString takeEscape(View raw, std::size_t &at)
     return {};
 }
 
-/// Raw bytes. QSettings of Qt 5 writes none beyond ASCII; that of Qt 6 writes UTF-8, as people do.
-QString rawText(View run, bool isUtf8)
+/// The next piece of raw text, which ends between two characters if it is UTF-8.
+View takePiece(View &rest)
 {
-    const auto size = static_cast<int>(run.size());
-    QString text = QString::fromUtf8(run.data(), size);
+    std::size_t size = std::min(rest.size(), kPiece);
+    for (int i = 0; i < 3 && size < rest.size() && (static_cast<unsigned char>(rest[size]) & 0xC0U) == 0x80; ++i)
+        --size;
+    const View piece = rest.substr(0, size);
+    rest.remove_prefix(size);
+    return piece;
+}
+
+bool isUtf8Text(View run)
+{
     constexpr QChar mark = QChar::ReplacementCharacter; // for what is no UTF-8, but for those that stand there
-    if (!isUtf8 && text.contains(mark)
-        && text.count(mark) != QByteArray::fromRawData(run.data(), size).count("\xEF\xBF\xBD"))
-        text = QLatin1String(run.data(), size);
-    return text;
+    while (!run.empty()) {
+        const View piece = takePiece(run);
+        const auto size = static_cast<int>(piece.size());
+        const QString text = QString::fromUtf8(piece.data(), size);
+        if (text.contains(mark)
+            && text.count(mark) != QByteArray::fromRawData(piece.data(), size).count("\xEF\xBF\xBD"))
+            return false;
+    }
+    return true;
+}
+
+/// Raw bytes. QSettings of Qt 5 writes none beyond ASCII; that of Qt 6 writes UTF-8, as people do. Piece by piece, so
+/// that nothing but the text itself takes memory.
+void appendRaw(QString &text, View run, bool isUtf8)
+{
+    isUtf8 = isUtf8 || isUtf8Text(run);
+    while (!run.empty()) {
+        const View piece = takePiece(run);
+        if (!isUtf8) {
+            text += latin1(piece);
+            continue;
+        }
+        if (startOf(piece) > 0) // which Qt takes for no part of the text
+            text += QChar(QChar::ByteOrderMark);
+        text += QString::fromUtf8(piece.data(), static_cast<int>(piece.size()));
+    }
 }
 
 /// The parts of a value, which end at commas outside of quotes; one if it is no list, or too long for one.
@@ -269,7 +317,7 @@ QStringList partsOf(View raw, bool isUtf8, bool isList = true)
             kept = 0;
         } else {
             const View run = raw.substr(at - 1, find(raw, "\\\",", at) - at + 1);
-            text += rawText(run, isUtf8);
+            appendRaw(text, run, isUtf8);
             at += run.size() - 1;
             kept = isQuoted || (wasQuoted && isList) ? text.size() : kept;
         }
@@ -282,8 +330,9 @@ std::optional<QVariant> variantOf(QString text)
 {
     const QStringView tag = QStringView(text).left(text.indexOf(QLatin1Char('(')) + 1);
     if (text.startsWith(QLatin1Char('@')) && !tag.isEmpty() && text.endsWith(QLatin1Char(')'))) {
-        const QStringView inside = QStringView(text).mid(tag.size()).chopped(1);
-        const bool isShort = inside.size() < 48 && !inside.contains(QLatin1Char(')'));
+        const auto tagSize = static_cast<int>(tag.size());
+        const QStringView inside = QStringView(text).mid(tagSize).chopped(1);
+        const bool isShort = inside.size() < kFourNumbers && !inside.contains(QLatin1Char(')'));
         const QStringList parts = isShort ? inside.toString().split(QLatin1Char(' ')) : QStringList();
         const auto number = [&parts](int i) { return parts[i].toInt(); };
         if (tag == QLatin1String("@Variant(") || tag == QLatin1String("@DateTime("))
@@ -298,11 +347,11 @@ std::optional<QVariant> variantOf(QString text)
             return QVariant();
         if (const bool isBytes = tag == QLatin1String("@ByteArray("); isBytes || tag == QLatin1String("@String(")) {
             text.chop(1);
-            text.remove(0, isBytes ? 11 : 8); // where it stands, since it may be long
+            text.remove(0, tagSize); // where it stands, since it may be long
             return isBytes ? QVariant(std::move(text).toLatin1()) : text;
         }
     }
-    return text.startsWith(QLatin1String("@@")) ? text.mid(1) : text;
+    return text.startsWith(QLatin1String("@@")) ? text.remove(0, 1) : text;
 }
 
 std::optional<QVariant> variantOf(QStringList parts)
@@ -311,11 +360,11 @@ std::optional<QVariant> variantOf(QStringList parts)
         return variantOf(parts.takeFirst());
     QVariantList list;
     bool isPlain = true;
-    for (const QString &text : parts) {
-        const std::optional<QVariant> part = variantOf(text);
+    for (QString &text : parts) {
+        isPlain = isPlain && (!text.startsWith(QLatin1Char('@')) || text.startsWith(QLatin1String("@@")));
+        const std::optional<QVariant> part = variantOf(std::move(text));
         if (!part)
             return std::nullopt;
-        isPlain = isPlain && (!text.startsWith(QLatin1Char('@')) || text.startsWith(QLatin1String("@@")));
         list += *part;
     }
     return isPlain ? QVariant(QVariant(list).toStringList()) : QVariant(list);
@@ -411,7 +460,7 @@ std::optional<View> Content::find(const QString &key) const
     }
     std::optional<View> found;
     for (Line line(viewOf(m_bytes)); !wanted.isEmpty() && line.next();) {
-        if (wanted.startsWith(line.section) && line.key() == wanted)
+        if (line.mayBe(wanted) && line.key() == wanted)
             found = line.value;
     }
     return found;
@@ -437,8 +486,10 @@ std::optional<QString> Content::text(const QString &key) const
 {
     const std::optional<View> raw = find(key);
     QStringList parts = raw ? partsOf(*raw, m_isUtf8) : QStringList();
-    if (parts.size() > 1)
-        return partsOf(*raw, m_isUtf8, false).first();
+    if (parts.size() > 1) {
+        parts.clear(); // both may be long
+        return partsOf(*raw, m_isUtf8, false).takeFirst();
+    }
     const std::optional<QVariant> value = parts.isEmpty() ? std::nullopt : variantOf(std::move(parts));
     return value ? std::optional(value->toString()) : std::nullopt;
 }

@@ -31,8 +31,9 @@ struct Entry
 ///
 /// Any bytes will do. A serialized value ("@Variant(...)", "@DateTime(...)") is not unpacked, since what it claims to
 /// hold may end the process: it reads as absent, and that is its matter alone. A list of more than 65,537 parts is a
-/// text. To find a value takes a walk through the file, and two to four times the memory of the value or of the longest
-/// name; each part of a list takes some ninety bytes besides. Const members may be called from any thread.
+/// text. To find a value takes a walk through the file, and at most twice the memory of the value and of the longest
+/// name of a section (four times to look at all values, or for bytes as a text); each part of a list takes some ninety
+/// bytes besides. Const members may be called from any thread.
 class Content
 {
 public:
