@@ -2,13 +2,15 @@
 
 #include <gtest/gtest.h>
 
+constexpr int kDeadlineMs = 600'000;
+
 TEST(AccountProcesses, WhatOneDoesAllKnow)
 {
     const test::RealBundle bundle;
     QProcess watch;
     test::start(watch, bundle.inspector(), {"--json", "watch"}, bundle.home());
     const auto next = [&] { // line, as soon as it is there
-        while (!watch.canReadLine() && watch.waitForReadyRead(-1)) { }
+        while (!watch.canReadLine() && watch.waitForReadyRead(kDeadlineMs)) { }
         return nlohmann::json::parse(watch.readLine().toStdString())["watch"];
     };
     EXPECT_EQ(next()["IsLogin"], false);
@@ -26,7 +28,7 @@ TEST(AccountProcesses, WhatOneDoesAllKnow)
     EXPECT_EQ(bundle.inspect({"logout"}).exitStatus, 0);
     EXPECT_EQ(next()["IsLogin"], false);
     watch.terminate();
-    EXPECT_TRUE(watch.waitForFinished(-1));
+    EXPECT_TRUE(watch.waitForFinished(kDeadlineMs));
     EXPECT_EQ(watch.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(watch.exitCode(), 0);
 }
@@ -64,7 +66,7 @@ TEST(AccountHelper, DeletesAnAccountOnlyWhenItIsWanted)
     test::start(question, helper, asked, bundle.home());
     EXPECT_FALSE(question.waitForFinished(1000)) << "it waits for an answer";
     question.kill();
-    question.waitForFinished(-1);
+    question.waitForFinished(kDeadlineMs);
     EXPECT_EQ(bundle.inspectJson({"account"})["account"]["email"], "jo@example.org");
 
     EXPECT_EQ(test::runProcess(helper, asked + QStringList("--yes"), bundle.home()).exitStatus, 0);
