@@ -168,10 +168,8 @@ TEST_F(IniStore, WhatAKilledWriterLeftIsReplaced)
     std::string left;
     while (left.empty()) { // until one was killed in the midst of its write
         ASSERT_EXIT(writeUntilKilled(), testing::KilledBySignal(SIGALRM), "");
-        for (const auto &entry : fs::directory_iterator(dir.path())) {
-            if (entry.path() != path && entry.path() != path + ".lock")
-                left = entry.path().string();
-        }
+        for (const auto &entry : fs::directory_iterator(dir.path()))
+            left = entry.path() == path || entry.path() == path + ".lock" ? left : entry.path().string();
     }
     EXPECT_TRUE(set("1"));
     EXPECT_EQ(entries(), 1);

@@ -222,12 +222,10 @@ static int killWriters(const std::string &name, int rounds)
         };
         if (!killSoon(write, 20'000) && ++fellShort > 0)
             std::cout << where << ": the writer ended by itself\n";
-        const auto isLoggedOut = [&](int found) { // between the two calls of some writes
-            return found == -1 && name == "sdk" && progress->begun % 7 == 0;
-        };
         fellShort += inChild(where, [&] {
             const int found = readStore(name);
-            if (found != progress->done && found != progress->begun && !isLoggedOut(found))
+            const bool isBetween = found == -1 && name == "sdk" && progress->begun % 7 == 0; // of two calls
+            if (found != progress->done && found != progress->begun && !isBetween)
                 return "neither old nor new";
             QElapsedTimer timer;
             timer.start();
