@@ -58,30 +58,17 @@ ANSWER(std::optional<ReachabilityFlags> zeroAddressReachability(), fakePlatform(
 ANSWER(std::uint64_t monotonicNanoseconds(), fakePlatform().nanoseconds)
 ANSWER(double secondsSinceLastInput(), fakePlatform().secondsSinceLastInput)
 ANSWER(bool isProcessRunning(int /*processId*/), ++fakePlatform().looks <= fakePlatform().looksWhileRunning)
+ANSWER(std::optional<Data> userDefaultsData(const std::string &key),
+       fakePlatform().userDefaults.count(key) != 0 ? std::optional(fakePlatform().userDefaults[key]) : std::nullopt)
 
 // Kept for the test.
 ANSWER(void systemLog(const std::string &message), fakePlatform().systemLog.push_back(message))
 ANSWER(void announce(QWidget * /*source*/, const QString &text), fakePlatform().announcements.push_back(text))
 ANSWER(void synchroniseUserDefaults(), static_cast<void>(++fakePlatform().synchronisations))
-
-bool launch(const LaunchRequest &request, const LaunchHandler &handler)
-{
-    fakePlatform().launches.emplace_back(request, handler);
-    return true;
-}
-
-std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &request)
-{
-    fakePlatform().openPanels.push_back(request);
-    return fakePlatform().panelAnswer;
-}
-
-std::optional<Data> userDefaultsData(const std::string &key)
-{
-    const auto &defaults = fakePlatform().userDefaults;
-    const auto found = defaults.find(key);
-    return found == defaults.end() ? std::nullopt : std::optional(found->second);
-}
+ANSWER(bool launch(const LaunchRequest &request, const LaunchHandler &handler),
+       fakePlatform().launches.emplace_back(request, handler), true)
+ANSWER(std::optional<std::vector<std::string>> runOpenPanel(const OpenPanelRequest &request),
+       fakePlatform().openPanels.push_back(request), fakePlatform().panelAnswer)
 
 void setUserDefaultsData(const std::string &key, const Data &data)
 {

@@ -57,37 +57,17 @@ ANSWER(bool VipSdkCoreInterfaceImpl::GetUserCertificate(wchar_t **certificate),
        give(scriptedSdk().certificate, certificate))
 ANSWER(bool VipSdkCoreInterfaceImpl::Login(const wchar_t *user, const wchar_t *password, int &errorCode, bool &flag),
        scriptedSdk().login &&scriptedSdk().login(user, password, errorCode, flag))
-
-void VipSdkCoreInterfaceImpl::UnInitialize()
-{
-    note("stop core");
-    if (scriptedSdk().stopping)
-        scriptedSdk().stopping();
-}
-
-void VipSdkCoreInterfaceImpl::FreeString(wchar_t *text)
-{
-    --scriptedSdk().stringsGiven;
-    delete[] text;
-}
+ANSWER(void VipSdkCoreInterfaceImpl::UnInitialize(), note("stop core"), scriptedSdk().stopping())
+ANSWER(void VipSdkCoreInterfaceImpl::FreeString(wchar_t *text), --scriptedSdk().stringsGiven, delete[] text)
+ANSWER(bool VipSdkCoreInterfaceImpl::LogoutForever(int *result), (*result = scriptedSdk().succeeds ? 0 : 1) == 0)
+ANSWER(bool VipSdkCoreInterfaceImpl::SetUserInfo(const wchar_t *openId, const wchar_t *token, const wchar_t *nickname,
+                                                 const wchar_t *avatar),
+       scriptedSdk().setUserInfo = {openId, token, nickname, avatar}, scriptedSdk().succeeds)
 
 void VipSdkCoreInterfaceImpl::RemoveUserInfoChangeListener(IUserInfoChangeListener *listener)
 {
     const std::lock_guard lock(scriptedSdk().listenerMutex);
     scriptedSdk().listeners.remove(listener);
-}
-
-bool VipSdkCoreInterfaceImpl::LogoutForever(int *result)
-{
-    *result = scriptedSdk().succeeds ? 0 : 1;
-    return scriptedSdk().succeeds;
-}
-
-bool VipSdkCoreInterfaceImpl::SetUserInfo(const wchar_t *openId, const wchar_t *token, const wchar_t *nickname,
-                                          const wchar_t *avatar)
-{
-    scriptedSdk().setUserInfo = {openId, token, nickname, avatar};
-    return scriptedSdk().succeeds;
 }
 
 class VipSdkTeleM3rdImpl::Private
@@ -120,11 +100,7 @@ void VipTelemData::SetPublicInfo(int tid1, int tid2, int tod1, int tod2, int iid
     m_private->info = {tid1, tid2, tod1, tod2, iid, pid, tryNo, text(uuid), text(version), text(language)};
 }
 
-bool VipTelemData::Report()
-{
-    scriptedSdk().report(m_private->event, m_private->info);
-    return true;
-}
+ANSWER(bool VipTelemData::Report(), scriptedSdk().report(m_private->event, m_private->info), true)
 
 ProductInfoMgr *ProductInfoMgr::GetInstance()
 {

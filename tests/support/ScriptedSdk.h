@@ -18,7 +18,7 @@ struct ScriptedSdk
 {
     /// Starts and stops of the services, and preparations of the product information, in their order.
     std::string calls;
-    std::function<void()> stopping; ///< called when the account service is stopped
+    std::function<void()> stopping = [] {}; ///< called when the account service is stopped
 
     bool loggedIn = false;
     bool succeeds = true; ///< what Logout(), StartFrontTask(), SetUserInfo() and LogoutForever() answer
