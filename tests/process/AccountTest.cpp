@@ -29,8 +29,7 @@ TEST(AccountProcesses, WhatOneDoesAllKnow)
     EXPECT_EQ(next()["IsLogin"], false);
     watch.terminate();
     EXPECT_TRUE(watch.waitForFinished(kDeadlineMs));
-    EXPECT_EQ(watch.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(watch.exitCode(), 0);
+    EXPECT_EQ(std::pair(watch.exitStatus(), watch.exitCode()), std::pair(QProcess::NormalExit, 0));
 }
 
 TEST(AccountHelper, RefusesWhatItDoesNotUnderstand)
