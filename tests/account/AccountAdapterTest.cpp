@@ -127,8 +127,7 @@ TEST_F(Account, UserIsReadFromWhateverTheSdkAnswers)
     EXPECT_TRUE(adapter.GetLocalUserInfo(info));
     EXPECT_EQ(user.avatar + user.token + user.open_id + user.nickname, L"vto\u00fc\U0001F600");
     EXPECT_EQ(info.avatar_text + info.email, "ve");
-    EXPECT_EQ(user.register_from, 3);
-    EXPECT_TRUE(user.is_logout);
+    EXPECT_EQ(std::pair(user.register_from, user.is_logout), std::pair(3, true));
 
     scriptedSdk().userInfoJson.reset();
     scriptedSdk().loggedIn = true;
@@ -138,9 +137,7 @@ TEST_F(Account, UserIsReadFromWhateverTheSdkAnswers)
     for (const wchar_t *odd : {LR"({"nickname":5,"register_from":"7","is_logout":"true"})", LR"({"nickname":"a")"}) {
         scriptedSdk().userInfoJson = odd;
         EXPECT_TRUE(adapter.GetUserInfo(user));
-        EXPECT_EQ(user.nickname, L"");
-        EXPECT_EQ(user.register_from, 0);
-        EXPECT_FALSE(user.is_logout);
+        EXPECT_EQ(std::tuple(user.nickname, user.register_from, user.is_logout), std::tuple(L"", 0, false));
     }
     EXPECT_EQ(scriptedSdk().stringsGiven, 0) << "each text went back to the SDK";
 }
@@ -150,6 +147,7 @@ TEST_F(Account, FacadeAnswersAsTheSdkDoesAndIsNothingWithoutAnAdapter)
     m_account->SetCurrentVipFrom(1);
     EXPECT_FALSE(m_account->OpenVipGUIPage(Page(1), 0, 0, false, kPrivilege));
     EXPECT_EQ(answers(*m_account), "nnnnnnnnnnnnn7");
+    EXPECT_FALSE(m_account->IPDFVipSdkAdapter::RefreshLocalUserInfoCache()) << "of an adapter without a cache";
 
     m_account->Initialize(true);
     bool out = true;

@@ -4,6 +4,7 @@
 #include "config/InstallationId_p.h"
 #include "config/ProductCfgUtil.h"
 #include "config/ProductInfoForCooperation.h"
+#include "paths/PathUtils.h"
 #include "runtime/MacGlobalUrl.h"
 #include "tests/support/Concurrency.h"
 #include "tests/support/FakePlatform.h"
@@ -27,13 +28,13 @@ TEST_F(Product, ComponentConfigurationIsUtf8AndServerFileWins)
     test::writeFile(m_component,
                     "\xEF\xBB\xBF[product]\r\nproduct_edition=1\r\nproduct_name=Ünder, & Söhne\r\nis_tv_product=2\r\n"
                     "is_help_enable=no\r\nhost=https://h.example\r\n"
-                    "[associate]\r\navoid=a|b, c||d|\r\n[product]\r\nvip_id=5\r\n");
+                    "[associate]\r\navoid=a|b, c||d|\r\n[product]\r\nvip_id=5\r\n"
+                    "[title]\r\ntop_left_title=Über\r\n[about]\r\ncopyright=© wir\r\n");
     test::writeFile(m_server, "[Common]\nEdition=8\n");
     test::onThreads(4, [](int) {
-        EXPECT_EQ(cfg().getProductName(), "Ünder, & Söhne");
         EXPECT_TRUE(cfg().isTolvaProduct());
         EXPECT_FALSE(cfg().getHelpEnable()) << "no number reads as 0";
-        EXPECT_EQ(cfg().getProductHost(), "https://h.example");
+        EXPECT_EQ(cfg().getProductName() + cfg().getProductHost(), "Ünder, & Söhnehttps://h.example");
         EXPECT_EQ(cfg().getAssociateAvoid(), (QStringList{"a", "b, c", "d"}));
         EXPECT_EQ(cfg().getProductGUID(), "{9567A644-0B88-4A00-B45E-B1D8F8F67710}");
         for (int i = 0; i < 600; ++i) { // more than are remembered
@@ -42,6 +43,7 @@ TEST_F(Product, ComponentConfigurationIsUtf8AndServerFileWins)
         }
     });
     EXPECT_EQ(cfg().getProductEdition(), 8);
+    EXPECT_EQ(PdfReaderProductInfo::GetInstance()->GetTopLeftTitle() + cfg().getCopyRight(), "Über© wir");
     EXPECT_TRUE(CPDFEdition::GetInstance()->IsInternationEdition()) << "by its number";
     EXPECT_FALSE(PdfReaderProductInfo::GetInstance()->IsInternationEdition()) << "by the switch";
 }
@@ -78,29 +80,25 @@ TEST_F(Product, ParserFallsBackOnlyWhereNothingStands)
 
 TEST_F(Product, RecordIsThatOfTheStartAndTheMachine)
 {
-    m_bundle.writeRegistry("tid1=1\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t)\n");
+    m_bundle.writeRegistry("tid1=1\ntryno=7\ninstalltime=4102444800\nuuid=a,@b\nsvrid=@ByteArray(s\\t\\8)\n");
     test::fakePlatform().installedApplications = {product::kLumoApp.str(), product::kXunduApp.str()};
     test::fakePlatform().info[m_bundle / "Foo.app/Contents/Info.plist"]["CFBundleShortVersionString"] = "2.5.31";
     const PdfReaderProductInfo *info = PdfReaderProductInfo::GetInstance();
     m_bundle.writeRegistry("tid1=9\ntryno=9\n");
-    EXPECT_EQ(info->GetTid1(), 1);
     EXPECT_EQ(info->GetInstallTime(), 4102444800) << "past 32 bits";
-    EXPECT_EQ(info->GetUUID(), "a,@b") << "read as a list of two kinds";
-    EXPECT_EQ(info->GetSvrid(), "s\t") << "stored as bytes";
-    EXPECT_EQ(info->GetTotalFileVersion(), 2050031);
-    EXPECT_EQ(info->GetTryNo(), 7);
+    EXPECT_EQ(info->GetUUID() + info->GetSvrid(), "a,@bs\t") << "read as a list of two kinds, stored as bytes";
+    EXPECT_EQ((std::vector{info->GetTid1(), info->GetTotalFileVersion(), info->GetFileVersion(), info->GetTryNo()}),
+              (std::vector{1, 2050031, 31, 7}));
     EXPECT_EQ(CPDFEdition::GetInstance()->GetTryNo(), 9) << "this one follows";
-    EXPECT_TRUE(info->IsHasLumo());
-    EXPECT_FALSE(info->IsHasLumopdf());
-    EXPECT_TRUE(info->IsHasXundu());
-    EXPECT_FALSE(info->IsHasHarbo());
+    EXPECT_EQ((std::vector{info->IsHasLumo(), info->IsHasXundu(), info->IsHasLumopdf(), info->IsHasHarbo()}),
+              (std::vector{true, true, false, false}));
 }
 
 TEST_F(Product, PartnersNumbersAreThoseOfTheServerFile)
 {
     EXPECT_EQ(ProductInfoForCooperation().GetUUID("d"), "")
         << "the default key is that of a registry which is not here";
-    test::writeFile(m_server, "[Common]\ntid1=11\nproduct_id=x\nTryNo=17\nuuid_reg=\nchan_name=a\\{b}, c\n");
+    test::writeFile(m_server, "[Common]\ntid1=11\ntod1=13\nproduct_id=x\nTryNo=17\nuuid_reg=\nchan_name=a\\{b}, c\n");
     const ProductInfoForCooperation info;
     EXPECT_EQ(info.GetSvrid("e"), "e");
     EXPECT_EQ(info.GetChanName(""), "a\\{b}, c");
@@ -109,10 +107,9 @@ TEST_F(Product, PartnersNumbersAreThoseOfTheServerFile)
     m_bundle.writeRegistry("tid1=1\ntid2=2\npid=6\ntryno=7\nuuid=a,b\n");
     EXPECT_EQ(ProductInfoHelper(PDFEdition::International).GetProductInfo().tid1, 1);
     const ProductInfo partner = ProductInfoHelper(PDFEdition::Cooperation).GetProductInfo();
-    EXPECT_EQ(partner.tid1, 11);
-    EXPECT_EQ(partner.tryNo, 17);
-    EXPECT_EQ(partner.pid, 0) << "no number";
-    EXPECT_EQ(partner.tid2, 2) << "not in the server file";
+    EXPECT_EQ((std::vector{partner.tid1, partner.tod1, partner.tryNo, partner.pid, partner.tid2}),
+              (std::vector{11, 13, 17, 0, 2}))
+        << "one that is no number, and one that is not in the server file, at the end";
     EXPECT_EQ(partner.uuid, "a,b") << "no registry key is named";
 }
 
@@ -151,12 +148,14 @@ TEST_F(Product, InstallationIdsHaveTheFormOfThoseThatExist)
 
 TEST_F(Product, FoldersAreFilledOncePerInitialization)
 {
+    test::writeFile(m_component, "[product]\nproduct_edition=1\n");
     CPDFEdition *edition = CPDFEdition::GetInstance();
     const auto dir = [edition] { return QString::fromStdWString(edition->GetPDFDir()).toStdString(); };
     EXPECT_EQ(dir(), "");
-    EXPECT_TRUE(edition->Initialize(PDFEdition::Harbo));
+    EXPECT_TRUE(edition->Initialize(PDFEdition::Wrenfix));
     EXPECT_EQ(dir(), m_bundle / "Foo.app/Contents/MacOS/");
-    EXPECT_EQ(edition->GetEdition(), PDFEdition::Independent) << "not the argument";
+    EXPECT_TRUE(edition->IsHarboEdition()) << "not the argument";
+    EXPECT_EQ(PathUtils::getAppDataDirName().toStdString(), product::kHarboDataDirName.str());
 
     test::fakePlatform().bundleExecutablePath = "/elsewhere/bar";
     EXPECT_TRUE(edition->Initialize(PDFEdition::Harbo));

@@ -181,6 +181,7 @@ TEST_F(PathUtilsTest, LimitsPicturesAsTheyAreShown)
     turned.insert(2, QByteArray::fromHex("ffe1002245786966000049492a0008000000010012010300010000000600000000000000"));
     EXPECT_EQ(PathUtils::ReadImageInMaxSize(make("picture.jpg", turned), 50, 50).size(), QSize(24, 50));
     EXPECT_EQ(PathUtils::ReadImageInMaxSize(path, 0, -1).size(), QSize(1, 1));
+    EXPECT_EQ(PathUtils::ReadImageInMaxSize(path, 0, 101).size(), QSize(1, 2)) << "0 is taken for 1";
 }
 
 TEST_F(PathUtilsTest, DialogsRememberTheirFolders)

@@ -99,9 +99,9 @@ TEST_F(SandboxPlatform, StoreLosesNothingToWritersNorToDamage)
     const std::string good = test::readFile(store);
     for (const char *damage : {"a/b%3Dc=\"AAA", "a/b%3Dc=\"!!\"", "\xff\n"}) {
         test::writeFile(store, good + damage);
-        platform::setUserDefaultsData("new", {});
+        platform::setUserDefaultsData("", {});
         EXPECT_EQ(platform::userDefaultsData("a/b=c"), data) << damage;
-        EXPECT_EQ(platform::userDefaultsData("new"), Bytes()) << damage;
+        EXPECT_EQ(platform::userDefaultsData(""), Bytes()) << damage;
     }
     fs::resize_file(store, 64U << 20);
     platform::setUserDefaultsData("too much", {});
@@ -113,16 +113,16 @@ TEST_F(SandboxPlatform, LaunchesWithoutAShell)
     const Lines arguments{"", "a b", "$(id)", "'\"\\\n;", "é"};
     const std::string output = home / "out";
     for (const char *name : {"run it", "A.app/Contents/MacOS/b"}) {
-        test::writeFile(home / name, "#!/bin/sh\nprintf '%s\\n' $$ \"$@\" > '" + output + "'\n");
+        test::writeFile(home / name, "#!/bin/sh\nprintf '%s\\n' \"${0##*/}\" $$ \"$@\" > '" + output + "'\n");
         fs::permissions(home / name, fs::perms::owner_all);
     }
     test::writeFile(home / "A.app/Contents/Info.plist",
                     "<plist><dict><key>CFBundleExecutable</key><string>../../../run it</string></dict></plist>");
 
     std::string pid = std::to_string(launched(MacSandbox::openApp, {home / "run it", "", arguments}));
-    EXPECT_EQ(test::readFile(output), pid + "\n\na b\n$(id)\n'\"\\\n;\né\n");
+    EXPECT_EQ(test::readFile(output), "run it\n" + pid + "\n\na b\n$(id)\n'\"\\\n;\né\n");
     pid = std::to_string(launched(MacSandbox::openURL, {home / "A.app/", "x:a b;$(touch y)&`z`'\n--", arguments}));
-    EXPECT_EQ(test::readFile(output), pid + "\nx:a%20b;$(touch%20y)&%60z%60'%0A--\n");
+    EXPECT_EQ(test::readFile(output), "b\n" + pid + "\nx:a%20b;$(touch%20y)&%60z%60'%0A--\n");
     EXPECT_EQ(launched(MacSandbox::openURL, {home / "A.app", "--option", arguments}), -1);
     EXPECT_EQ(launched(MacSandbox::openApp, {home / "A.app/Contents", "", arguments}), -1) << "no executable";
 }
@@ -140,6 +140,7 @@ TEST_F(SandboxPlatform, FoldersAndApplicationsAreThoseOfTheSystem)
         ::setenv("XDG_DATA_HOME", data, 1);
         EXPECT_EQ(platform::applicationSupportDirectory(), folder) << user << ' ' << data;
     }
+    EXPECT_EQ(platform::mainScreenSize(), std::pair(0.0, 0.0)) << "without an application";
     // Applications are those with an entry.
     test::writeFile(home / "d/applications/com.example.foo.desktop", "");
     fs::create_directory(home / "d/applications/com.example.folder.desktop");
@@ -168,8 +169,7 @@ TEST_F(SandboxPlatform, UpdateInPlaceIsNotSeen)
     ::setenv("OND_TEST_INSTALLED", self.c_str(), 1);
     process.start(QString::fromStdString(self), {"--gtest_filter=SandboxPlatform.UpdateInPlaceIsNotSeen"});
     EXPECT_TRUE(process.waitForFinished(-1));
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_EQ(std::pair(process.exitStatus(), process.exitCode()), std::pair(QProcess::NormalExit, 0));
 }
 
 TEST_F(SandboxPlatform, WhatHasEndedOrIsNoProcessDoesNotRun)
@@ -189,20 +189,23 @@ TEST_F(SandboxPlatform, PanelChoosesWhatItIsAskedFor)
     int argc = 0;
     const QApplication application(argc, nullptr);
     test::writeFile(home / "root/folder/file.pdf", "");
-    QString title;
-    QTimer user; // who types a file where there are any
+    QString title, typed;
+    QTimer user; // who types where there are files
     QObject::connect(&user, &QTimer::timeout, [&] {
         if (auto *panel = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
             const bool hasFiles = !panel->testOption(QFileDialog::ShowDirsOnly);
-            panel->findChild<QLineEdit *>("fileNameEdit")->setText(hasFiles ? "folder/file.pdf" : "");
+            panel->findChild<QLineEdit *>("fileNameEdit")->setText(hasFiles ? typed : "");
             title = panel->windowTitle();
             static_cast<QDialog *>(panel)->accept();
         }
     });
     user.start(1);
     Lines chosen;
-    EXPECT_TRUE(MacSandbox::openNSFilePanel(home / "root", false, "", chosen));
-    EXPECT_EQ(chosen, Lines{home / "root/folder/file.pdf"});
+    for (const char *name : {"folder/file.pdf", "folder"}) {
+        typed = name;
+        EXPECT_TRUE(MacSandbox::openNSFilePanel(home / "root", false, "", chosen));
+    }
+    EXPECT_EQ(chosen, (Lines{home / "root/folder/file.pdf", home / "root/folder"}));
     EXPECT_TRUE(MacSandbox::requestPermission(home / "root/", ""));
     EXPECT_EQ(title.toStdString(), "授予访问权限 – " + (home / "root"));
 }

@@ -29,6 +29,7 @@ static std::string messageOf(int number)
 
 TEST_F(CommonFileLogTest, PresenceOfTheFileSwitchesOnAndOffAtOnce)
 {
+    ::close(STDIN_FILENO); // whose number the next file has
     EXPECT_FALSE(CommonFileLog::IsLogEnable());
     CommonFileLog::WriteLog("lost");
     EXPECT_FALSE(fs::exists(log));
@@ -43,6 +44,7 @@ TEST_F(CommonFileLogTest, PresenceOfTheFileSwitchesOnAndOffAtOnce)
         std::regex_match(test::readFile(log),
                          std::regex("a line that was written in part\n" + stamp + "Grüße \U0001F600\n" + stamp + "\n")))
         << test::readFile(log);
+    EXPECT_EQ(::open("/dev/null", O_RDONLY), STDIN_FILENO) << "a file stayed open";
 
     fs::remove(log);
     CommonFileLog::WriteLog("lost again");
@@ -107,8 +109,8 @@ TEST_F(CommonFileLogTest, WhatTakesNoLineIsNeitherWaitedForNorFatal)
 
 TEST_F(CommonFileLogTest, ConvertsEveryCodePointAndRefusesWhatIsNone)
 {
-    EXPECT_EQ(CommonFileLog::wstringToString(L"a\u007f\u0080\u07ff\u0800\uffff\U00010000\U0010ffff"),
-              "a\x7f\xc2\x80\xdf\xbf\xe0\xa0\x80\xef\xbf\xbf\xf0\x90\x80\x80\xf4\x8f\xbf\xbf");
+    EXPECT_EQ(CommonFileLog::wstringToString(L"a\u007f\u0080\u07ff\u0800\ue000\uffff\U00010000\U0010ffff"),
+              "a\x7f\xc2\x80\xdf\xbf\xe0\xa0\x80\xee\x80\x80\xef\xbf\xbf\xf0\x90\x80\x80\xf4\x8f\xbf\xbf");
     EXPECT_EQ(CommonFileLog::wstringToString(std::wstring(2, L'\0')), std::string(2, '\0'));
     for (const wchar_t bad : {wchar_t(0xD800), wchar_t(0xDFFF), wchar_t(0x110000), wchar_t(-1)})
         EXPECT_THROW(CommonFileLog::WriteLog(std::wstring(L"text") + bad), std::range_error) << std::hex << bad;

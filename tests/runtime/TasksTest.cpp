@@ -126,10 +126,9 @@ TEST(QTTaskManager, RunsOnTheProcessPoolAndRefusesEverythingBeforeInit)
 {
     QTTaskManager manager;
     Call call(nullptr);
-    EXPECT_FALSE(manager.addFuncTask(&call));
-    EXPECT_FALSE(manager.stopAllTask());
-    EXPECT_FALSE(manager.waitAllTask(0));
-    EXPECT_FALSE(manager.unInit());
+    EXPECT_EQ(
+        (std::vector{manager.addFuncTask(&call), manager.stopAllTask(), manager.waitAllTask(0), manager.unInit()}),
+        std::vector(4, false));
     EXPECT_TRUE(manager.init(true, 3));
     EXPECT_TRUE(manager.init(false, 8)) << "and keeps the first pool";
     EXPECT_EQ(QThreadPool::globalInstance()->maxThreadCount(), 3);
@@ -209,6 +208,7 @@ TEST(TelemThread, ProducersLoseNothingAndDoNotWaitForReports)
     {
     } other;
     TelemThread thread;
+    EXPECT_TRUE(thread.isListEmpty());
     thread.start();
     thread.add(&other);
     thread.add(nullptr);

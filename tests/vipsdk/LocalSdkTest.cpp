@@ -186,9 +186,12 @@ TEST_F(LocalSdk, PasswordsAreDigestedBeforeTheStoreIsLocked)
         ::close(lock);
     });
     int errors[2] = {};
-    test::onThreads(2, [&](int i) {
+    test::onThreads(3, [&](int i) {
         bool isNew = false;
-        core.Login(L"new@example.org", i ? L"one" : L"other", errors[i], isNew);
+        if (i < 2)
+            core.Login(L"new@example.org", i ? L"one" : L"other", errors[i], isNew);
+        else
+            EXPECT_TRUE(setUserInfo(L"n")) << "waited";
     });
     holder.join();
     EXPECT_EQ(std::minmax({errors[0], errors[1]}), std::pair(0, 4572014)) << "the second finds another password";
@@ -218,6 +221,7 @@ TEST_F(LocalSdk, ListenersAreToldOnItsOwnThreadAndMayLeaveFromThere)
     leaving.then = [&] {
         core.RemoveUserInfoChangeListener(&leaving);
         core.UnInitialize();
+        core.Initialize();
     };
     for (Listener *each : {&leaving, &listener, &listener, &removed, static_cast<Listener *>(nullptr)})
         core.AddUserInfoChangeListener(each);
@@ -228,13 +232,14 @@ TEST_F(LocalSdk, ListenersAreToldOnItsOwnThreadAndMayLeaveFromThere)
     EXPECT_TRUE(core.StartFrontTask());
     EXPECT_TRUE(setUserInfo(L"n"));
     EXPECT_TRUE(eventually([&] { return listener.changes == 1 && leaving.changes == 1; }));
+    EXPECT_TRUE(setUserInfo(L"m") && eventually([&] { return listener.changes == 2; })) << "started again";
     core.UnInitialize();
     EXPECT_TRUE(core.Logout() && setUserInfo(L"n"));
     core.Initialize();
     EXPECT_TRUE(core.LogoutForever(nullptr));
     EXPECT_TRUE(eventually([&] { return listener.closures == 1; }));
     core.UnInitialize();
-    EXPECT_EQ(listener.changes, 1) << "what changes while it is stopped is not told";
+    EXPECT_EQ(listener.changes, 2) << "what changes while it is stopped is not told";
     EXPECT_EQ(leaving.changes + leaving.closures + removed.changes + removed.closures, 1);
 
     test::onThreads(4, [this](int thread) {
@@ -296,4 +301,7 @@ TEST_F(LocalSdk, SpoolKeepsTheLinesOfManyWholeWhateverWasThere)
     const QRegularExpression whole(
         R"(^\{"a piece of a li\n(\{"event":"line\\nü","product":\{[^\n]*"pid":44,[^\n]*\}\n){196}$)");
     EXPECT_TRUE(whole.match(QString::fromStdString(spool)).hasMatch()) << spool;
+    fs::permissions(path("telemetry.jsonl"), fs::perms::all);
+    vip_sdk::VipSdkTeleM3rdImpl().SendTelemData(new VipTelemData(L"line"));
+    EXPECT_EQ(test::readFile(path("telemetry.jsonl")), spool) << "others could write to it";
 }

@@ -1,5 +1,7 @@
+#include "account/OndVipGeneratorUtil.h"
 #include "account/ui/ClickableLabel.h"
 #include "account/ui/OndVipInternationFactory.h"
+#include "runtime/GlobalRequestTaskMgr.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScriptedSdk.h"
 
@@ -32,6 +34,7 @@ struct Login : testing::Test
         m_factory->NotifyStop();
         m_factory->Unitial();
         EXPECT_TRUE(test::scriptedSdk().listeners.empty());
+        EXPECT_FALSE(m_requests->stop()) << "no pool";
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // deletes the pool, which waits for logins
     }
 
@@ -98,6 +101,7 @@ struct Login : testing::Test
     int m_argumentCount = 0;
     const QApplication m_application{m_argumentCount, nullptr};
     OndVipInternationFactory *const m_factory = OndVipInternationFactory::instance();
+    GlobalRequestTaskMgr *const m_requests = GlobalRequestTaskMgr::getInstance();
     QPointer<QDialog> m_dialog;
     QSemaphore m_answer;
     std::atomic<int> m_logins = 0, m_code = 0;
@@ -166,6 +170,7 @@ TEST_F(Login, FailureIsWordedAndLeavesTheDialogReady)
             EXPECT_EQ(test::fakePlatform().announcements.back(), text("errorLabel"));
             EXPECT_EQ(text("loginButton"), "Log in / Sign up");
             EXPECT_EQ(focus(), "passwordLineEdit");
+            EXPECT_FALSE(find("emailLineEdit")->testAttribute(Qt::WA_MacShowFocusRect)) << "a second frame";
             EXPECT_EQ(cut(), QStringList());
         }
         EXPECT_EQ(m_seen, L" A@b/p%1 ") << "as entered";
@@ -176,6 +181,7 @@ TEST_F(Login, WorksByKeyboardAlone)
 {
     QTextBrowser browser;
     QDesktopServices::setUrlHandler("https", &browser, "setSource");
+    EXPECT_TRUE(OndVipGeneratorUtil::OpenBrowser("https://none"));
     run([&] {
         for (const char *name : kFocusOrder) {
             EXPECT_EQ(focus(), name);
@@ -264,6 +270,13 @@ TEST_F(Login, ShowsWhereTheFocusIs)
                 EXPECT_GE(contrast(focused.pixelColor(point), plain.pixelColor(point)), 3) << name;
             type("\t");
         }
+        const auto *frame = m_dialog->findChild<QFocusFrame *>();
+        QWidget other;
+        QLineEdit edit(&other);
+        other.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other, 60'000));
+        edit.setFocus();
+        EXPECT_EQ(frame->widget(), nullptr) << "another window's focus is its own affair";
     });
 }
 
