@@ -147,7 +147,7 @@ TEST(Inspector, ReportTellsNobodyWhoTheUserIs)
     EXPECT_NE(report.at("sections").at("identity").at("GetIid"), 1) << "the number of the installation";
     EXPECT_EQ(report.at("log").at(0).dump().substr(0, 3), "\"20") << "its time";
     EXPECT_EQ(bundle.inspect({"doctor"}).exitStatus, 0) << "the accounts are sound";
-    EXPECT_EQ(bundle.sh("chmod go+w \"$(dirname \"$(find -name accounts.json)\")\"; \"$0\" doctor").exitStatus, 1);
+    EXPECT_EQ(bundle.sh("chmod go+w \"$(dirname \"$(find . -name accounts.json)\")\"; \"$0\" doctor").exitStatus, 1);
     EXPECT_EQ(bundle.inspect({"report", "/none/report.html"}).exitStatus, 1);
 }
 
