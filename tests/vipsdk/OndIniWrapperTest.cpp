@@ -15,6 +15,9 @@ static int load(OndIniWrapper &ini, const std::string &path)
 TEST(OndIniWrapper, TextsComeBackAsTheyStandAndNothingElse)
 {
     const std::string head = "[section]\n";
+    std::string many = '[' + std::string(4'000'000, 's') + "]\n"; // hours, if each line had the name once more
+    for (int i = 0; i < 200'000; ++i)
+        many += "=\n";
     const std::tuple<const char *, std::string, std::wstring, int> rows[] = {
         // content, "key" of "section" as a text (default "d") and as a number (default 7)
         {"number", head + " key = -12 \n", L"-12", -12},
@@ -25,6 +28,7 @@ TEST(OndIniWrapper, TextsComeBackAsTheyStandAndNothingElse)
         {"comments", "; [other]\n[section] ; twice\n#key=1\nkey=text\n;key=2", L"text", 0},
         {"section twice", "[section]\nkey=1\n[other]\nkey=2\n[section]\nkey=3", L"3", 3},
         {"other section", "key=1\n[Section]\nkey=2\n[section\nkey=3", L"d", 7},
+        {"long section", many + head + "key=1", L"1", 1},
         {"other key", head + "Key=1\nkeys=2\nkey\n=3", L"d", 7},
     };
     const test::TempDir dir;

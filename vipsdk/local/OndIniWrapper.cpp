@@ -13,7 +13,16 @@ namespace cf_ini {
 
 struct OndIniWrapper::Content
 {
-    std::map<std::pair<std::wstring, std::wstring>, std::wstring> values; // by section and key
+    using Section = std::map<std::wstring, std::wstring>;
+
+    [[nodiscard]] const std::wstring *find(const wchar_t *section, const wchar_t *key) const
+    {
+        const auto keys = sections.find(section);
+        const auto found = keys == sections.end() ? Section::const_iterator() : keys->second.find(key);
+        return keys == sections.end() || found == keys->second.end() ? nullptr : &found->second;
+    }
+
+    std::map<std::wstring, Section> sections; // a file may have many lines of one with a long name
 };
 
 namespace {
@@ -69,7 +78,7 @@ OndIniWrapper::~OndIniWrapper() = default;
 
 int OndIniWrapper::LoadFile(const wchar_t *path, int, int)
 {
-    m_content->values.clear();
+    m_content->sections.clear();
     std::string bytes;
     if (!path || !readWhole(QString::fromWCharArray(path).toStdString(), bytes))
         return 0;
@@ -77,7 +86,7 @@ int OndIniWrapper::LoadFile(const wchar_t *path, int, int)
     std::string_view rest = bytes;
     if (rest.substr(0, kByteOrderMark.size()) == kByteOrderMark)
         rest.remove_prefix(kByteOrderMark.size());
-    std::wstring section;
+    Content::Section *section = &m_content->sections[L""];
     while (!rest.empty()) {
         const std::string_view line = trimmed(takeLine(rest));
         if (line.empty() || line.front() == ';' || line.front() == '#')
@@ -85,24 +94,23 @@ int OndIniWrapper::LoadFile(const wchar_t *path, int, int)
         const std::size_t equals = line.find('=');
         const std::size_t bracket = line.find(']');
         if (line.front() == '[' && bracket != std::string_view::npos)
-            section = decoded(trimmed(line.substr(1, bracket - 1)));
+            section = &m_content->sections[decoded(trimmed(line.substr(1, bracket - 1)))];
         else if (equals != std::string_view::npos)
-            m_content->values[{section, decoded(trimmed(line.substr(0, equals)))}] =
-                decoded(trimmed(line.substr(equals + 1)));
+            (*section)[decoded(trimmed(line.substr(0, equals)))] = decoded(trimmed(line.substr(equals + 1)));
     }
     return 1;
 }
 
 std::wstring OndIniWrapper::Read(const wchar_t *section, const wchar_t *key, const wchar_t *defaultValue) const
 {
-    const auto found = m_content->values.find({section, key});
-    return found == m_content->values.end() ? defaultValue : found->second;
+    const std::wstring *found = m_content->find(section, key);
+    return found ? *found : defaultValue;
 }
 
 int OndIniWrapper::ReadInt(const wchar_t *section, const wchar_t *key, int defaultValue) const
 {
-    const auto found = m_content->values.find({section, key});
-    return found == m_content->values.end() ? defaultValue : QString::fromStdWString(found->second).toInt();
+    const std::wstring *found = m_content->find(section, key);
+    return found ? QString::fromStdWString(*found).toInt() : defaultValue;
 }
 
 } // namespace cf_ini
