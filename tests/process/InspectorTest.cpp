@@ -92,6 +92,7 @@ TEST(Inspector, DoctorNamesEveryFileThatIsNotAsItShouldBe)
         {config + ".lock", kFolder, ": something that is no file lies in the place of a lock"},
         {config + ".lock", "", ": a lock that names nobody"},
         {config + ".lock", "1\nprogram\nelsewhere\n", ": a lock of another machine, elsewhere"},
+        {config + ".lock", "1\nprogram\n" + QSysInfo::machineHostName().toStdString() + "\n", ": a lock that nobody holds"},
         {data + "/reg/key.ini.lock", "2147483647\nprogram\n" + QSysInfo::machineHostName().toStdString() + "\n", ": a lock of a program that has ended"},
         {data + "/reg", "", ": no folder"},
         {data + "/reg", kLoop, ": cannot be looked at (Too many levels of symbolic links)"},

@@ -10,8 +10,10 @@
 #include <QLockFile>
 #include <algorithm>
 #include <csignal>
+#include <fcntl.h>
 #include <iterator>
 #include <set>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -26,6 +28,8 @@ constexpr int kMaxLockSize = 4 << 10;
 constexpr auto kLongestTurn = std::chrono::seconds(5);
 constexpr int kMaxDocumentSize = 64 << 20;
 constexpr int kMaxFindings = 20; // of one kind in one file: a foreign file has thousands
+constexpr int kMaxKeySize = 100;
+constexpr int kMaxUnknown = 1000; // keys of a file that may be meant for others; of many none is
 
 constexpr char kReinstall[] = "Install the product again.";
 constexpr char kMoveAway[] = "Move it away: the product makes a new one.";
@@ -153,11 +157,13 @@ bool isUtf8(const QByteArray &bytes)
 }
 
 void checkLine(int line, const QString &key, const std::optional<QVariant> &value, const std::string &path,
-               Checklist &list)
+               int &unknown, Checklist &list)
 {
     if (key.isNull())
         return list.problem({"a line that is neither [section], KEY=VALUE nor ;comment", "It is passed over.",
                              "Mend the line, or put a ; in front of it.", path, line});
+    if (value && key.size() > kMaxKeySize)
+        return;
     const std::string name = key.toStdString();
     if (!value)
         return list.problem({name + " is a serialized value, which is not unpacked", "It counts as absent.",
@@ -166,7 +172,8 @@ void checkLine(int line, const QString &key, const std::optional<QVariant> &valu
     static_cast<void>(value->toLongLong(&isNumber));
     if (numbers().count(name) != 0 && !isNumber)
         return list.problem({name + " is no number", "It counts as 0.", "Write a whole number.", path, line});
-    const std::string meant = nearest(name, knownKeys());
+    const bool isKnown = std::find(knownKeys().begin(), knownKeys().end(), name) != knownKeys().end();
+    const std::string meant = isKnown || ++unknown > kMaxUnknown ? std::string() : nearest(name, knownKeys());
     if (!meant.empty())
         list.note({name + " is not a key that the library reads", "It may have no effect.",
                    "Write " + meant + ", if that is what is meant.", path, line});
@@ -177,10 +184,11 @@ void checkIni(const QByteArray &bytes, bool mustBeUtf8, const std::string &path,
     if (mustBeUtf8 && !isUtf8(bytes))
         list.problem({"not in UTF-8", "Letters beyond ASCII read as others.", "Save the file in UTF-8.", path});
     const std::size_t most = list.size() + kMaxFindings;
+    int unknown = 0;
     ConfigFileUtil::ForEachLine(QString::fromStdString(path),
                                 [&](int line, const QString &key, const std::optional<QVariant> &value) {
                                     if (list.size() < most)
-                                        checkLine(line, key, value, path, list);
+                                        checkLine(line, key, value, path, unknown, list);
                                 });
 }
 
@@ -201,6 +209,15 @@ void checkContent(const std::string &path, Form form, const char *loss, const ch
         list.problem({"binary, no text", "What it says is lost.", remedy, path});
     else if (form == Form::ini || form == Form::utf8Ini)
         checkIni(file.bytes, form == Form::utf8Ini, path, list);
+}
+
+/// Whether somebody has the lock: QLockFile and the stores hold it as long as they are at it.
+bool isHeld(const std::string &lock)
+{
+    const int file = ::open(lock.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const bool isHeld = file < 0 || ::flock(file, LOCK_SH | LOCK_NB) != 0;
+    ::close(file);
+    return isHeld;
 }
 
 void checkLock(const std::string &store, Checklist &list)
@@ -225,8 +242,10 @@ void checkLock(const std::string &store, Checklist &list)
         list.note({"a lock of another machine, " + host.toStdString(), effect,
                    "Remove it unless that machine uses the same folder.", path});
     else if (::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH)
-        list.note(
-            {"a lock of a program that has ended", "The next change removes it.", "Nothing needs to be done.", path});
+        list.note({"a lock of a program that has ended", "The next change may remove it.",
+                   "Remove it when changes are lost.", path});
+    else if (!isHeld(path))
+        list.note({"a lock that nobody holds", "The next change takes it over.", "Nothing needs to be done.", path});
     else if (fs::file_time_type::clock::now() - fs::last_write_time(path, error) > kLongestTurn)
         list.note(
             {"a lock that " + program.toStdString() + ", process " + std::to_string(process) + ", does not give back",
@@ -291,7 +310,8 @@ bool checkLanguageEntries(const QByteArray &bytes, const std::string &path, Chec
         const std::string name = text("show_name");
         const std::string which = name.empty() ? "entry " + std::to_string(number + 1) : '"' + name + '"';
         if (name.empty() || text("code").empty())
-            list.problem({which + " has no " + (name.empty() ? "name" : "code"), "It cannot be chosen.",
+            list.problem({which + " has no " + (name.empty() ? "name" : "code"),
+                          name.empty() ? "It cannot be chosen." : "Who chooses it has no language.",
                           R"(Give it "show_name" and "code".)", path});
         else if (!names.insert(name).second)
             list.problem(

@@ -30,7 +30,9 @@ std::string nearest(const std::string &word, const std::vector<std::string> &nam
     std::string best;
     std::size_t least = 2 + word.size() / 4;
     for (const std::string &name : names) {
-        const std::size_t letters = word.size() > 100 ? least : distance(word, name);
+        if (std::max(word.size(), name.size()) - std::min(word.size(), name.size()) >= least)
+            continue;
+        const std::size_t letters = distance(word, name);
         if (letters == 0)
             return {};
         if (letters < least) {

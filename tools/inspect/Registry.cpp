@@ -60,8 +60,8 @@ Json read(const QString &key, const QString *name)
     if (name && !registry.hasKey(*name))
         throw std::runtime_error("the key " + named(key) + " has no value " + named(*name));
     Json values = Json::object();
-    for (const QString &each : name ? QStringList(*name) : registry.names())
-        values[each.toStdString()] = valueOf(registry, each);
+    for (const QString &each : name ? QStringList(*name) : registry.names()) // no search for one that is there already
+        values.get_ref<Json::object_t &>().push_back({each.toStdString(), valueOf(registry, each)});
     return values;
 }
 

@@ -33,12 +33,14 @@ std::string textOf(const Json &value)
     return text;
 }
 
+constexpr std::size_t kColumns = 80;
+
 std::size_t widestKey(const Json &answers)
 {
     std::size_t width = 0;
     for (const auto &answer : answers.items())
         width = std::max(width, widthOf(escaped(answer.key())));
-    return width;
+    return std::min(width, kColumns); // one long name moves no other's value
 }
 
 /// The sign of a state; in ASCII where the locale, or the terminal, may not have the others.
@@ -55,7 +57,6 @@ const char *signOf(const std::string &state)
 /// Text in lines of at most 80 columns, broken at blanks, behind a margin.
 void printWrapped(std::ostream &out, const std::string &text)
 {
-    constexpr std::size_t kColumns = 80;
     const std::string margin = "      ";
     std::istringstream words(escaped(text));
     std::size_t column = 0;
@@ -118,7 +119,7 @@ void Report::printText(std::ostream &out, bool coloured) const
         }
         for (const auto &answer : part.value().items()) {
             const std::string name = escaped(answer.key());
-            const std::string gap(width - widthOf(name) + 2, ' ');
+            const std::string gap(std::max(width, widthOf(name)) - widthOf(name) + 2, ' ');
             Json values = answer.value().is_array() ? answer.value() : Json::array({answer.value()});
             if (values.empty())
                 values.push_back("none");
