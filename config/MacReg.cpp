@@ -127,7 +127,7 @@ QStringList MacReg::names() const
     if (!m_store)
         return {};
     m_store->content.makeIndex(); // for who asks for every value
-    QStringList names = m_store->content.values().keys() + m_store->changes.keys();
+    QStringList names = m_store->content.keys() + m_store->changes.keys();
     names.sort();
     names.removeDuplicates();
     return names;

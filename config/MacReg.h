@@ -44,7 +44,9 @@ public:
     void setValue(const QString &name, const QVariant &value);
     /// Whether the open key holds a value of this name.
     [[nodiscard]] bool hasKey(const QString &name) const;
-    /// The names of all values in the open key; none when no key is open.
+    /// The names of all values in the open key; none when no key is open. Those of a file end where they would take
+    /// more than four million characters and four for each of its bytes, since the name of a section counts for each
+    /// value.
     [[nodiscard]] QStringList names() const;
     /// Writes what was changed and takes over what others have changed. Whether a key is open.
     bool sync();

@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QStringList>
 #include <algorithm>
+#include <unordered_map>
 
 namespace ini {
 
@@ -22,6 +23,7 @@ constexpr View kCodes = "abfnrtv\"\\?'"; // behind a backslash
 constexpr View kMeanings = "\a\b\f\n\r\t\v\"\\?'";
 constexpr std::size_t kWritten = 9; // of them; the others are only read
 constexpr int kMaxParts = 1 << 16; // each takes some ninety bytes of memory
+constexpr qint64 kMaxOfKeys = 4 << 20; // characters, or four for each byte of the file; keys repeat their section
 constexpr std::size_t kPiece = 1 << 16; // of raw text that is decoded at a time
 constexpr int kFourNumbers = 4 * 12; // what their digits, signs and blanks take at most
 
@@ -121,15 +123,14 @@ QByteArray encodedName(const QString &name)
 }
 
 /// What keys of a section begin with: nothing, or its name and "/".
-QString sectionOf(View header)
+void appendSection(QString &text, View header)
 {
     const std::size_t mark = header.substr(0, 1) == "%" ? 1 : 0;
     const bool isGeneral = header.size() == mark + 7 && qstrnicmp(header.data() + mark, "general", 7) == 0;
     if (isGeneral && mark == 0)
-        return {};
-    QString section;
-    appendName(section, header.substr(isGeneral ? mark : 0));
-    return section += QLatin1Char('/');
+        return;
+    appendName(text, header.substr(isGeneral ? mark : 0));
+    text += QLatin1Char('/');
 }
 
 QByteArray headerOf(const QString &section)
@@ -148,15 +149,20 @@ struct Line
 
     /// Moves to the next line; false, and nothing else, when there is none.
     bool next();
-    /// Null where there is none that could be asked for: QSettings looks for no key with a "/" in the general section.
-    [[nodiscard]] QString key() const;
-    /// Tells most keys from that of the line without decoding it.
-    [[nodiscard]] bool mayBe(const QString &key) const;
+    [[nodiscard]] QStringView section() const { return QStringView(text).left(sectionSize); }
+    /// The name of a key, without the section; null where there is none that could be asked for: QSettings looks for no
+    /// key with a "/" in the general section.
+    [[nodiscard]] QStringView decodedName();
+    /// Whether it is this one; decodes few that are not.
+    [[nodiscard]] bool isNamed(QStringView wanted);
+    /// Section and name; who keeps it makes the next one copy the section.
+    [[nodiscard]] QString key() { return decodedName().isNull() ? QString() : text; }
 
     View bytes;
     std::size_t begin = 0;
     std::size_t end; // in front of the line end, behind a comment
-    QString section;
+    QString text; // the section, and behind it the name that was asked for last
+    int sectionSize = 0;
     View name; // of a key
     View value;
     bool isHeader = false;
@@ -195,29 +201,30 @@ bool Line::next()
     isHeader = whole.front() == '[';
     isMalformed = isHeader ? whole.find(']') == View::npos : equals == View::npos;
     name = value = View();
-    if (isHeader)
-        section = sectionOf(trimmed(whole.substr(1, whole.find(']') - 1), kSpaces));
-    else if (!isMalformed) {
+    if (isHeader) {
+        text.clear();
+        appendSection(text, trimmed(whole.substr(1, whole.find(']') - 1), kSpaces));
+        sectionSize = text.size();
+    } else if (!isMalformed) {
         name = trimmed(whole.substr(0, equals - begin), kBlanks);
         value = whole.substr(equals - begin + 1);
     }
     return true;
 }
 
-QString Line::key() const
+QStringView Line::decodedName()
 {
     if (isHeader || isMalformed)
         return {};
-    QString key = section;
-    appendName(key, name);
-    return section.isEmpty() && key.contains(QLatin1Char('/')) ? QString() : key;
+    text.truncate(sectionSize);
+    appendName(text, name);
+    return sectionSize == 0 && text.contains(QLatin1Char('/')) ? QStringView() : QStringView(text).mid(sectionSize);
 }
 
-bool Line::mayBe(const QString &key) const
+bool Line::isNamed(QStringView wanted)
 {
-    const int size = key.startsWith(section) ? key.size() - section.size() : 0;
-    const int bytes = static_cast<int>(name.size());
-    return bytes >= size && bytes <= 6 * size; // "%U20AC" is the longest way to write a character
+    const auto bytes = static_cast<qsizetype>(name.size()); // "%U20AC" is the longest way to write a character
+    return bytes >= wanted.size() && bytes <= 6 * wanted.size() && decodedName() == wanted;
 }
 
 /// What stands behind a backslash.
@@ -425,6 +432,13 @@ QByteArray encodedText(const QString &text)
     return needsQuotes ? '"' + result + '"' : result;
 }
 
+using Word = std::u16string_view;
+
+Word wordOf(QStringView text)
+{
+    return {text.utf16(), static_cast<std::size_t>(text.size())};
+}
+
 /// What takes the place of some bytes of a file.
 struct Edit
 {
@@ -433,6 +447,18 @@ struct Edit
 };
 
 } // namespace
+
+/// The raw values, by section and name: both together may take the square of what the file has.
+struct Content::Index
+{
+    /// Words stay where they are: none has more characters than bytes in the file.
+    explicit Index(const QByteArray &bytes) { words.reserve(bytes.size()); }
+
+    Word kept(QStringView text) { return wordOf(QStringView(words += text).right(text.size())); }
+
+    QString words;
+    std::unordered_map<Word, std::unordered_map<Word, View>> sections;
+};
 
 Content::Content(QByteArray bytes, bool isUtf8)
     : m_bytes(std::move(bytes)), m_isUtf8(isUtf8 || startOf(viewOf(m_bytes)) > 0)
@@ -443,26 +469,59 @@ void Content::makeIndex()
 {
     if (m_index)
         return;
-    QHash<QString, View> index;
+    const auto index = std::make_shared<Index>(m_bytes);
+    auto *section = &index->sections[Word()];
     for (Line line(viewOf(m_bytes)); line.next();) {
-        if (const QString key = line.key(); !key.isEmpty())
-            index[key] = line.value;
+        if (line.isHeader)
+            section = &index->sections[index->kept(line.section())];
+        else if (const QStringView name = line.decodedName(); !name.isNull())
+            (*section)[index->kept(name)] = line.value;
     }
-    m_index = std::make_shared<const QHash<QString, View>>(std::move(index));
+    m_index = index;
+}
+
+QStringList Content::keys() const
+{
+    QStringList keys;
+    qint64 room = std::max(kMaxOfKeys, 4 * qint64{m_bytes.size()});
+    for (Line line(viewOf(m_bytes)); line.next();) {
+        const QString key = line.key();
+        if ((room -= key.size()) < 0)
+            break;
+        if (!key.isEmpty())
+            keys += QString(key.constData(), key.size()); // a copy, or the next one would have to be
+    }
+    return keys;
 }
 
 std::optional<View> Content::find(const QString &key) const
 {
-    const QString wanted = normalized(key);
-    if (m_index) {
-        const auto found = m_index->constFind(wanted);
-        return found == m_index->constEnd() ? std::nullopt : std::optional(*found);
-    }
+    const QString normal = normalized(key);
+    const QStringView wanted(normal);
     std::optional<View> found;
-    for (Line line(viewOf(m_bytes)); !wanted.isEmpty() && line.next();) {
-        if (line.mayBe(wanted) && line.key() == wanted)
-            found = line.value;
+    if (wanted.isEmpty())
+        return found;
+    if (!m_index) {
+        bool isIn = true; // a section that the key may be of
+        for (Line line(viewOf(m_bytes)); line.next();) {
+            if (line.isHeader)
+                isIn = wanted.startsWith(line.section());
+            else if (isIn && line.isNamed(wanted.mid(line.sectionSize)))
+                found = line.value;
+        }
+        return found;
     }
+    const Word all = wordOf(wanted);
+    std::size_t size = all.find(u'/') + 1; // of the section, which may have "/" in its name
+    do {
+        const auto section = m_index->sections.find(all.substr(0, size));
+        if (section != m_index->sections.end()) {
+            const auto name = section->second.find(all.substr(size));
+            if (name != section->second.end() && (!found || name->second.data() > found->data()))
+                found = name->second;
+        }
+        size = all.find(u'/', size) + 1;
+    } while (size > 0);
     return found;
 }
 
@@ -494,16 +553,6 @@ std::optional<QString> Content::text(const QString &key) const
     return value ? std::optional(value->toString()) : std::nullopt;
 }
 
-QMap<QString, std::optional<QVariant>> Content::values() const
-{
-    QMap<QString, std::optional<QVariant>> values;
-    forEach([&values](const Entry &entry) {
-        if (!entry.key.isEmpty())
-            values[entry.key] = entry.value;
-    });
-    return values;
-}
-
 void Content::forEach(const std::function<void(const Entry &)> &visit) const
 {
     const View bytes = viewOf(m_bytes);
@@ -531,15 +580,21 @@ QByteArray Content::with(const Changes &changes) const
     QHash<QString, View> old;
     std::size_t end = bytes.size();
     Line line(bytes);
+    auto section = ends.find(QString());
+    bool isIn = section != ends.end(); // what is set may be of it
     while (line.next()) {
-        const QString key = line.key();
+        if (line.isHeader) {
+            const QString name = line.section().toString();
+            section = ends.find(name);
+            isIn = ends.contains(sectionIn(name));
+        }
+        const QString key = isIn ? line.key() : QString();
         const bool isSet = changes.contains(key);
         if (isSet)
             old[key] = trimmed(line.value, kBlanks);
         if (line.isOpen && !isSet)
             end = line.begin;
-        else if (const auto section = ends.find(line.section);
-                 section != ends.end() && !has(kLineEnds, bytes[line.end - 1])) // nor is a pair made of an escaped one
+        else if (section != ends.end() && !has(kLineEnds, bytes[line.end - 1])) // nor is a pair made of an escaped one
             *section = line.end;
     }
 
@@ -564,7 +619,7 @@ QByteArray Content::with(const Changes &changes) const
         sections += headerOf(lines.key()) + *lines + lineEnd;
     }
     if (!sections.isEmpty() && end < bytes.size() && !line.isHeader)
-        sections += lineEnd + headerOf(line.section) + lineEnd;
+        sections += lineEnd + headerOf(line.section().toString()) + lineEnd;
     edits[end].text += sections;
 
     QByteArray result;
@@ -605,9 +660,11 @@ QString text(const QVariant &value)
 
 QString normalized(const QString &key)
 {
-    const bool isClean =
-        !key.startsWith(QLatin1Char('/')) && !key.endsWith(QLatin1Char('/')) && !key.contains(QLatin1String("//"));
-    return isClean ? key : key.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
+    constexpr QLatin1Char slash('/');
+    bool isClean = !key.startsWith(slash) && !key.endsWith(slash);
+    for (int i = 1; i < key.size(); ++i)
+        isClean = isClean && (key[i] != slash || key[i - 1] != slash);
+    return isClean ? key : key.split(slash, Qt::SkipEmptyParts).join(slash);
 }
 
 } // namespace ini

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QVariant>
@@ -32,8 +31,8 @@ struct Entry
 /// Any bytes will do. A serialized value ("@Variant(...)", "@DateTime(...)") is not unpacked, since what it claims to
 /// hold may end the process: it reads as absent, and that is its matter alone. A list of more than 65,537 parts is a
 /// text. To find a value takes a walk through the file, and at most twice the memory of the value and of the longest
-/// name of a section (four times to look at all values, or for bytes as a text); each part of a list takes some ninety
-/// bytes besides. Const members may be called from any thread.
+/// name of a section (four times to change one, or for bytes as a text); each part of a list takes some ninety bytes
+/// besides. Const members may be called from any thread.
 class Content
 {
 public:
@@ -41,8 +40,12 @@ public:
 
     [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
 
-    /// Finds values at once from now on, without a walk; takes some ten times the memory of the file.
+    /// Finds values at once from now on, without a walk; takes up to twenty times the memory of the file.
     void makeIndex();
+    /// The keys in the order of the file, some more than once, as far as all together, each with the name of its
+    /// section, have at most four million characters, or four for each byte of the file: lines of a section with a long
+    /// name would take the square of what the file has.
+    [[nodiscard]] QStringList keys() const;
 
     /// Whether there is a value of this key, be it one that is not unpacked.
     [[nodiscard]] bool contains(const QString &key) const;
@@ -52,8 +55,7 @@ public:
     /// The value as one text; what QSettings takes for a list, since it has commas and no quotes, with its commas and
     /// the blanks around them.
     [[nodiscard]] std::optional<QString> text(const QString &key) const;
-    /// All keys and their values, those that are not unpacked without one. Takes many times the memory of the file.
-    [[nodiscard]] QMap<QString, std::optional<QVariant>> values() const;
+    /// Visits the lines in their order; who keeps a key makes the next one copy the name of the section.
     void forEach(const std::function<void(const Entry &)> &visit) const;
 
     /// The file with these values set and every other byte as it stands: new keys at the end of their section, new
@@ -61,11 +63,13 @@ public:
     [[nodiscard]] QByteArray with(const Changes &changes) const;
 
 private:
+    struct Index;
+
     [[nodiscard]] std::optional<std::string_view> find(const QString &key) const;
 
     QByteArray m_bytes;
     bool m_isUtf8;
-    std::shared_ptr<const QHash<QString, std::string_view>> m_index;
+    std::shared_ptr<const Index> m_index;
 };
 
 /// How a value stands in a file. Texts, numbers and lists of them, bytes, points, sizes and rectangles are what

@@ -30,7 +30,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kMaxSize = 16 << 20;
-constexpr auto kLongestWait = 4500ms;
 constexpr std::time_t kForgotten = 2; // seconds; a turn takes some milliseconds
 
 constexpr int kMaxLinks = 40; // as many as Linux follows
@@ -72,7 +71,7 @@ bool isNamed(int file)
 
 /// Puts bytes in the place of a file, or where there is none; or leaves all as it was. The new file has one name for
 /// each by which the store goes, and is made in its turn: what a killed writer left, the next one removes.
-bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew)
+bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew, const Turn &turn)
 {
     std::error_code error;
     fs::path end = path.toStdString(); // of the links, which may lead to what is not there yet
@@ -97,7 +96,7 @@ bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew)
     if (old.st_mode != 0 && ::fchown(file, old.st_uid, old.st_gid) != 0
         && ::fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0)
         mode = (mode & ~mode_t{S_IRWXG}) | (mode & S_IRWXO) << 3U;
-    isDone = isDone && ::fchmod(file, mode) == 0 && ::fsync(file) == 0 && isNamed(file)
+    isDone = isDone && ::fchmod(file, mode) == 0 && ::fsync(file) == 0 && isNamed(file) && turn.isOurs()
         && ::rename(name.c_str(), target.c_str()) == 0;
     ::close(file);
     if (!isDone)
@@ -200,17 +199,25 @@ bool change(const QString &path, const Changes &changes, mode_t whenNew)
         return false; // and nothing is made beside it
     if (!isThere)
         QDir().mkpath(QFileInfo(path).path());
-    const Turn turn(path);
-    const FileContent old = find(name);
-    if (!turn.isOurs() || (!old.isRead() && old.state != FileContent::State::missing))
-        return false;
-    const QByteArray bytes = Content(old.bytes).with(changes);
-    return bytes == old.bytes || (bytes.size() <= kMaxSize && turn.isOurs() && replace(name, bytes, whenNew));
+    for (const auto deadline = Clock::now() + kLongestTurn; Clock::now() < deadline;) {
+        const Turn turn(path, deadline);
+        const FileContent old = find(name);
+        if (!turn.isHad() || (!old.isRead() && old.state != FileContent::State::missing))
+            return false;
+        const QByteArray bytes = Content(old.bytes).with(changes);
+        if (bytes == old.bytes || bytes.size() > kMaxSize)
+            return bytes == old.bytes;
+        if (replace(name, bytes, whenNew, turn))
+            return true;
+        if (turn.isOurs())
+            return false;
+        // A QSettings that was slow to remove its lock removed ours.
+    }
+    return false;
 }
 
-Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral(".lock")))
+Turn::Turn(const QString &path, Clock::time_point deadline) : m_path(QFile::encodeName(path + QStringLiteral(".lock")))
 {
-    const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
     Status status{};
     while (m_lock < 0) {
         m_lock = ::open(m_path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -222,7 +229,7 @@ Turn::Turn(const QString &path) : m_path(QFile::encodeName(path + QStringLiteral
             }
         } else if (errno != EEXIST
                    || (::lstat(m_path.constData(), &status) == 0 && (!S_ISREG(status.st_mode) || status.st_nlink > 1))
-                   || std::chrono::steady_clock::now() > deadline)
+                   || Clock::now() > deadline)
             return;
         else if ((m_lock = openForgotten(m_path)) < 0)
             std::this_thread::sleep_for(500us);

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <chrono>
 #include <sys/types.h>
 
 /// The INI files that the stores of this library stand on. Callable from any thread.
@@ -27,6 +28,10 @@ inline constexpr mode_t kForAll = 0644;
 /// the permissions of the old one, and its owner and group as far as the system lets the writer give it away.
 bool change(const QString &path, const Changes &changes, mode_t whenNew = kForOwner);
 
+using Clock = std::chrono::steady_clock;
+/// To wait for one's turn, and for another if it is lost.
+inline constexpr std::chrono::milliseconds kLongestTurn(4500);
+
 /// A writer's turn at a file: its lock file, which QSettings makes and heeds too, in all processes and threads. Waits
 /// at most five seconds, since a process that is stopped in its turn must not stop all others; not at all for a lock of
 /// a process that has ended, two seconds for any other that nobody holds. What is no lock (a link, a folder, a file
@@ -34,11 +39,13 @@ bool change(const QString &path, const Changes &changes, mode_t whenNew = kForOw
 class Turn
 {
 public:
-    explicit Turn(const QString &path);
+    explicit Turn(const QString &path, Clock::time_point deadline = Clock::now() + kLongestTurn);
     ~Turn();
     Turn(const Turn &) = delete;
     Turn &operator=(const Turn &) = delete;
 
+    /// Whether the lock was had.
+    [[nodiscard]] bool isHad() const { return m_lock >= 0; }
     /// Whether the file may be changed: the lock was had, and nobody removed it since.
     [[nodiscard]] bool isOurs() const;
 

@@ -64,6 +64,17 @@ TEST(IniContent, OddFilesAreReadAsQSettingsDoesAndChangedInPlace)
     }
 }
 
+// Hours, if each line had the name of its section once more.
+TEST(IniContent, LinesOfASectionWithALongNameTakeNoMoreThanTheyAre)
+{
+    const QByteArray lines = QByteArray("=\nk=2\n").repeated(200'000);
+    ini::Content content("[t]\nk=1\n[" + QByteArray(2'000'000, 's') + "]\n" + lines);
+    EXPECT_EQ(content.value("t/k"), "1");
+    EXPECT_EQ(content.with({{"t/k", "9"}}).left(7), "[t]\nk=9");
+    content.makeIndex();
+    EXPECT_TRUE(content.keys().contains("t/k"));
+}
+
 TEST(IniContent, TextsKeepTheirCommas)
 {
     const auto text = [](const QByteArray &raw) { return ini::Content("k=" + raw, true).text("k"); };
@@ -196,6 +207,17 @@ TEST_F(IniStore, LocksThatNobodyHoldsEnd)
     fs::create_directory(path + ".lock");
     EXPECT_FALSE(set("2"));
     fs::remove(path + ".lock");
+
+    test::writeFile(path, std::string(1 << 20, '\n'));
+    std::atomic<int> removed = 0;
+    test::onThreads(2, [&](int thread) {
+        while (removed < 3) {
+            if (thread == 0)
+                removed += fs::remove(path + ".lock") ? 1 : 0; // as a QSettings that was slow to
+            else
+                EXPECT_TRUE(set("1"));
+        }
+    });
 
     const ini::Turn turn(name); // of a process that is stopped, for all that others can tell
     fs::last_write_time(path + ".lock", longAgo);
