@@ -98,9 +98,9 @@ bool replace(const QByteArray &path, const QByteArray &bytes, mode_t whenNew, co
         mode = (mode & ~mode_t{S_IRWXG}) | (mode & S_IRWXO) << 3U;
     isDone = isDone && ::fchmod(file, mode) == 0 && ::fsync(file) == 0 && isNamed(file) && turn.isOurs()
         && ::rename(name.c_str(), target.c_str()) == 0;
-    ::close(file);
-    if (!isDone)
+    if (!isDone && isNamed(file)) // or it is the next owner's
         ::unlink(name.c_str());
+    ::close(file);
     return isDone;
 }
 
